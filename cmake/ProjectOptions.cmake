@@ -1,0 +1,43 @@
+# What every target of the house shares: the language, the warnings, the sanitizers, the compiler cache.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+find_program(ZELVORA_CCACHE ccache)
+if(ZELVORA_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env "CCACHE_SLOPPINESS=pch_defines,time_macros" ${ZELVORA_CCACHE})
+endif()
+
+add_library(project_warnings INTERFACE)
+target_compile_options(project_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+# A precompiled header of g++ is only found again by the compiler cache with this switch.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(project_warnings INTERFACE -fpch-preprocess)
+endif()
+
+if(ZELVORA_SANITIZE)
+    add_compile_options(-fsanitize=${ZELVORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ZELVORA_SANITIZE})
+endif()
+if(ZELVORA_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
+# A library of plain code: the C++20 standard library and src/platform, never Qt.
+function(zelvora_plain_library name)
+    add_library(${name} STATIC ${ARGN})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PRIVATE project_warnings)
+endfunction()
+
+# A library of windows or widgets; it may use Qt.
+function(zelvora_window_library name)
+    add_library(${name} STATIC ${ARGN})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC Qt6::Widgets PRIVATE project_warnings)
+    target_compile_definitions(${name} PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+    target_precompile_headers(${name} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/WindowsPrecompiled.h)
+endfunction()

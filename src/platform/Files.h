@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace zv {
+
+/// The separator between folder and name on this system.
+extern const char kPathSeparator;
+
+/// folder + separator + name, by plain concatenation: a folder that ends in a separator gives two.
+std::string joinPath(std::string_view folder, std::string_view name);
+
+/// Whether a regular file stands at the path. A folder is no file.
+bool fileExists(const std::string& path);
+bool folderExists(const std::string& path);
+/// Errors: NotFound, no regular file is there.
+Result<std::uint64_t> fileLength(const std::string& path);
+/// The whole file. Errors: NotFound, Denied, Failed (a folder among them).
+Result<std::string> readFile(const std::string& path);
+/// Empties or creates the file and writes the bytes. Errors: Denied, Failed.
+Result<void> writeFile(const std::string& path, std::string_view bytes);
+/// Adds the bytes at the file's end with one write, creating the file. Errors: Denied, Failed.
+Result<void> appendFile(const std::string& path, std::string_view bytes);
+/// Writes `bytes` to `workingCopy`, flushes it to disk, and lets it take the place of `path` in one step,
+/// also when `path` is read-only. On failure `path` is as it was. Errors: Denied, Failed.
+Result<void> replaceFile(const std::string& path, const std::string& workingCopy, std::string_view bytes);
+/// Deletes a file, read-only or not. Errors: NotFound, Denied, Failed.
+Result<void> deleteFileForced(const std::string& path);
+/// Copies a file over whatever file is there. Errors: NotFound, Denied, Failed.
+Result<void> copyFile(const std::string& from, const std::string& to);
+
+} // namespace zv

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace zv {
+
+/// The real folder of the running executable, without a separator at its end.
+std::string installationFolder();
+/// The folder of the user's own files; made with mode 0700 where it is missing. Without a separator at its
+/// end.
+std::string userFolder();
+/// The login name as the system gives it, cut at the first NUL; empty when it has none to give.
+std::string systemLoginName();
+
+/// The per-user settings store: a value by application name, section and key.
+std::string settingsValue(const std::string& application, const std::string& section, const std::string& key,
+                          const std::string& fallback);
+void setSettingsValue(const std::string& application, const std::string& section, const std::string& key,
+                      const std::string& value);
+
+/// Starts a program without waiting for it; a program that is not there is no error.
+void startProgram(const std::vector<std::string>& command);
+
+/// The present date and time in the system's short form, without a comma in any locale.
+std::string shortDateTime();
+
+/// Brings the desktop window with exactly this title to the front. False when there is none, or no way to do
+/// it.
+bool activateWindowByTitle(const std::string& title);
+
+} // namespace zv
