@@ -1,0 +1,219 @@
+#include "controls/DwgThumbnail.h"
+
+#include "controls/TextBytes.h"
+#include "platform/Text.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTimer>
+
+namespace zv {
+namespace {
+
+constexpr int kMargin = 3; ///< Between the edge, which carries the focus frame, and the picture, in pixels.
+
+ThumbnailRenderer& renderer()
+{
+    static ThumbnailRenderer shared;
+    return shared;
+}
+
+QColor colorOf(int number)
+{
+    return QColor(number & 0xFF, (number >> 8) & 0xFF, (number >> 16) & 0xFF);
+}
+
+StretchMode modeOf(int number)
+{
+    return number >= 1 && number <= 3 ? StretchMode(number) : StretchMode::Halftone;
+}
+
+} // namespace
+
+DwgThumbnail::DwgThumbnail(QWidget* parent) : QWidget(parent)
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(tr("Empty cell"));
+}
+
+void DwgThumbnail::setRenderer(ThumbnailRenderer newRenderer)
+{
+    renderer() = std::move(newRenderer);
+}
+
+Result<void> DwgThumbnail::setDrawing(const std::string& path)
+{
+    m_fileName = toText(path);
+    m_picture = {};
+    m_scaled = {};
+    m_readable = false;
+    m_renderPending = false;
+    update();
+    const QString name = toText(fileNamePart(path));
+    setToolTip(m_fileName);
+    setAccessibleName(name.isEmpty() ? tr("Empty cell") : name);
+    if (path.empty())
+        return {};
+    auto picture = readThumbnail(path);
+    if (!picture)
+        return picture.error();
+    m_readable = true;
+    m_picture = std::move(*picture);
+    m_renderPending = m_picture.isNull() && bool(renderer());
+    return {};
+}
+
+void DwgThumbnail::setDwgFileName(const QString& path)
+{
+    // Who sets the property by its name sees a refused drawing as an empty cell.
+    static_cast<void>(setDrawing(toBytes(path)));
+}
+
+void DwgThumbnail::setBackColor(int color)
+{
+    m_backColor = color;
+    update();
+}
+
+void DwgThumbnail::setBitmapBackColor(int color)
+{
+    if (m_bitmapBackColor == color)
+        return;
+    m_bitmapBackColor = color;
+    m_scaled = {};
+    update();
+}
+
+void DwgThumbnail::setStretchBltMode(int mode)
+{
+    if (m_stretchBltMode == mode)
+        return;
+    m_stretchBltMode = mode;
+    m_scaled = {};
+    update();
+}
+
+void DwgThumbnail::takeFocusRect()
+{
+    for (DwgThumbnail* other : parent()->findChildren<DwgThumbnail*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (other != this && other->m_hasFocusRect) {
+            other->m_hasFocusRect = false;
+            other->update();
+        }
+    }
+    m_hasFocusRect = true;
+}
+
+// Drawing from geometry can take a while, so each cell waits for its own turn of the event loop.
+void DwgThumbnail::renderLater()
+{
+    m_renderPending = false;
+    QTimer::singleShot(0, this, [this, fileName = m_fileName, pixels = size() * devicePixelRatioF()] {
+        if (fileName != m_fileName || !m_picture.isNull() || !renderer())
+            return;
+        m_picture = renderer()(toBytes(fileName), pixels);
+        m_scaled = {};
+        update();
+    });
+}
+
+void DwgThumbnail::paintPicture(QPainter& painter)
+{
+    const qreal ratio = devicePixelRatioF();
+    const QSize room = (rect().marginsRemoved({kMargin, kMargin, kMargin, kMargin}).size() * ratio);
+    const QSize wanted = m_picture.size().scaled(room, Qt::KeepAspectRatio);
+    if (wanted.isEmpty())
+        return;
+    if (m_scaled.size() != wanted || m_scaled.devicePixelRatio() != ratio) {
+        const QColor ground = colorOf(m_bitmapBackColor);
+        const StretchMode mode = hasGround(m_picture) ? modeOf(m_stretchBltMode) : StretchMode::Halftone;
+        m_scaled = QPixmap::fromImage(stretched(onGround(m_picture, ground), wanted, mode, ground));
+        m_scaled.setDevicePixelRatio(ratio);
+    }
+    QRectF place(QPointF(), m_scaled.deviceIndependentSize());
+    place.moveCenter(QRectF(rect()).center());
+    painter.drawPixmap(place.topLeft(), m_scaled);
+}
+
+void DwgThumbnail::paintName(QPainter& painter)
+{
+    const QColor ground = colorOf(m_backColor);
+    painter.setPen(qGray(ground.rgb()) < 128 ? QColor(200, 200, 200) : QColor(60, 60, 60));
+    const QRect room = rect().marginsRemoved({kMargin, kMargin, kMargin, kMargin});
+    const QString name = toText(fileNamePart(toBytes(m_fileName)));
+    painter.drawText(room, Qt::AlignCenter, fontMetrics().elidedText(name, Qt::ElideMiddle, room.width()));
+}
+
+void DwgThumbnail::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), colorOf(m_backColor));
+    if (!m_picture.isNull())
+        paintPicture(painter);
+    else if (m_readable)
+        paintName(painter);
+    if (m_renderPending)
+        renderLater();
+    if (m_hasFocusRect) {
+        QColor frame = palette().color(QPalette::Highlight);
+        painter.setPen(QPen(frame, hasFocus() ? 2 : 1, hasFocus() ? Qt::SolidLine : Qt::DotLine));
+        const qreal inset = hasFocus() ? 1 : 0.5;
+        painter.drawRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset));
+    }
+}
+
+void DwgThumbnail::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = event->button() == Qt::LeftButton;
+}
+
+void DwgThumbnail::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton || !std::exchange(m_pressed, false))
+        return;
+    if (rect().contains(event->position().toPoint()))
+        Q_EMIT clicked();
+}
+
+// The second press of a double-click is no press of its own: the first one has selected already.
+void DwgThumbnail::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT doubleClicked();
+}
+
+void DwgThumbnail::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Space:
+        Q_EMIT clicked();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        Q_EMIT clicked();
+        Q_EMIT doubleClicked();
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void DwgThumbnail::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    takeFocusRect();
+    update();
+    Q_EMIT gotFocus();
+}
+
+void DwgThumbnail::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+    Q_EMIT lostFocus();
+}
+
+} // namespace zv

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "controls/ThumbnailPicture.h"
+
+#include <QPixmap>
+#include <QWidget>
+
+#include <string>
+
+namespace zv {
+
+/// Shows a drawing's preview on a ground of its own. A click and Space select, a double-click and Enter act.
+class DwgThumbnail : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString dwgFileName READ dwgFileName WRITE setDwgFileName)
+    Q_PROPERTY(int backColor READ backColor WRITE setBackColor)
+    Q_PROPERTY(int bitmapBackColor READ bitmapBackColor WRITE setBitmapBackColor)
+    Q_PROPERTY(int stretchBltMode READ stretchBltMode WRITE setStretchBltMode)
+    Q_PROPERTY(bool hasFocusRect READ hasFocusRect)
+
+public:
+    explicit DwgThumbnail(QWidget* parent = nullptr);
+
+    /// Shows the preview of a drawing; an empty path blanks the control. `path` is in the system's 8-bit code
+    /// page. Errors: the drawing cannot be read; the control is blank then, under the path that was given.
+    Result<void> setDrawing(const std::string& path);
+    QString dwgFileName() const { return m_fileName; }
+    void setDwgFileName(const QString& path);
+
+    /// Colours are numbers 0xBBGGRR: of the control around the preview, and of the preview's own ground.
+    int backColor() const { return m_backColor; }
+    void setBackColor(int color);
+    int bitmapBackColor() const { return m_bitmapBackColor; }
+    void setBitmapBackColor(int color);
+    /// A number of StretchMode; any other counts as averaging.
+    int stretchBltMode() const { return m_stretchBltMode; }
+    void setStretchBltMode(int mode);
+    /// Whether this is the control, of those with the same parent, that had the focus last.
+    bool hasFocusRect() const { return m_hasFocusRect; }
+
+    /// What draws the drawings that hold no picture, for all controls; without one they show their name.
+    static void setRenderer(ThumbnailRenderer renderer);
+
+    QSize sizeHint() const override { return {128, 112}; }
+    QSize minimumSizeHint() const override { return {16, 12}; }
+
+Q_SIGNALS:
+    void clicked();
+    void doubleClicked();
+    void gotFocus();
+    void lostFocus();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void takeFocusRect();
+    void renderLater();
+    void paintPicture(QPainter& painter);
+    void paintName(QPainter& painter);
+
+    QString m_fileName;
+    QImage m_picture;
+    QPixmap m_scaled; ///< The picture as it was painted last; null when it must be made anew.
+    int m_backColor = 0;
+    int m_bitmapBackColor = 0;
+    int m_stretchBltMode = int(StretchMode::WhiteOnBlack);
+    bool m_hasFocusRect = false;
+    bool m_readable = false;
+    bool m_renderPending = false;
+    bool m_pressed = false;
+};
+
+} // namespace zv

@@ -1,0 +1,227 @@
+#include "controls/ThumbnailPicture.h"
+
+#include "drawing/Container.h"
+#include "drawing/Preview.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace zv {
+namespace {
+
+QImage decodePng(std::span<const std::byte> bytes)
+{
+    return QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), int(bytes.size()), "PNG")
+        .convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage decodeDib(std::span<const std::byte> bytes)
+{
+    const auto pixels = dwg::decodeBitmap(bytes);
+    if (!pixels)
+        return {};
+    QImage image(pixels->width, pixels->height, QImage::Format_ARGB32);
+    const std::size_t rowBytes = std::size_t(pixels->width) * 4;
+    for (int row = 0; row < image.height(); ++row)
+        std::memcpy(image.scanLine(row), pixels->bgra.data() + std::size_t(row) * rowBytes, rowBytes);
+    return image;
+}
+
+QImage decode(const dwg::PreviewImage& preview)
+{
+    switch (preview.kind) {
+    case dwg::PreviewKind::Png:
+        return decodePng(preview.bytes);
+    case dwg::PreviewKind::Bmp:
+        return decodeDib(preview.bytes);
+    default:
+        return {};
+    }
+}
+
+bool isLight(QRgb color)
+{
+    return qGray(color) >= 128;
+}
+
+int distance(QRgb a, QRgb b)
+{
+    return std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b)) + std::abs(qBlue(a) - qBlue(b));
+}
+
+/// Turns pixels on one ground into the same picture on another.
+class GroundChange {
+public:
+    GroundChange(QRgb from, QRgb to) : m_flips(isLight(from) != isLight(to))
+    {
+        for (int value = 0; value < 256; ++value) {
+            fill(m_plainRed, value, qRed(from), isLight(from));
+            fill(m_plainGreen, value, qGreen(from), isLight(from));
+            fill(m_plainBlue, value, qBlue(from), isLight(from));
+            m_red[value] = onTarget(value, qRed(to), isLight(to));
+            m_green[value] = onTarget(value, qGreen(to), isLight(to));
+            m_blue[value] = onTarget(value, qBlue(to), isLight(to));
+        }
+    }
+
+    QRgb operator()(QRgb pixel) const
+    {
+        int red = m_plainRed[qRed(pixel)];
+        int green = m_plainGreen[qGreen(pixel)];
+        int blue = m_plainBlue[qBlue(pixel)];
+        if (m_flips) {
+            const int shift = 255 - std::max({red, green, blue}) - std::min({red, green, blue});
+            red += shift;
+            green += shift;
+            blue += shift;
+        }
+        return qRgb(m_red[red], m_green[green], m_blue[blue]);
+    }
+
+private:
+    using Table = std::array<uchar, 256>;
+
+    // The ground becomes pure black or pure white first, so that turning the lightness over is exact.
+    static void fill(Table& table, int value, int ground, bool light)
+    {
+        const int plain =
+            light ? value * 255 / std::max(ground, 1) : (value - ground) * 255 / std::max(255 - ground, 1);
+        table[std::size_t(value)] = uchar(std::clamp(plain, 0, 255));
+    }
+    static uchar onTarget(int value, int ground, bool light)
+    {
+        return uchar(light ? value * ground / 255 : ground + value * (255 - ground) / 255);
+    }
+
+    bool m_flips;
+    Table m_plainRed, m_plainGreen, m_plainBlue, m_red, m_green, m_blue;
+};
+
+std::optional<QRgb> groundOf(const QImage& picture)
+{
+    const int right = picture.width() - 1;
+    const int bottom = picture.height() - 1;
+    const QRgb ground = picture.pixel(0, 0);
+    for (const QPoint corner : {QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)})
+        if (picture.pixel(corner) != ground)
+            return {};
+    return ground;
+}
+
+/// The pixel of a box that stands out most from the ground.
+struct Strongest {
+    StretchMode mode;
+    QRgb ground;
+
+    bool operator()(QRgb challenger, QRgb holder) const
+    {
+        const int a = distance(challenger, ground);
+        const int b = distance(holder, ground);
+        if (a != b)
+            return a > b;
+        return mode == StretchMode::BlackOnWhite ? qGray(challenger) < qGray(holder)
+                                                 : qGray(challenger) > qGray(holder);
+    }
+};
+
+QRgb between(QRgb a, QRgb b)
+{
+    return qRgb((qRed(a) + qRed(b)) / 2, (qGreen(a) + qGreen(b)) / 2, (qBlue(a) + qBlue(b)) / 2);
+}
+
+/// Half average, half strongest pixel: lines stay sharp and whole without growing fat.
+QImage shrunkKeepingLines(const QImage& picture, QSize size, Strongest stronger)
+{
+    QImage result = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                        .convertToFormat(QImage::Format_RGB32);
+    std::vector<QRgb> strongest(std::size_t(size.width()));
+    int sourceRow = 0;
+    for (int row = 0; row < size.height(); ++row) {
+        const int end = std::max(sourceRow + 1, (row + 1) * picture.height() / size.height());
+        std::fill(strongest.begin(), strongest.end(), stronger.ground);
+        for (; sourceRow < end; ++sourceRow) {
+            const QRgb* source = reinterpret_cast<const QRgb*>(picture.constScanLine(sourceRow));
+            for (int column = 0; column < picture.width(); ++column) {
+                QRgb& holder = strongest[std::size_t(column * size.width() / picture.width())];
+                if (source[column] != holder && stronger(source[column], holder))
+                    holder = source[column];
+            }
+        }
+        QRgb* target = reinterpret_cast<QRgb*>(result.scanLine(row));
+        for (int column = 0; column < size.width(); ++column)
+            target[column] = between(target[column], strongest[std::size_t(column)]);
+    }
+    return result;
+}
+
+} // namespace
+
+Result<QImage> readThumbnail(const std::string& path)
+{
+    const auto source = openByteSource(path);
+    if (!source)
+        return source.error();
+    const auto previews = dwg::readPreviews(**source);
+    if (previews) {
+        for (const dwg::PreviewImage& preview : *previews)
+            if (const QImage image = decode(preview); !image.isNull())
+                return image;
+        return QImage();
+    }
+    // A drawing whose picture alone is damaged is still a drawing.
+    const auto container = dwg::Container::open(**source);
+    if (!container)
+        return container.error();
+    return QImage();
+}
+
+bool hasGround(const QImage& picture)
+{
+    return !picture.isNull() && (qAlpha(picture.pixel(0, 0)) == 0 || groundOf(picture));
+}
+
+QImage onGround(const QImage& picture, QColor ground)
+{
+    if (picture.isNull())
+        return picture;
+    QImage result(picture.size(), QImage::Format_RGB32);
+    result.fill(ground);
+    QPainter(&result).drawImage(0, 0, picture);
+    const auto from = groundOf(picture);
+    if (!from || qAlpha(*from) == 0)
+        return result;
+    const GroundChange change(*from, ground.rgb());
+    for (int row = 0; row < result.height(); ++row) {
+        QRgb* pixels = reinterpret_cast<QRgb*>(result.scanLine(row));
+        QRgb last = pixels[0];
+        QRgb lastChanged = change(last);
+        for (int column = 0; column < result.width(); ++column) {
+            if (pixels[column] != last) {
+                last = pixels[column];
+                lastChanged = change(last);
+            }
+            pixels[column] = lastChanged;
+        }
+    }
+    return result;
+}
+
+QImage stretched(const QImage& picture, QSize size, StretchMode mode, QColor ground)
+{
+    if (picture.isNull() || size.isEmpty())
+        return {};
+    const bool shrinks = size.width() < picture.width() && size.height() < picture.height();
+    if (!shrinks || mode == StretchMode::Halftone)
+        return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    if (mode == StretchMode::ColorOnColor)
+        return picture.scaled(size, Qt::IgnoreAspectRatio, Qt::FastTransformation);
+    return shrunkKeepingLines(picture.convertToFormat(QImage::Format_RGB32), size, {mode, ground.rgb()});
+}
+
+} // namespace zv
