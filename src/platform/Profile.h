@@ -1,25 +1,42 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace zv {
 
 /// The profile-file calls under their platform names; on Windows they are the system's own. Names of
 /// sections, keys and profile files meet without regard to case. Texts are bytes in the system's 8-bit code
 /// page; a null pointer stands for what the system's calls take one for (all sections, all keys, delete the
-/// key, delete the section).
+/// key, delete the section). A file is read afresh in each call, and a write that fails leaves it as it was.
 
 /// Copies the value, or the default without its trailing blanks, into a buffer of `size` bytes, cut to fit
 /// and ended by a NUL. Returns the count of characters without that NUL.
 unsigned long GetPrivateProfileStringA(const char* section, const char* key, const char* fallback,
                                        char* buffer, unsigned long size, const char* file);
+/// The leading digits of the value, with a sign before them; 0 when there are none. The default stands for a
+/// key that is absent or has no value.
 unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallback, const char* file);
+/// Sets one value. Nonzero on success.
 int WritePrivateProfileStringA(const char* section, const char* key, const char* value, const char* file);
+/// Replaces all lines of a section. `text` holds lines "key=value", each ended by a NUL, and one more NUL at
+/// the end; lines of blanks are passed over, so that "" and " " clear the section. Nonzero on success.
 int WritePrivateProfileSectionA(const char* section, const char* text, const char* file);
 
-/// A string read with the program's buffer of 256 characters.
+/// The size of the program's buffer for one value; the value is cut to one less.
+inline constexpr unsigned long kProfileBuffer = 256;
+
+/// A string read with the program's buffer.
 std::string profileString(const std::string& file, const std::string& section, const std::string& key,
                           const std::string& fallback);
+/// The same for many keys of a section at once, with "" as default. One look at the file serves all of them.
+std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
+                                        const std::vector<std::string>& keys);
 int profileInt(const std::string& file, const std::string& section, const std::string& key, int fallback);
+bool writeProfileString(const std::string& file, const std::string& section, const std::string& key,
+                        const std::string& value);
+/// Replaces all lines of a section. A list of blanks clears it.
+bool writeProfileSection(const std::string& file, const std::string& section,
+                         const std::vector<std::string>& lines);
 
 } // namespace zv

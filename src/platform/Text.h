@@ -14,18 +14,22 @@ std::string narrow(std::u16string_view text);
 std::u16string fromUtf8(std::string_view bytes);
 std::string toUtf8(std::u16string_view text);
 
-/// Texts as the locale writes them in capitals.
+/// The text in capitals as the locale writes them. A letter whose capital the code page lacks stays.
 std::string upper(std::string_view bytes);
 
 /// Whether two texts are the same without regard to case.
 bool sameText(std::string_view a, std::string_view b);
-/// Where `part` first stands in `text` without regard to case, from 0; npos when it does not. An empty `part`
-/// stands at 0.
+/// The same for names of files, sections and keys: the user's language makes no difference.
+bool sameName(std::string_view a, std::string_view b);
+/// Where `part` first stands in `text` without regard to case, in bytes from 0; npos when it does not. An
+/// empty `part` stands at 0.
 std::size_t findText(std::string_view text, std::string_view part);
 
 /// A number as text: shortest form of at most 15 digits, "." as decimal point, no exponent.
+/// What is no number or endless gives "0".
 std::string numberText(double value);
-/// The value of a text that is a whole number or a decimal, blanks around it allowed; false when it is none.
+/// The value of a text that is a whole number or a decimal, blanks around it allowed; false when it is none,
+/// and `value` then keeps what it held.
 bool textNumber(std::string_view text, double& value);
 /// The nearest whole number, ties to the even neighbour.
 double roundHalfEven(double value);

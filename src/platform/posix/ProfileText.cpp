@@ -1,0 +1,209 @@
+#include "platform/posix/ProfileText.h"
+
+#include "platform/Text.h"
+
+namespace zv {
+
+namespace {
+
+constexpr std::string_view kLineEnd = "\r\n";
+
+bool isBlank(char c)
+{
+    return (c >= '\t' && c <= '\r') || c == ' ' || c == '\x1A';
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::string_view withoutQuotes(std::string_view text)
+{
+    if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front())
+        return text.substr(1, text.size() - 2);
+    return text;
+}
+
+} // namespace
+
+ProfileText::ProfileText(std::string text) : m_text(std::move(text))
+{
+    parseAll();
+}
+
+ProfileText::Line ProfileText::parse(std::string_view line, std::size_t begin, std::size_t end)
+{
+    Line result;
+    result.begin = begin;
+    result.end = end;
+    line = trimmed(line);
+    if (line.empty() || line.front() == ';')
+        return result;
+    const std::size_t bracket = line.rfind(']');
+    if (line.front() == '[' && bracket != std::string_view::npos) {
+        result.kind = Line::Kind::Section;
+        result.name = trimmed(line.substr(1, bracket - 1));
+        return result;
+    }
+    result.kind = Line::Kind::Key;
+    const std::size_t equals = line.find('=');
+    result.name = trimmed(line.substr(0, equals));
+    if (equals != std::string_view::npos)
+        result.value = trimmed(line.substr(equals + 1));
+    return result;
+}
+
+void ProfileText::parseAll()
+{
+    m_lines.clear();
+    const std::string_view text = m_text;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t feed = text.find('\n', begin);
+        const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
+        m_lines.push_back(parse(text.substr(begin, end - begin), begin, end));
+        begin = end;
+    }
+}
+
+void ProfileText::change(std::string text)
+{
+    m_text = std::move(text);
+    parseAll();
+}
+
+std::optional<ProfileText::Range> ProfileText::find(std::string_view section) const
+{
+    section = trimmed(section);
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
+        if (m_lines[i].kind != Line::Kind::Section || !sameName(m_lines[i].name, section))
+            continue;
+        Range range{i + 1, i + 1};
+        while (range.last < m_lines.size() && m_lines[range.last].kind != Line::Kind::Section)
+            ++range.last;
+        return range;
+    }
+    return {};
+}
+
+const ProfileText::Line* ProfileText::findKey(std::string_view section, std::string_view key) const
+{
+    const std::optional<Range> range = find(section);
+    if (!range)
+        return nullptr;
+    key = trimmed(key);
+    for (std::size_t i = range->first; i < range->last; ++i) {
+        if (m_lines[i].kind == Line::Kind::Key && sameName(m_lines[i].name, key))
+            return &m_lines[i];
+    }
+    return nullptr;
+}
+
+/// Behind the last line of a section that says something, so that blank lines stay between sections.
+std::size_t ProfileText::endOf(Range lines) const
+{
+    while (lines.last > lines.first) {
+        const Line& line = m_lines[lines.last - 1];
+        if (!trimmed(std::string_view(m_text).substr(line.begin, line.end - line.begin)).empty())
+            break;
+        --lines.last;
+    }
+    return lines.last == 0 ? 0 : m_lines[lines.last - 1].end;
+}
+
+std::optional<std::string> ProfileText::value(std::string_view section, std::string_view key) const
+{
+    const Line* line = findKey(section, key);
+    if (!line || !line->value)
+        return {};
+    return std::string(withoutQuotes(*line->value));
+}
+
+std::vector<std::string> ProfileText::sections() const
+{
+    std::vector<std::string> names;
+    for (const Line& line : m_lines) {
+        if (line.kind == Line::Kind::Section)
+            names.emplace_back(line.name);
+    }
+    return names;
+}
+
+std::vector<std::string> ProfileText::keys(std::string_view section) const
+{
+    std::vector<std::string> names;
+    const Range range = find(section).value_or(Range{});
+    for (std::size_t i = range.first; i < range.last; ++i) {
+        if (m_lines[i].kind == Line::Kind::Key)
+            names.emplace_back(m_lines[i].name);
+    }
+    return names;
+}
+
+void ProfileText::setValue(std::string_view section, std::string_view key, std::string_view value)
+{
+    const std::string name(trimmed(key));
+    std::string text = m_text;
+    if (const Line* line = findKey(section, key)) {
+        text.replace(line->begin, line->end - line->begin,
+                     std::string(line->name) + "=" + std::string(value) + std::string(kLineEnd));
+    } else if (const std::optional<Range> range = find(section)) {
+        const std::size_t place = endOf(*range);
+        const bool open = place > 0 && text[place - 1] != '\n';
+        text.insert(place, (open ? std::string(kLineEnd) : std::string()) + name + "=" + std::string(value) +
+                               std::string(kLineEnd));
+    } else {
+        if (!text.empty() && text.back() != '\n')
+            text += kLineEnd;
+        text += "[" + std::string(trimmed(section)) + "]" + std::string(kLineEnd);
+        text += name + "=" + std::string(value) + std::string(kLineEnd);
+    }
+    change(std::move(text));
+}
+
+void ProfileText::removeKey(std::string_view section, std::string_view key)
+{
+    if (const Line* line = findKey(section, key)) {
+        std::string text = m_text;
+        text.erase(line->begin, line->end - line->begin);
+        change(std::move(text));
+    }
+}
+
+void ProfileText::removeSection(std::string_view section)
+{
+    if (const std::optional<Range> range = find(section)) {
+        const std::size_t begin = m_lines[range->first - 1].begin;
+        std::string text = m_text;
+        text.erase(begin, m_lines[range->last - 1].end - begin);
+        change(std::move(text));
+    }
+}
+
+void ProfileText::setLines(std::string_view section, const std::vector<std::string_view>& lines)
+{
+    std::string body;
+    for (std::string_view line : lines) {
+        if (!trimmed(line).empty())
+            body += std::string(line) + std::string(kLineEnd);
+    }
+    std::string text = m_text;
+    if (const std::optional<Range> range = find(section)) {
+        const std::size_t begin = m_lines[range->first - 1].end;
+        if (begin > 0 && text[begin - 1] != '\n')
+            body.insert(0, kLineEnd);
+        const std::size_t end = endOf(*range);
+        text.replace(begin, end > begin ? end - begin : 0, body);
+    } else {
+        if (!text.empty() && text.back() != '\n')
+            text += kLineEnd;
+        text += "[" + std::string(trimmed(section)) + "]" + std::string(kLineEnd) + body;
+    }
+    change(std::move(text));
+}
+
+} // namespace zv

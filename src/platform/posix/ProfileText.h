@@ -1,0 +1,59 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zv {
+
+/// The text of a profile file: sections "[name]", lines "key=value", comments from ";". Names meet without
+/// regard to case, the first of several equal sections or keys counts, and every line that is not changed
+/// keeps its bytes.
+/// Format: the initialization files that Microsoft documents for GetPrivateProfileString.
+class ProfileText {
+public:
+    explicit ProfileText(std::string text);
+
+    const std::string& text() const { return m_text; }
+
+    /// The value without blanks and without a pair of quotes around it; nothing when the key is absent or its
+    /// line has no "=".
+    std::optional<std::string> value(std::string_view section, std::string_view key) const;
+    std::vector<std::string> sections() const;
+    std::vector<std::string> keys(std::string_view section) const;
+
+    void setValue(std::string_view section, std::string_view key, std::string_view value);
+    void removeKey(std::string_view section, std::string_view key);
+    void removeSection(std::string_view section);
+    /// Replaces all lines of the section, or adds it at the end.
+    void setLines(std::string_view section, const std::vector<std::string_view>& lines);
+
+private:
+    /// One line: where it stands in the text, and what it says.
+    struct Line {
+        enum class Kind { Other, Section, Key };
+        Kind kind = Kind::Other;
+        std::size_t begin = 0;
+        std::size_t end = 0; ///< Behind its line end.
+        std::string_view name;
+        std::optional<std::string_view> value;
+    };
+    /// Lines of one section, without its header.
+    struct Range {
+        std::size_t first = 0;
+        std::size_t last = 0; ///< Behind the last one.
+    };
+
+    static Line parse(std::string_view line, std::size_t begin, std::size_t end);
+    void parseAll();
+    void change(std::string text);
+    std::optional<Range> find(std::string_view section) const;
+    const Line* findKey(std::string_view section, std::string_view key) const;
+    std::size_t endOf(Range lines) const;
+
+    std::string m_text;
+    std::vector<Line> m_lines;
+};
+
+} // namespace zv
