@@ -1,0 +1,95 @@
+#pragma once
+
+#include "platform/Automation.h"
+#include "platform/Result.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// CAD programs that are reached over local sockets: where they are found, and lines to and from them. Only
+/// systems without COM have these.
+namespace zv {
+
+/// Sends and receives lines over a socket, each at most 16 MiB without its end. A longer one, or the other
+/// side's end, ends the channel.
+class LineChannel {
+public:
+    static constexpr std::size_t kLongestLine = std::size_t{16} * 1024 * 1024;
+
+    /// Takes over a connected socket.
+    explicit LineChannel(int descriptor);
+    ~LineChannel();
+    LineChannel(const LineChannel&) = delete;
+    LineChannel& operator=(const LineChannel&) = delete;
+
+    int descriptor() const { return m_descriptor; }
+    /// Sends a line, its end added. `pump` turns while the other side does not read. Errors: TooLarge,
+    /// nothing went out; Lost.
+    Result<void> send(std::string_view line, EventPump& pump);
+    /// Takes in what has come, without waiting. False once the channel has ended; lines that came whole
+    /// before can still be had.
+    bool readAvailable();
+    /// Gives the next whole line.
+    bool nextLine(std::string& line);
+    bool ended() const { return m_ended; }
+    void end();
+    /// Waits until something can be read, at most `timeoutMs`, with nothing else turning.
+    void waitQuietly(int timeoutMs) const;
+
+private:
+    int m_descriptor;
+    bool m_ended = false;
+    std::string m_received;
+    std::size_t m_searched = 0; ///< Up to here `m_received` holds no line end.
+};
+
+/// The folder of the running hosts' sockets. With `make` it is made where it is missing, for its owner alone.
+/// Errors: NotFound; Denied, another user owns it or others may write it; Failed.
+Result<std::string> hostsFolder(bool make);
+
+/// Connects to the running host of this name. `pump` turns while it has no room for another connection.
+/// Errors: NotFound, none runs; Denied; Failed.
+Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, EventPump& pump);
+
+/// The socket on which a host is found, for as long as this lives.
+class HostListener {
+public:
+    /// Errors: Busy, another running host has the name; as hostsFolder.
+    static Result<std::unique_ptr<HostListener>> open(const std::string& progId);
+    ~HostListener();
+    HostListener(const HostListener&) = delete;
+    HostListener& operator=(const HostListener&) = delete;
+
+    int descriptor() const { return m_descriptor; }
+    /// The next connection that waits; null when there is none.
+    std::unique_ptr<LineChannel> accept();
+
+private:
+    HostListener(int descriptor, std::string path) : m_descriptor(descriptor), m_path(std::move(path)) {}
+    int m_descriptor;
+    std::string m_path;
+};
+
+/// The words of a start file's first line: split at blanks, double quotes keep blanks, and a program without
+/// a folder of its own is in the start file's `folder`. Empty when there is no program.
+std::vector<std::string> startCommand(std::string_view firstLine, const std::string& folder);
+
+/// An event pump for programs without windows: it waits, and nothing else.
+class PlainEventPump final : public EventPump {
+public:
+    void wait(int descriptor, int timeoutMs) override;
+};
+
+/// How patient the socket carrier is. Tests are less patient than users.
+struct CarrierPatience {
+    int createMs = 60'000; ///< How long a started host may take until it answers.
+    int busyMs = 60'000;   ///< How long a host may stay busy.
+};
+
+/// The carrier over local sockets.
+std::unique_ptr<Automation> socketAutomation(EventPump& pump, CarrierPatience patience);
+
+} // namespace zv

@@ -1,0 +1,252 @@
+#include "platform/LocalHosts.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace zv {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+Error systemError(const std::string& what)
+{
+    const ErrorCode code = errno == ENOENT                     ? ErrorCode::NotFound
+                           : errno == EACCES || errno == EPERM ? ErrorCode::Denied
+                                                               : ErrorCode::Failed;
+    return Error{code, what + ": " + std::strerror(errno)};
+}
+
+/// A folder that is this user's alone to write. Errors: as hostsFolder.
+Result<void> checkOwnFolder(const std::string& folder, bool make)
+{
+    if (make && ::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
+        return systemError(folder);
+    struct stat status {};
+    if (::lstat(folder.c_str(), &status) != 0)
+        return systemError(folder);
+    if (!S_ISDIR(status.st_mode))
+        return Error{ErrorCode::Denied, folder + " is no folder"};
+    if (status.st_uid != ::getuid())
+        return Error{ErrorCode::Denied, folder + " belongs to another user"};
+    if ((status.st_mode & (S_IWGRP | S_IWOTH)) != 0)
+        return Error{ErrorCode::Denied, folder + " can be written by other users"};
+    return {};
+}
+
+/// The address of a socket file. A path that is too long for an address goes by way of the folder's
+/// descriptor, which must stay open while the address is used.
+class SocketAddress {
+public:
+    SocketAddress(const std::string& folder, const std::string& name)
+    {
+        std::string path = folder + "/" + name;
+        if (path.size() >= sizeof m_address.sun_path) {
+            m_folder = ::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+            path = "/proc/self/fd/" + std::to_string(m_folder) + "/" + name;
+        }
+        m_address.sun_family = AF_UNIX;
+        m_fits = path.size() < sizeof m_address.sun_path;
+        if (m_fits)
+            std::memcpy(m_address.sun_path, path.c_str(), path.size() + 1);
+    }
+    ~SocketAddress()
+    {
+        if (m_folder >= 0)
+            ::close(m_folder);
+    }
+    SocketAddress(const SocketAddress&) = delete;
+    SocketAddress& operator=(const SocketAddress&) = delete;
+
+    bool fits() const { return m_fits; }
+    const sockaddr* data() const { return reinterpret_cast<const sockaddr*>(&m_address); }
+    static constexpr socklen_t size() { return sizeof(sockaddr_un); }
+
+private:
+    sockaddr_un m_address{};
+    int m_folder = -1;
+    bool m_fits = false;
+};
+
+int newSocket()
+{
+    return ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+}
+
+/// A name that stays inside the hosts folder.
+bool isPlainName(const std::string& progId)
+{
+    return !progId.empty() && progId.find('/') == std::string::npos && progId.front() != '.';
+}
+
+} // namespace
+
+LineChannel::LineChannel(int descriptor) : m_descriptor(descriptor)
+{
+    ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+}
+
+LineChannel::~LineChannel()
+{
+    ::close(m_descriptor);
+}
+
+void LineChannel::end()
+{
+    m_ended = true;
+    ::shutdown(m_descriptor, SHUT_RDWR);
+}
+
+Result<void> LineChannel::send(std::string_view line, EventPump& pump)
+{
+    if (line.size() > kLongestLine)
+        return Error{ErrorCode::TooLarge, "the message is too long"};
+    const std::string message = std::string(line) + "\n";
+    std::size_t sent = 0;
+    while (sent < message.size() && !m_ended) {
+        const ssize_t count =
+            ::send(m_descriptor, message.data() + sent, message.size() - sent, MSG_NOSIGNAL);
+        if (count > 0)
+            sent += static_cast<std::size_t>(count);
+        else if (errno == EAGAIN)
+            pump.wait(-1, 5);
+        else if (errno != EINTR)
+            m_ended = true;
+    }
+    if (m_ended)
+        return Error{ErrorCode::Lost, "the program has ended"};
+    return {};
+}
+
+bool LineChannel::readAvailable()
+{
+    std::array<char, 65536> chunk;
+    while (!m_ended) {
+        const ssize_t count = ::recv(m_descriptor, chunk.data(), chunk.size(), 0);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0 && errno == EAGAIN)
+            return true;
+        if (count <= 0) {
+            m_ended = true;
+            break;
+        }
+        m_received.append(chunk.data(), static_cast<std::size_t>(count));
+        // A flood is taken in by portions, so that its lines are answered or refused in between.
+        const bool hasLine = m_received.find('\n', m_searched) != std::string::npos;
+        if (hasLine)
+            return true;
+        m_searched = m_received.size();
+        if (m_searched > kLongestLine)
+            end();
+    }
+    return false;
+}
+
+bool LineChannel::nextLine(std::string& line)
+{
+    const std::size_t found = m_received.find('\n', m_searched);
+    if (found == std::string::npos)
+        return false;
+    if (found > kLongestLine) {
+        end();
+        return false;
+    }
+    line = m_received.substr(0, found);
+    m_received.erase(0, found + 1);
+    m_searched = 0;
+    return true;
+}
+
+void LineChannel::waitQuietly(int timeoutMs) const
+{
+    PlainEventPump().wait(m_descriptor, timeoutMs);
+}
+
+void PlainEventPump::wait(int descriptor, int timeoutMs)
+{
+    pollfd watched{descriptor, POLLIN, 0};
+    ::poll(&watched, 1, timeoutMs);
+}
+
+Result<std::string> hostsFolder(bool make)
+{
+    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
+    const bool hasRuntime = runtime != nullptr && *runtime != '\0';
+    const std::string parent =
+        hasRuntime ? std::string(runtime) + "/zelvora" : "/tmp/zelvora-" + std::to_string(::getuid());
+    if (make && ::mkdir(parent.c_str(), 0700) != 0 && errno != EEXIST)
+        return systemError(parent);
+    // In the folder that all users share, another one may have been first to take the parent's name.
+    if (!hasRuntime) {
+        if (const Result<void> own = checkOwnFolder(parent, false); !own)
+            return own.error();
+    }
+    const std::string folder = parent + "/hosts";
+    if (const Result<void> own = checkOwnFolder(folder, make); !own)
+        return own.error();
+    return folder;
+}
+
+Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, EventPump& pump)
+{
+    const Result<std::string> folder = hostsFolder(false);
+    if (!folder)
+        return folder.error();
+    const SocketAddress address(*folder, progId + ".sock");
+    if (!isPlainName(progId) || !address.fits())
+        return Error{ErrorCode::NotFound, progId + " is no name of a program"};
+    auto channel = std::make_unique<LineChannel>(newSocket());
+    const auto deadline = Clock::now() + std::chrono::seconds(60);
+    while (::connect(channel->descriptor(), address.data(), SocketAddress::size()) != 0) {
+        if (errno == ECONNREFUSED || errno == ENOENT)
+            return Error{ErrorCode::NotFound, progId + " is not running"};
+        if (errno != EINTR && (errno != EAGAIN || Clock::now() > deadline))
+            return systemError(progId);
+        pump.wait(-1, 20);
+    }
+    return channel;
+}
+
+Result<std::unique_ptr<HostListener>> HostListener::open(const std::string& progId)
+{
+    const Result<std::string> folder = hostsFolder(true);
+    if (!folder)
+        return folder.error();
+    PlainEventPump pump;
+    if (connectToHost(progId, pump))
+        return Error{ErrorCode::Busy, progId + " is running already"};
+    const std::string path = *folder + "/" + progId + ".sock";
+    ::unlink(path.c_str());
+    const SocketAddress address(*folder, progId + ".sock");
+    if (!address.fits())
+        return Error{ErrorCode::Failed, path + " is too long"};
+    std::unique_ptr<HostListener> listener(new HostListener(newSocket(), path));
+    if (::bind(listener->m_descriptor, address.data(), SocketAddress::size()) != 0 ||
+        ::listen(listener->m_descriptor, 64) != 0)
+        return systemError(path);
+    return listener;
+}
+
+HostListener::~HostListener()
+{
+    ::unlink(m_path.c_str());
+    ::close(m_descriptor);
+}
+
+std::unique_ptr<LineChannel> HostListener::accept()
+{
+    const int connection = ::accept4(m_descriptor, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+    return connection < 0 ? nullptr : std::make_unique<LineChannel>(connection);
+}
+
+} // namespace zv
