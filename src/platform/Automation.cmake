@@ -5,3 +5,12 @@ if(NOT WIN32)
     target_sources(zv_automation PRIVATE
         LocalHosts.h posix/LocalHosts.cpp posix/SocketAutomation.cpp posix/StartFile.cpp posix/StartFile.h)
 endif()
+
+# Other programs' windows.
+if(WIN32)
+    zelvora_plain_library(zv_desktop Desktop.h windows/Desktop.cpp)
+else()
+    zelvora_plain_library(zv_desktop Desktop.h posix/Desktop.cpp)
+    target_link_libraries(zv_desktop PRIVATE xcb)
+endif()
+target_link_libraries(zv_desktop PUBLIC zv_platform)

@@ -26,8 +26,4 @@ void startProgram(const std::vector<std::string>& command);
 /// The present date and time in the system's short form, without a comma in any locale.
 std::string shortDateTime();
 
-/// Brings the desktop window with exactly this title to the front. False when there is none, or no way to do
-/// it.
-bool activateWindowByTitle(const std::string& title);
-
 } // namespace zv

@@ -128,9 +128,4 @@ std::string shortDateTime()
     return text;
 }
 
-bool activateWindowByTitle(const std::string&)
-{
-    return false;
-}
-
 } // namespace zv

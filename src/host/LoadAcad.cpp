@@ -1,0 +1,59 @@
+#include "host/LoadAcad.h"
+
+#include "controls/Clip.h"
+#include "platform/Files.h"
+
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace zv {
+
+namespace {
+
+const QString kName = QStringLiteral("LoadAcad");
+
+} // namespace
+
+LoadAcad::LoadAcad(Program& program) : Window(program, kName, QStringLiteral("AutoCAD Load"))
+{
+    Animation1 = new ClipPlayer(this);
+    Animation1->setObjectName(QStringLiteral("Animation1"));
+    Label1 = new QLabel(QStringLiteral("Loading AutoCAD..."), this);
+    Label1->setObjectName(QStringLiteral("Label1"));
+    Label1->setAlignment(Qt::AlignCenter);
+
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(16, 16, 16, 16);
+    column->setSpacing(8);
+    column->addWidget(Animation1, 0, Qt::AlignCenter);
+    column->addWidget(Label1);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void LoadAcad::load()
+{
+    setTopmost(true);
+    playClip();
+}
+
+void LoadAcad::playClip()
+{
+    Animation1->open(joinPath(program().folders().installation, "Zelvora_Logo.avi"));
+    Animation1->setAutoPlay(true);
+    Animation1->play();
+}
+
+void LoadAcadSplash::show()
+{
+    m_program.show(kName);
+    // Whoever calls starts the clip once more.
+    if (auto* const window = static_cast<LoadAcad*>(m_program.loaded(kName)))
+        window->playClip();
+}
+
+void LoadAcadSplash::unload()
+{
+    m_program.unload(kName);
+}
+
+} // namespace zv

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controls/Window.h"
+#include "host/HostSession.h"
+
+class QLabel;
+
+namespace zv {
+
+class ClipPlayer;
+
+/// The small window that tells that AutoCAD is being loaded.
+class LoadAcad final : public Window {
+    Q_OBJECT
+
+public:
+    explicit LoadAcad(Program& program);
+    void load() override;
+    /// Starts the clip from its first frame.
+    void playClip();
+
+private:
+    QLabel* Label1;
+    ClipPlayer* Animation1;
+};
+
+/// The window LoadAcad as the splash of a host session.
+class LoadAcadSplash final : public LoadSplash {
+public:
+    explicit LoadAcadSplash(Program& program) : m_program(program) {}
+    void show() override;
+    void unload() override;
+
+private:
+    Program& m_program;
+};
+
+} // namespace zv
