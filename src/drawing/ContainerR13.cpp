@@ -51,7 +51,7 @@ Result<std::unique_ptr<Container>> ContainerR13::open(const ByteSource& source, 
     container->m_maintenance = fields.maintenance();
     container->m_previewPosition = fields.previewPosition();
 
-    BitReader in(std::span(start).first(size));
+    BitReader in(std::span<const std::byte>(start).first(size));
     in.seek(kLocatorCountAt * 8);
     const std::uint32_t count = in.rawLong();
     if (!in.ok() || count == 0 || count > kMostLocators)

@@ -76,7 +76,7 @@ Result<void> ContainerR2007::readMaps(bool corrected)
         return in.rawLongLong();
     };
     const auto pageMap =
-        systemPage({field(0x38), field(0x50), field(0x58), field(0x18)}, corrected, "page map");
+        systemPage({field(0x38) + kPagesAt, field(0x50), field(0x58), field(0x18)}, corrected, "page map");
     if (!pageMap)
         return pageMap.error();
     if (const auto done = readPageMap(*pageMap); !done)
