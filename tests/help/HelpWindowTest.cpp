@@ -1,0 +1,231 @@
+#include "help/HelpWindow.h"
+
+#include "controls/Program.h"
+#include "help/HTMLHelpViewer.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+namespace zv {
+namespace {
+
+class HelpWindowTest : public testing::Test {
+protected:
+    void SetUp() override { viewer.setHelpFile(TEST_BOOK); }
+
+    static QList<QWidget*> windows()
+    {
+        QList<QWidget*> found;
+        const QWidgetList all = QApplication::topLevelWidgets();
+        for (QWidget* widget : all)
+            if (widget->objectName() == QStringLiteral("HelpWindow") && widget->isVisible())
+                found.append(widget);
+        return found;
+    }
+
+    static QWidget* window() { return windows().isEmpty() ? nullptr : windows().first(); }
+
+    template <class Control> static Control* control(const char* name)
+    {
+        return window()->findChild<Control*>(QLatin1String(name));
+    }
+
+    static QString page() { return control<QTextBrowser>("HelpPage")->source().toString(); }
+    static void press(const char* name) { control<QToolButton>(name)->click(); }
+
+    HTMLHelpViewer viewer{makeHelpSystem()};
+};
+
+TEST_F(HelpWindowTest, ContentsShowTheTreeBesideTheFirstPage)
+{
+    viewer.ShowContents();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_NE(viewer.windowHandle(), 0);
+    EXPECT_EQ(window()->windowTitle(), QStringLiteral("A Small Book"));
+    EXPECT_EQ(control<QTabWidget>("HelpSides")->currentIndex(), 0);
+    auto* tree = control<QTreeWidget>("HelpContents");
+    EXPECT_EQ(tree->topLevelItemCount(), 2);
+    EXPECT_EQ(tree->topLevelItem(1)->child(0)->text(0), QStringLiteral("Second"));
+    EXPECT_EQ(page(), QStringLiteral("book:///start.html"));
+}
+
+TEST_F(HelpWindowTest, ASecondCallBringsTheOneWindowForwardAtItsPage)
+{
+    viewer.ShowContents();
+    const std::int32_t handle = viewer.windowHandle();
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    window()->showMinimized();
+    viewer.ShowContents();
+    EXPECT_EQ(windows().size(), 1);
+    EXPECT_EQ(viewer.windowHandle(), handle);
+    EXPECT_FALSE(window()->isMinimized());
+    EXPECT_EQ(page(), QStringLiteral("book:///second.html"));
+}
+
+TEST_F(HelpWindowTest, IndexAndSearchComeToTheFront)
+{
+    viewer.ShowIndex();
+    EXPECT_EQ(control<QTabWidget>("HelpSides")->currentIndex(), 1);
+    viewer.ShowSearch();
+    EXPECT_EQ(control<QTabWidget>("HelpSides")->currentIndex(), 2);
+    EXPECT_EQ(control<QLineEdit>("HelpSearchText")->text(), QString());
+}
+
+TEST_F(HelpWindowTest, ANumberOfATopicShowsNothing)
+{
+    viewer.ShowContext(1);
+    EXPECT_EQ(viewer.windowHandle(), 0);
+    EXPECT_EQ(window(), nullptr);
+}
+
+TEST_F(HelpWindowTest, AMissingOrDamagedFileDoesNothing)
+{
+    const QTemporaryDir folder;
+    const QString damaged = folder.filePath(QStringLiteral("damaged.chm"));
+    QFile file(damaged);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("ITSF and no more");
+    file.close();
+    for (const std::string& path :
+         {std::string("/no such folder/Zelvora.chm"), damaged.toStdString(), std::string()}) {
+        viewer.setHelpFile(path);
+        viewer.ShowContents();
+        EXPECT_EQ(viewer.windowHandle(), 0) << path;
+        EXPECT_EQ(window(), nullptr) << path;
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    }
+}
+
+TEST_F(HelpWindowTest, UnloadClosesTheWindowAndAShowOpensItAgain)
+{
+    viewer.ShowContents();
+    viewer.Unload();
+    EXPECT_EQ(window(), nullptr);
+    viewer.Show();
+    EXPECT_NE(window(), nullptr);
+}
+
+TEST_F(HelpWindowTest, TheWindowGoesWithTheViewer)
+{
+    {
+        HTMLHelpViewer other(makeHelpSystem());
+        other.setHelpFile(TEST_BOOK);
+        other.ShowContents();
+        EXPECT_EQ(windows().size(), 1);
+    }
+    EXPECT_EQ(windows().size(), 0);
+}
+
+TEST_F(HelpWindowTest, AnEntryOfTheContentsShowsItsPage)
+{
+    viewer.ShowContents();
+    auto* tree = control<QTreeWidget>("HelpContents");
+    tree->setCurrentItem(tree->topLevelItem(1)->child(1));
+    EXPECT_EQ(page(), QStringLiteral("book:///folder/third.html"));
+}
+
+TEST_F(HelpWindowTest, TheContentsFollowThePage)
+{
+    viewer.ShowContents();
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    auto* tree = control<QTreeWidget>("HelpContents");
+    ASSERT_NE(tree->currentItem(), nullptr);
+    EXPECT_EQ(tree->currentItem()->text(0), QStringLiteral("Second"));
+}
+
+TEST_F(HelpWindowTest, BackAndForwardWalkThePagesSeen)
+{
+    viewer.ShowContents();
+    EXPECT_FALSE(control<QToolButton>("HelpBack")->isEnabled());
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    press("HelpBack");
+    EXPECT_EQ(page(), QStringLiteral("book:///start.html"));
+    press("HelpForward");
+    EXPECT_EQ(page(), QStringLiteral("book:///second.html"));
+    EXPECT_FALSE(control<QToolButton>("HelpForward")->isEnabled());
+    press("HelpHome");
+    EXPECT_EQ(page(), QStringLiteral("book:///start.html"));
+}
+
+TEST_F(HelpWindowTest, LinksLeadInsideTheBookOnly)
+{
+    viewer.ShowContents();
+    auto* browser = control<QTextBrowser>("HelpPage");
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    for (const char* nowhere : {"missing.html", "http://localhost:1/none.html", "file:///etc/hostname"}) {
+        browser->setSource(QUrl(QLatin1String(nowhere)));
+        EXPECT_EQ(page(), QStringLiteral("book:///second.html")) << nowhere;
+    }
+    browser->setSource(QUrl(QStringLiteral("folder/third.html")));
+    EXPECT_EQ(page(), QStringLiteral("book:///folder/third.html"));
+    browser->setSource(QUrl(QStringLiteral("../start.html")));
+    EXPECT_EQ(page(), QStringLiteral("book:///start.html"));
+}
+
+TEST_F(HelpWindowTest, PicturesComeFromTheBook)
+{
+    viewer.ShowContents();
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    auto* browser = control<QTextBrowser>("HelpPage");
+    const QVariant picture =
+        browser->document()->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("pictures/dot.png")));
+    EXPECT_FALSE(picture.isNull());
+    EXPECT_TRUE(
+        browser->document()
+            ->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("file:///usr/share/pixmaps")))
+            .isNull());
+}
+
+TEST_F(HelpWindowTest, AKeywordIsChosenByItsFirstLetters)
+{
+    viewer.ShowIndex();
+    auto* list = control<QListWidget>("HelpIndex");
+    ASSERT_EQ(list->count(), 2);
+    QTest::keyClicks(control<QLineEdit>("HelpIndexText"), QStringLiteral("DOO"));
+    ASSERT_NE(list->currentItem(), nullptr);
+    EXPECT_EQ(list->currentItem()->text(), QStringLiteral("doors"));
+    EXPECT_EQ(page(), QStringLiteral("book:///second.html#doors"));
+}
+
+TEST_F(HelpWindowTest, ASearchListsThePagesAndOpensTheChosenOne)
+{
+    viewer.ShowSearch();
+    auto* text = control<QLineEdit>("HelpSearchText");
+    QTest::keyClicks(text, QStringLiteral("wall"));
+    QTest::keyClick(text, Qt::Key_Return);
+    auto* results = control<QListWidget>("HelpResults");
+    ASSERT_EQ(results->count(), 1);
+    EXPECT_EQ(results->item(0)->text(), QStringLiteral("Third <3>"));
+    results->setCurrentRow(0);
+    EXPECT_EQ(page(), QStringLiteral("book:///folder/third.html"));
+    text->setText(QStringLiteral("nowhere"));
+    QTest::mouseClick(control<QPushButton>("HelpSearchStart"), Qt::LeftButton);
+    ASSERT_EQ(results->count(), 1);
+    EXPECT_EQ(results->item(0)->flags(), Qt::NoItemFlags);
+}
+
+TEST_F(HelpWindowTest, EveryControlThatTakesTheFocusHasAName)
+{
+    viewer.ShowContents();
+    const QList<QWidget*> all = window()->findChildren<QWidget*>();
+    for (const QWidget* widget : all) {
+        if (!(widget->focusPolicy() & Qt::TabFocus) || widget->objectName().startsWith(QStringLiteral("qt_")))
+            continue;
+        const auto* button = qobject_cast<const QAbstractButton*>(widget);
+        EXPECT_FALSE(widget->accessibleName().isEmpty() && (button == nullptr || button->text().isEmpty()))
+            << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+    }
+}
+
+} // namespace
+} // namespace zv
