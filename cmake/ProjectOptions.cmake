@@ -15,6 +15,8 @@ target_compile_options(project_warnings INTERFACE
 # A precompiled header of g++ is only found again by the compiler cache with this switch.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_warnings INTERFACE -fpch-preprocess)
+    # g++ 12 suspects the optimised string operations of its own library.
+    target_compile_options(project_warnings INTERFACE -Wno-restrict)
 endif()
 
 if(ZELVORA_SANITIZE)

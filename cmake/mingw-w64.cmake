@@ -9,7 +9,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 # Programs run on their own, without the compiler's DLLs beside them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-find_program(ZELVORA_WINE NAMES wine64 wine)
+find_program(ZELVORA_WINE NAMES wine64 wine PATHS /usr/lib/wine)
 if(ZELVORA_WINE)
-    set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/wine-run")
+    # The second word is the folder of Wine's own files, so that nobody's home is touched.
+    set(CMAKE_CROSSCOMPILING_EMULATOR
+        "${CMAKE_CURRENT_LIST_DIR}/wine-run;${CMAKE_BINARY_DIR}/wine;${ZELVORA_WINE}")
 endif()

@@ -67,6 +67,8 @@ TEST_F(FilesTest, ReadOnlyFilesAreNeitherWrittenNorAppended)
 {
     const std::string file = folder.write("a", "old");
     std::filesystem::permissions(file, perms::owner_read);
+    if (kPathSeparator == '\\' && std::ofstream(file, std::ios::app))
+        GTEST_SKIP() << "Wine lets the administrator write to read-only files";
     EXPECT_EQ(writeFile(file, "new").error().code, ErrorCode::Denied);
     EXPECT_EQ(appendFile(file, "new").error().code, ErrorCode::Denied);
     EXPECT_EQ(folder.read("a"), "old");

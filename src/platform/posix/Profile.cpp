@@ -19,6 +19,36 @@ namespace zv {
 namespace {
 
 constexpr const char* kWorkingEnding = ".new";
+/// An editor's mark of a file whose characters take two bytes each, low byte first.
+constexpr std::string_view kWideMark = "\xFF\xFE";
+
+bool isWideText(std::string_view bytes)
+{
+    return bytes.starts_with(kWideMark);
+}
+
+std::string decoded(std::string bytes)
+{
+    if (!isWideText(bytes))
+        return bytes;
+    std::u16string text;
+    for (std::size_t i = kWideMark.size(); i + 1 < bytes.size(); i += 2)
+        text.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                             (static_cast<unsigned char>(bytes[i + 1]) << 8)));
+    return narrow(text);
+}
+
+std::string encoded(const std::string& text, bool asWideText)
+{
+    if (!asWideText)
+        return text;
+    std::string bytes(kWideMark);
+    for (const char16_t unit : wide(text)) {
+        bytes.push_back(static_cast<char>(unit & 0xFF));
+        bytes.push_back(static_cast<char>(unit >> 8));
+    }
+    return bytes;
+}
 
 std::string folderOf(const std::string& path)
 {
@@ -55,7 +85,7 @@ ProfileText load(const char* file)
 {
     if (!file || !*file)
         return ProfileText({});
-    return ProfileText(readFile(realFile(file)).valueOr({}));
+    return ProfileText(decoded(readFile(realFile(file)).valueOr({})));
 }
 
 /// The text as far as the buffer holds it; the count is without the NUL.
@@ -100,13 +130,14 @@ template <class Change> int rewrite(const char* file, Change change)
     Result<WorkingCopy> copy = WorkingCopy::open(path + kWorkingEnding);
     if (copy)
         old = readFile(path);
-    ProfileText profile(old.valueOr({}));
-    const std::string before = profile.text();
+    const std::string before = old.valueOr({});
+    ProfileText profile(decoded(before));
     change(profile);
-    if (old && profile.text() == before)
+    const std::string after = encoded(profile.text(), isWideText(before));
+    if (old && after == before)
         return 1;
     // In a folder where no second file can be made the profile is written in place.
-    return copy ? copy->replace(path, profile.text()).ok() : writeFile(path, profile.text()).ok();
+    return copy ? copy->replace(path, after).ok() : writeFile(path, after).ok();
 }
 
 } // namespace

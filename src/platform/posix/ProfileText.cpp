@@ -7,6 +7,8 @@ namespace zv {
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
+/// Some editors set these bytes before a text in UTF-8.
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 bool isBlank(char c)
 {
@@ -41,6 +43,8 @@ ProfileText::Line ProfileText::parse(std::string_view line, std::size_t begin, s
     Line result;
     result.begin = begin;
     result.end = end;
+    if (begin == 0 && line.starts_with(kUtf8Mark))
+        line.remove_prefix(kUtf8Mark.size());
     line = trimmed(line);
     if (line.empty() || line.front() == ';')
         return result;
@@ -54,7 +58,7 @@ ProfileText::Line ProfileText::parse(std::string_view line, std::size_t begin, s
     const std::size_t equals = line.find('=');
     result.name = trimmed(line.substr(0, equals));
     if (equals != std::string_view::npos)
-        result.value = trimmed(line.substr(equals + 1));
+        result.value = trimmed(line.substr(equals + 1, line.find('\0', equals + 1) - equals - 1));
     return result;
 }
 
@@ -198,7 +202,7 @@ void ProfileText::setLines(std::string_view section, const std::vector<std::stri
             body.insert(0, kLineEnd);
         const std::size_t end = endOf(*range);
         text.replace(begin, end > begin ? end - begin : 0, body);
-    } else {
+    } else if (!body.empty()) {
         if (!text.empty() && text.back() != '\n')
             text += kLineEnd;
         text += "[" + std::string(trimmed(section)) + "]" + std::string(kLineEnd) + body;

@@ -26,7 +26,8 @@ public:
     void setValue(std::string_view section, std::string_view key, std::string_view value);
     void removeKey(std::string_view section, std::string_view key);
     void removeSection(std::string_view section);
-    /// Replaces all lines of the section, or adds it at the end.
+    /// Replaces all lines of the section, or adds it at the end when there are lines to add. Lines of blanks
+    /// are passed over.
     void setLines(std::string_view section, const std::vector<std::string_view>& lines);
 
 private:

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <string>
+#include <string_view>
+
+namespace zv {
+
+/// The system's last failure as an error that names the path.
+Error lastError(std::string_view path);
+
+/// A path as the wide calls take it.
+std::wstring widePath(std::string_view path);
+
+} // namespace zv

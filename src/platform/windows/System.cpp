@@ -1,0 +1,134 @@
+#include "platform/System.h"
+
+#include "platform/Profile.h"
+#include "platform/Text.h"
+#include "platform/windows/LastError.h"
+
+#include <windows.h>
+#include <winnetwk.h>
+
+#include <algorithm>
+#include <cstring>
+
+namespace zv {
+
+namespace {
+
+constexpr std::size_t kPath = 32 * 1024;
+constexpr DWORD kLoginBuffer = 256;
+
+std::string narrowed(std::wstring_view text)
+{
+    return narrow(std::u16string(text.begin(), text.end()));
+}
+
+std::wstring settingsFolder(const std::string& application, const std::string& section)
+{
+    return widePath("Software\\" + application + "\\" + section);
+}
+
+/// One argument as a program reads it back: quotes around it when it holds blanks, marks before inner quotes.
+std::wstring quoted(const std::wstring& argument)
+{
+    if (!argument.empty() && argument.find_first_of(L" \t\"") == std::wstring::npos)
+        return argument;
+    std::wstring result = L"\"";
+    std::size_t slashes = 0;
+    for (const wchar_t c : argument) {
+        if (c == L'"')
+            result.append(slashes + 1, L'\\');
+        slashes = c == L'\\' ? slashes + 1 : 0;
+        result += c;
+    }
+    result.append(slashes, L'\\');
+    return result + L'"';
+}
+
+using DateText = int (*)(LPWSTR buffer, int size);
+
+std::string dateText(DateText ask)
+{
+    wchar_t buffer[128];
+    const int count = ask(buffer, static_cast<int>(std::size(buffer)));
+    return count > 0 ? narrowed(std::wstring_view(buffer, static_cast<std::size_t>(count - 1)))
+                     : std::string();
+}
+
+} // namespace
+
+std::string installationFolder()
+{
+    std::wstring path(kPath, L'\0');
+    path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+    const std::size_t separator = path.find_last_of(L"\\/");
+    return separator == std::wstring::npos ? "." : narrowed(path.substr(0, separator));
+}
+
+std::string userFolder()
+{
+    wchar_t buffer[MAX_PATH + 2];
+    std::wstring path(buffer, ::GetTempPathW(static_cast<DWORD>(std::size(buffer)), buffer));
+    while (!path.empty() && path.back() == L'\\')
+        path.pop_back();
+    ::CreateDirectoryW(path.c_str(), nullptr);
+    return narrowed(path);
+}
+
+std::string systemLoginName()
+{
+    char buffer[kLoginBuffer] = {};
+    DWORD size = kLoginBuffer;
+    if (::WNetGetUserA(nullptr, buffer, &size) != NO_ERROR)
+        return {};
+    return std::string(buffer, ::strnlen(buffer, kLoginBuffer));
+}
+
+std::string settingsValue(const std::string& application, const std::string& section, const std::string& key,
+                          const std::string& fallback)
+{
+    wchar_t buffer[kProfileBuffer] = {};
+    DWORD size = sizeof buffer;
+    if (::RegGetValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), widePath(key).c_str(),
+                       RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS)
+        return fallback;
+    return narrowed(buffer);
+}
+
+void setSettingsValue(const std::string& application, const std::string& section, const std::string& key,
+                      const std::string& value)
+{
+    const std::wstring text = widePath(value);
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), widePath(key).c_str(),
+                      REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+void startProgram(const std::vector<std::string>& command)
+{
+    std::wstring line;
+    for (const std::string& argument : command)
+        line += (line.empty() ? L"" : L" ") + quoted(widePath(argument));
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    if (line.empty() || !::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                          &startup, &process))
+        return;
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
+std::string shortDateTime()
+{
+    const std::string date = dateText([](LPWSTR buffer, int size) {
+        return ::GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, nullptr, nullptr, buffer, size,
+                                 nullptr);
+    });
+    const std::string time = dateText([](LPWSTR buffer, int size) {
+        return ::GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, nullptr, nullptr, buffer, size);
+    });
+    std::string text = date + " " + time;
+    text.erase(std::remove(text.begin(), text.end(), ','), text.end());
+    return text;
+}
+
+} // namespace zv
