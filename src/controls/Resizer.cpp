@@ -69,7 +69,12 @@ Resizer::Resizer(QWidget* form, QSize designSize) : QObject(form), m_form(form),
 
 void Resizer::place(QWidget* control, const QRect& design, QSize least)
 {
-    m_entries.append({control, design, least});
+    m_entries.append({control->parentWidget(), control, design, least});
+}
+
+void Resizer::reserve(QWidget* parent, const QRect& design, QSize least)
+{
+    m_entries.append({parent, nullptr, design, least});
 }
 
 void Resizer::setLeast(QWidget* control, QSize least)
@@ -93,11 +98,10 @@ void Resizer::layOut()
     // Parents were added before their children, so each parent has its new size by now.
     QVector<const QWidget*> done{m_form};
     for (const Entry& entry : m_entries) {
-        const QWidget* parent = entry.control->parentWidget();
-        if (done.contains(parent))
+        if (done.contains(entry.parent))
             continue;
-        done.append(parent);
-        layOutInside(parent, designPlace(parent).size());
+        done.append(entry.parent);
+        layOutInside(entry.parent, designPlace(entry.parent).size());
     }
     Q_EMIT resized();
 }
@@ -109,7 +113,7 @@ void Resizer::layOutInside(const QWidget* parent, QSize designSize)
     ProportionalAxis across;
     ProportionalAxis down;
     for (const Entry& entry : m_entries) {
-        if (entry.control->parentWidget() != parent)
+        if (entry.parent != parent)
             continue;
         across.add(entry.design.left(), entry.design.left() + entry.design.width(), entry.least.width());
         down.add(entry.design.top(), entry.design.top() + entry.design.height(), entry.least.height());
@@ -117,7 +121,7 @@ void Resizer::layOutInside(const QWidget* parent, QSize designSize)
     across.solve(designSize.width(), parent->width());
     down.solve(designSize.height(), parent->height());
     for (const Entry& entry : m_entries) {
-        if (entry.control->parentWidget() != parent)
+        if (entry.parent != parent || entry.control == nullptr)
             continue;
         const QPoint start(across.at(entry.design.left()), down.at(entry.design.top()));
         const QPoint end(across.at(entry.design.left() + entry.design.width()),

@@ -44,6 +44,8 @@ public:
     /// added before. `least` is the smallest size in pixels at which the control can be read; a zero lets
     /// that side shrink freely. A least size that depends on font or caption is given anew by setLeast().
     void place(QWidget* control, const QRect& design, QSize least = {0, 0});
+    /// Keeps an area of a parent from shrinking below `least` though no control stands in it.
+    void reserve(QWidget* parent, const QRect& design, QSize least);
     /// Changes a control's least size; it counts from the next layout on.
     void setLeast(QWidget* control, QSize least);
     /// The design place that the control was given; an empty one when it was not.
@@ -60,7 +62,8 @@ protected:
 
 private:
     struct Entry {
-        QWidget* control;
+        QWidget* parent;
+        QWidget* control; ///< Null for a reserved area.
         QRect design;
         QSize least;
     };

@@ -100,6 +100,20 @@ TEST(Resizer, KeepsALineOfTextReadableInASmallForm)
     EXPECT_EQ(line->height(), 30);
 }
 
+TEST(Resizer, KeepsAReservedAreaFree)
+{
+    QWidget form;
+    auto* frame = new QWidget(&form);
+    auto* list = new QWidget(frame);
+    Resizer resizer(&form, {100, 200});
+    resizer.place(frame, {0, 0, 100, 200});
+    resizer.reserve(frame, {0, 0, 100, 20}, {0, 16});
+    resizer.place(list, {0, 20, 100, 180});
+    resizeTo(form, 100, 50);
+    resizer.layOut();
+    EXPECT_EQ(list->geometry(), QRect(0, 16, 100, 34));
+}
+
 TEST(Resizer, LeavesTheFontAsItIs)
 {
     QWidget form;
