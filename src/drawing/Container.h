@@ -24,7 +24,8 @@ enum class Section {
 };
 
 /// A drawing file, opened: its version and its streams, each found and unpacked only when it is asked for.
-/// Format: "Open Design Specification for .dwg files", as the Open Design Alliance publishes it.
+/// For one thread at a time. Format: "Open Design Specification for .dwg files", as the Open Design Alliance
+/// publishes it.
 class Container {
 public:
     virtual ~Container() = default;
@@ -42,10 +43,13 @@ public:
     /// The file's code page number; 30 is ANSI 1252.
     int codePage() const { return m_codePage; }
     int maintenanceVersion() const { return m_maintenance; }
+    /// What could not be unpacked and was left as zeros in the objects that section() gave, in words.
+    const std::vector<std::string>& damage() const { return m_damage; }
 
     /// The stream, unpacked, without sentinels being removed. Sections of R13 to R2000 are cut from the file;
-    /// there Objects is the whole file, so that the object map's places are the file's own. Errors: NotFound,
-    /// the file has no such section; Damaged; TooLarge.
+    /// there Objects is the whole file, so that the object map's places are the file's own. A page of Objects
+    /// that cannot be unpacked is left as zeros and told in damage(). Errors: NotFound, the file has no such
+    /// section; Damaged; TooLarge.
     virtual Result<std::vector<std::byte>> section(Section which) const = 0;
     /// `length` bytes of Objects from `offset`, with as few pages unpacked as hold them. Same errors.
     virtual Result<std::vector<std::byte>> objectBytes(std::uint64_t offset, std::size_t length) const = 0;
@@ -55,6 +59,7 @@ protected:
     std::string m_versionText;
     int m_codePage = 30;
     int m_maintenance = 0;
+    mutable std::vector<std::string> m_damage;
 };
 
 } // namespace zv::dwg

@@ -1,0 +1,174 @@
+#include "drawing/ReedSolomon.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace zv::dwg {
+
+namespace {
+
+constexpr int kOrder = 255;
+constexpr std::size_t kMostGuards = 16;
+
+/// The field of 256 elements that a polynomial makes.
+struct Field {
+    std::array<std::uint8_t, 2 * kOrder> power{};
+    std::array<int, 256> log{};
+
+    constexpr explicit Field(unsigned polynomial)
+    {
+        unsigned x = 1;
+        for (int i = 0; i < kOrder; ++i) {
+            power[i] = power[i + kOrder] = static_cast<std::uint8_t>(x);
+            log[x] = i;
+            x <<= 1;
+            if ((x & 0x100) != 0)
+                x ^= polynomial;
+        }
+    }
+    std::uint8_t multiply(std::uint8_t a, std::uint8_t b) const
+    {
+        return a == 0 || b == 0 ? 0 : power[log[a] + log[b]];
+    }
+    std::uint8_t divide(std::uint8_t a, std::uint8_t b) const
+    {
+        return a == 0 ? 0 : power[log[a] + kOrder - log[b]];
+    }
+};
+// x^8 + x^6 + x^5 + x^3 + 1 for system pages, x^8 + x^4 + x^3 + x^2 + 1 for data pages.
+constexpr Field kSystemField(0x169), kPageField(0x11D);
+
+using Polynomial = std::array<std::uint8_t, kMostGuards + 1>; // lowest power first
+
+/// Corrects one block, whose bytes are a polynomial with the lowest power first.
+class BlockCorrector {
+public:
+    BlockCorrector(const Field& field, std::size_t guards) : m_field(field), m_guards(guards) {}
+
+    bool correct(std::span<std::uint8_t, ReedSolomon::kBlock> block)
+    {
+        std::uint8_t any = 0;
+        for (std::size_t i = 0; i < m_guards; ++i) {
+            m_syndromes[i] = valueAt(block, m_field.power[i + 1]);
+            any |= m_syndromes[i];
+        }
+        if (any == 0)
+            return true;
+        const std::size_t errors = findLocator();
+        if (errors > m_guards / 2)
+            return false;
+        const Polynomial evaluator = product();
+        std::size_t found = 0;
+        for (int at = 0; at < kOrder; ++at) {
+            const std::uint8_t inverse = m_field.power[(kOrder - at) % kOrder];
+            if (valueAt(m_locator, inverse) != 0)
+                continue;
+            ++found;
+            block[at] ^= errorAt(evaluator, inverse);
+        }
+        return found == errors;
+    }
+
+private:
+    std::uint8_t valueAt(std::span<const std::uint8_t> polynomial, std::uint8_t x) const
+    {
+        const int step = m_field.log[x];
+        std::uint8_t value = 0;
+        for (std::size_t i = polynomial.size(); i-- > 0;)
+            value = (value == 0 ? 0 : m_field.power[m_field.log[value] + step]) ^ polynomial[i];
+        return value;
+    }
+
+    /// The polynomial whose roots tell the wrong places (Berlekamp and Massey); gives how many there are.
+    std::size_t findLocator()
+    {
+        m_locator = {1};
+        Polynomial previous{1};
+        std::size_t length = 0, gap = 1;
+        std::uint8_t last = 1;
+        for (std::size_t n = 0; n < m_guards; ++n) {
+            std::uint8_t discrepancy = m_syndromes[n];
+            for (std::size_t i = 1; i <= length; ++i)
+                discrepancy ^= m_field.multiply(m_locator[i], m_syndromes[n - i]);
+            if (discrepancy == 0) {
+                ++gap;
+                continue;
+            }
+            const Polynomial before = m_locator;
+            const std::uint8_t factor = m_field.divide(discrepancy, last);
+            for (std::size_t i = 0; i + gap < m_locator.size(); ++i)
+                m_locator[i + gap] ^= m_field.multiply(factor, previous[i]);
+            if (2 * length > n) {
+                ++gap;
+                continue;
+            }
+            length = n + 1 - length;
+            previous = before;
+            last = discrepancy;
+            gap = 1;
+        }
+        return length;
+    }
+
+    /// Locator times syndromes, which gives the sizes of the errors.
+    Polynomial product() const
+    {
+        Polynomial result{};
+        for (std::size_t i = 0; i < m_guards; ++i) {
+            for (std::size_t j = 0; j <= i; ++j)
+                result[i] ^= m_field.multiply(m_locator[j], m_syndromes[i - j]);
+        }
+        return result;
+    }
+
+    /// The size of the error at the place whose element has this inverse (Forney).
+    std::uint8_t errorAt(const Polynomial& evaluator, std::uint8_t inverse) const
+    {
+        std::uint8_t slope = 0;
+        for (std::size_t i = 1; i < m_locator.size(); i += 2) {
+            const int power = m_field.log[inverse] * static_cast<int>(i - 1) % kOrder;
+            slope ^= m_field.multiply(m_locator[i], m_field.power[power]);
+        }
+        return slope == 0 ? 0 : m_field.divide(valueAt(evaluator, inverse), slope);
+    }
+
+    const Field& m_field;
+    std::size_t m_guards;
+    std::array<std::uint8_t, kMostGuards> m_syndromes{};
+    Polynomial m_locator{};
+};
+
+} // namespace
+
+std::vector<std::byte> ReedSolomon::data(std::span<const std::byte> woven, std::size_t blocks,
+                                         std::size_t dataBytes)
+{
+    std::vector<std::byte> bytes(blocks * dataBytes);
+    for (std::size_t block = 0; block < blocks; ++block) {
+        std::byte* to = bytes.data() + block * dataBytes;
+        for (std::size_t i = 0; i < dataBytes; ++i)
+            to[i] = woven[i * blocks + block];
+    }
+    return bytes;
+}
+
+bool ReedSolomon::correct(std::span<std::byte> woven, std::size_t blocks, std::size_t dataBytes)
+{
+    BlockCorrector corrector(dataBytes == kSystemData ? kSystemField : kPageField, kBlock - dataBytes);
+    bool all = true;
+    for (std::size_t block = 0; block < blocks; ++block) {
+        std::array<std::uint8_t, kBlock> bytes;
+        for (std::size_t i = 0; i < kBlock; ++i)
+            bytes[i] = std::to_integer<std::uint8_t>(woven[i * blocks + block]);
+        if (!corrector.correct(bytes)) {
+            all = false;
+            continue;
+        }
+        for (std::size_t i = 0; i < kBlock; ++i)
+            woven[i * blocks + block] = static_cast<std::byte>(bytes[i]);
+    }
+    return all;
+}
+
+} // namespace zv::dwg
