@@ -1,0 +1,187 @@
+#include "drawing/write/TableRecords.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace zv::dwg {
+
+namespace {
+using Entries = std::vector<std::pair<Text, Handle>>;
+
+Record dictionaryRecord(int type, Handle handle, Handle owner, Entries entries)
+{
+    Record record(type, handle);
+    record.beginObject(owner, owner);
+    record.fields.bitLong(static_cast<std::int32_t>(entries.size()));
+    record.fields.bitShort(1);
+    record.fields.rawChar(0);
+    std::sort(entries.begin(), entries.end());
+    for (const auto& [name, entry] : entries) {
+        record.fields.text(encodeText(name));
+        record.handles.handle(kSoftOwner, entry);
+    }
+    return record;
+}
+
+void addMLineStyle(ObjectStream& objects, const Plan& plan, const MLineStyle& style)
+{
+    Record record(kMlinestyle, style.handle);
+    record.beginObject(plan.mlineStyles, plan.mlineStyles);
+    BitWriter& fields = record.fields;
+    fields.text(encodeText(style.name));
+    fields.text({});
+    fields.bitShort(static_cast<std::int16_t>(style.flags));
+    fields.bitShort(colorIndex(style.fill));
+    fields.bitDouble(style.startAngle);
+    fields.bitDouble(style.endAngle);
+    fields.rawChar(static_cast<std::uint8_t>(std::min<std::size_t>(style.elements.size(), 16)));
+    for (std::size_t i = 0; i < style.elements.size() && i < 16; ++i) {
+        fields.bitDouble(style.elements[i].offset);
+        fields.bitShort(colorIndex(style.elements[i].color));
+        fields.bitShort(32767); // ByLayer.
+    }
+    objects.add(record);
+}
+
+void writePlotSettings(BitWriter& fields, const Layout& layout)
+{
+    fields.text({});
+    fields.text("none_device");
+    fields.bitShort(layout.model ? 0x6B0 : 0x2B0);
+    for (int i = 0; i < 4; ++i)
+        fields.bitDouble(6.35); // Margins.
+    fields.bitDouble(layout.paperWidth > 0 ? layout.paperWidth : 215.9);
+    fields.bitDouble(layout.paperHeight > 0 ? layout.paperHeight : 279.4);
+    fields.text("ANSI_A_(8.50_x_11.00_Inches)");
+    fields.bitPoint2({0, 0});
+    fields.bitShort(0);
+    fields.bitShort(layout.model ? 1 : 0);
+    fields.bitShort(layout.model ? 0 : 5); // What is plotted: the display, or the layout.
+    fields.bitPoint2({0, 0});
+    fields.bitPoint2({0, 0});
+    fields.text({});
+    fields.bitDouble(1);
+    fields.bitDouble(1);
+    fields.text({});
+    fields.bitShort(layout.model ? 0 : 16);
+    fields.bitDouble(1);
+    fields.bitPoint2({0, 0});
+}
+
+void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
+{
+    Record record(kLayout, layout.handle);
+    record.beginObject(plan.layouts, plan.layouts);
+    BitWriter& fields = record.fields;
+    writePlotSettings(fields, layout);
+    fields.text(encodeText(layout.name));
+    fields.bitShort(static_cast<std::int16_t>(layout.tabOrder));
+    fields.bitShort(1);
+    fields.bitPoint3({0, 0, 0});
+    fields.rawPoint2(layout.limitsMin);
+    fields.rawPoint2(layout.limitsMax);
+    fields.bitPoint3({0, 0, 0});
+    fields.bitPoint3({1, 0, 0});
+    fields.bitPoint3({0, 1, 0});
+    fields.bitDouble(0);
+    fields.bitShort(0);
+    fields.bitPoint3(layout.extentsMin);
+    fields.bitPoint3(layout.extentsMax);
+    record.handles.handle(kSoftPointer, layout.block);
+    record.handles.handle(kSoftPointer, layout.model ? plan.activeVport : 0);
+    record.handles.handle(kHardPointer, 0);
+    record.handles.handle(kHardPointer, 0);
+    objects.add(record);
+}
+
+void putText(std::string& data, std::uint16_t code, const Text& text)
+{
+    const std::string bytes = encodeText(text).substr(0, 0xFFFF);
+    putShort(data, code);
+    putShort(data, static_cast<std::uint16_t>(bytes.size()));
+    data.push_back(30);
+    data += bytes;
+}
+
+void putReal(std::string& data, std::uint16_t code, double value)
+{
+    const auto word = std::bit_cast<std::uint64_t>(value);
+    putShort(data, code);
+    putLong(data, static_cast<std::uint32_t>(word));
+    putLong(data, static_cast<std::uint32_t>(word >> 32));
+}
+} // namespace
+
+std::string propertiesRecordData(const Properties& properties)
+{
+    std::string data;
+    putText(data, 1, u"DWGPROPS COOKIE");
+    putText(data, 2, properties.title);
+    putText(data, 3, properties.subject);
+    putText(data, 4, properties.author);
+    putText(data, 6, properties.comments);
+    putText(data, 7, properties.keywords);
+    putText(data, 8, properties.lastSavedBy);
+    putText(data, 9, properties.revision);
+    for (std::size_t i = 0; i < 10; ++i) {
+        Text pair = u"=";
+        if (i < properties.custom.size())
+            pair = properties.custom[i].first + u"=" + properties.custom[i].second;
+        putText(data, static_cast<std::uint16_t>(300 + i), pair);
+    }
+    for (const std::uint16_t code : {40, 41, 42})
+        putReal(data, code, 0); // Times of work, creation and change.
+    putText(data, 1, properties.hyperlinkBase);
+    putShort(data, 90);
+    putLong(data, 0);
+    return data;
+}
+
+void addDictionaries(ObjectStream& objects, const Plan& plan, const std::optional<Properties>& properties)
+{
+    const Document& document = plan.document;
+    Entries named{{u"ACAD_GROUP", plan.groups},
+                  {u"ACAD_LAYOUT", plan.layouts},
+                  {u"ACAD_MLINESTYLE", plan.mlineStyles},
+                  {u"ACAD_PLOTSETTINGS", plan.plotSettings},
+                  {u"ACAD_PLOTSTYLENAME", plan.plotStyles}};
+    if (properties)
+        named.emplace_back(u"DWGPROPS", plan.properties);
+    objects.add(dictionaryRecord(kDictionary, plan.namedObjects, 0, named));
+    objects.add(dictionaryRecord(kDictionary, plan.groups, plan.namedObjects, {}));
+    objects.add(dictionaryRecord(kDictionary, plan.plotSettings, plan.namedObjects, {}));
+
+    Record plotStyles = dictionaryRecord(kDictionaryWithDefault, plan.plotStyles, plan.namedObjects,
+                                         {{u"Normal", plan.placeholder}});
+    plotStyles.handles.handle(kHardPointer, plan.placeholder);
+    objects.add(plotStyles);
+    Record placeholder(kPlaceholder, plan.placeholder);
+    placeholder.beginObject(plan.plotStyles, plan.plotStyles);
+    objects.add(placeholder);
+
+    Entries styles, layouts;
+    for (const MLineStyle& style : document.mlineStyles)
+        styles.emplace_back(style.name, style.handle);
+    for (const Layout& layout : document.layouts)
+        layouts.emplace_back(layout.name, layout.handle);
+    objects.add(dictionaryRecord(kDictionary, plan.mlineStyles, plan.namedObjects, styles));
+    for (const MLineStyle& style : document.mlineStyles)
+        addMLineStyle(objects, plan, style);
+    objects.add(dictionaryRecord(kDictionary, plan.layouts, plan.namedObjects, layouts));
+    for (const Layout& layout : document.layouts)
+        addLayout(objects, plan, layout);
+
+    if (properties) {
+        Record record(kXrecord, plan.properties);
+        record.beginObject(plan.namedObjects, plan.namedObjects);
+        const std::string data = propertiesRecordData(*properties);
+        record.fields.bitLong(static_cast<std::int32_t>(data.size()));
+        record.fields.rawBytes(data);
+        record.fields.bitShort(1);
+        objects.add(record);
+    }
+}
+
+} // namespace zv::dwg

@@ -1,0 +1,234 @@
+#include "drawing/write/EntityRecords.h"
+
+#include "drawing/write/ShapeFields.h"
+
+#include <algorithm>
+
+namespace zv::dwg {
+
+namespace {
+/// Where an entity stands: its owner, and the entities before and behind it there.
+struct Place {
+    Handle owner = 0;
+    unsigned mode = 0; ///< 2 model space, 1 paper space, 0 the owner is told.
+    Handle previous = 0, next = 0;
+};
+
+class EntityRecords {
+public:
+    EntityRecords(ObjectStream& objects, Plan& plan) : m_objects(objects), m_plan(plan) {}
+
+    Result<void> addBlock(std::size_t index)
+    {
+        m_block = &m_plan.document.blocks[index];
+        const BlockPlan plan = m_plan.blocks[index];
+        Place place{m_block->handle, plan.entityMode, 0, 0};
+        Entity frame;
+        frame.handle = plan.begin;
+        Record begin = started(kBlock, frame, place);
+        begin.fields.text(encodeText(m_block->name));
+        m_objects.add(begin);
+        // What an external reference shows belongs to the other file.
+        const std::size_t count = m_block->xref ? 0 : m_block->entities.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            place.previous = i > 0 ? m_block->entities[i - 1].handle : 0;
+            place.next = i + 1 < count ? m_block->entities[i + 1].handle : 0;
+            if (const auto added = addEntity(m_block->entities[i], place); !added)
+                return added;
+        }
+        frame.handle = plan.end;
+        m_objects.add(started(kEndblk, frame, {m_block->handle, plan.entityMode, 0, 0}));
+        return {};
+    }
+
+private:
+    Record started(int type, const Entity& entity, const Place& place)
+    {
+        Record record(type, entity.handle);
+        BitWriter& fields = record.fields;
+        fields.bit(false); // No picture of a proxy.
+        fields.bitPair(place.mode);
+        fields.bitLong(0);
+        fields.bit(false); // The neighbours are told.
+        fields.bitShort(colorIndex(entity.color));
+        fields.bitDouble(entity.linetypeScale);
+        const Handle linetype = entity.linetype == 0 ? m_plan.byLayer : m_plan.linetype(entity.linetype);
+        const unsigned flags = linetype == m_plan.byLayer      ? 0
+                               : linetype == m_plan.byBlock    ? 1
+                               : linetype == m_plan.continuous ? 2
+                                                               : 3;
+        fields.bitPair(flags);
+        fields.bitPair(0);
+        fields.bitShort(entity.invisible ? 1 : 0);
+        fields.rawChar(lineweightIndex(entity.lineweight));
+
+        BitWriter& handles = record.handles;
+        if (place.mode == 0)
+            handles.handle(kSoftPointer, place.owner);
+        handles.handle(kHardOwner, 0);
+        handles.handle(kSoftPointer, place.previous);
+        handles.handle(kSoftPointer, place.next);
+        handles.handle(kHardPointer, m_plan.layer(entity.layer));
+        if (flags == 3)
+            handles.handle(kHardPointer, linetype);
+        return record;
+    }
+
+    Result<void> addEntity(const Entity& entity, const Place& place)
+    {
+        return std::visit([&](const auto& shape) { return add(entity, place, shape); }, entity.geometry);
+    }
+
+    /// Kinds that are one record without parts.
+    template <class ShapeType>
+    Result<void> add(const Entity& entity, const Place& place, const ShapeType& shape)
+    {
+        const int type = recordType(shape);
+        if (type == 0)
+            return refused(entity);
+        Record record = started(type, entity, place);
+        if (const auto written = writeShape(record, m_plan, shape); !written)
+            return written;
+        m_objects.add(record);
+        return {};
+    }
+
+    static Result<void> refused(const Entity& entity)
+    {
+        return Error{ErrorCode::Unsupported,
+                     (entity.kind.empty() ? std::string("an entity of unknown kind") : entity.kind) +
+                         " cannot be written"};
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Insert& insert)
+    {
+        Record record = started(insertType(insert), entity, place);
+        writeInsert(record, insert);
+        record.handles.handle(kHardPointer, insert.block);
+        if (insert.attributes.empty()) {
+            m_objects.add(record);
+            return {};
+        }
+        const Handle end = m_plan.give();
+        record.handles.handle(kSoftPointer, m_block->attributes[insert.attributes.front()].handle);
+        record.handles.handle(kSoftPointer, m_block->attributes[insert.attributes.back()].handle);
+        record.handles.handle(kHardOwner, end);
+        m_objects.add(record);
+        for (std::size_t i = 0; i < insert.attributes.size(); ++i) {
+            const auto handleAt = [&](std::size_t at) {
+                return at < insert.attributes.size() ? m_block->attributes[insert.attributes[at]].handle : 0;
+            };
+            const Entity& attribute = m_block->attributes[insert.attributes[i]];
+            const auto* shape = std::get_if<Attribute>(&attribute.geometry);
+            if (shape == nullptr)
+                return Error{ErrorCode::Unsupported, "an INSERT with an attribute that is none"};
+            Record part =
+                started(kAttrib, attribute, {entity.handle, 0, i > 0 ? handleAt(i - 1) : 0, handleAt(i + 1)});
+            writeAttribute(part, m_plan, *shape, false);
+            m_objects.add(part);
+        }
+        addSequenceEnd(entity, end);
+        return {};
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Attribute& definition)
+    {
+        Record record = started(kAttdef, entity, place);
+        writeAttribute(record, m_plan, definition, true);
+        m_objects.add(record);
+        return {};
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Polyline& line)
+    {
+        if (line.lightweight && !line.threeD) {
+            Record record = started(kLwpolyline, entity, place);
+            writeLightPolyline(record, line);
+            m_objects.add(record);
+            return {};
+        }
+        Record record = started(line.threeD ? kPolyline3d : kPolyline2d, entity, place);
+        writePolylineHead(record, line);
+        const std::size_t count = line.vertices.size();
+        std::vector<Handle> parts(count);
+        for (Handle& part : parts)
+            part = m_plan.give();
+        const Handle end = m_plan.give();
+        addParts(record, parts, end);
+        for (std::size_t i = 0; i < count; ++i) {
+            Record vertex = startedPart(line.threeD ? kVertex3d : kVertex2d, entity, parts, i);
+            writeVertex(vertex, line, line.vertices[i]);
+            m_objects.add(vertex);
+        }
+        addSequenceEnd(entity, end);
+        return {};
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Mesh& mesh)
+    {
+        const bool polyface = !mesh.faces.empty();
+        if (mesh.vertices.size() > 32767 || mesh.faces.size() > 32767)
+            return refused(entity);
+        Record record = started(polyface ? kPolylinePface : kPolylineMesh, entity, place);
+        writeMeshHead(record, mesh);
+        std::vector<Handle> parts(mesh.vertices.size() + mesh.faces.size());
+        for (Handle& part : parts)
+            part = m_plan.give();
+        const Handle end = m_plan.give();
+        addParts(record, parts, end);
+        for (std::size_t i = 0; i < parts.size(); ++i) {
+            const bool isFace = i >= mesh.vertices.size();
+            Record part = startedPart(isFace     ? kVertexPfaceFace
+                                      : polyface ? kVertexPface
+                                                 : kVertexMesh,
+                                      entity, parts, i);
+            if (isFace) {
+                for (const int corner : mesh.faces[i - mesh.vertices.size()])
+                    part.fields.bitShort(static_cast<std::int16_t>(corner));
+            } else {
+                part.fields.rawChar(polyface ? 192 : 64);
+                part.fields.bitPoint3(mesh.vertices[i]);
+            }
+            m_objects.add(part);
+        }
+        addSequenceEnd(entity, end);
+        return {};
+    }
+
+    void addParts(Record& record, const std::vector<Handle>& parts, Handle end)
+    {
+        record.handles.handle(kSoftPointer, parts.empty() ? 0 : parts.front());
+        record.handles.handle(kSoftPointer, parts.empty() ? 0 : parts.back());
+        record.handles.handle(kHardOwner, end);
+        m_objects.add(record);
+    }
+
+    Record startedPart(int type, const Entity& whole, const std::vector<Handle>& parts, std::size_t at)
+    {
+        Entity part = whole;
+        part.handle = parts[at];
+        return started(
+            type, part,
+            {whole.handle, 0, at > 0 ? parts[at - 1] : 0, at + 1 < parts.size() ? parts[at + 1] : 0});
+    }
+
+    void addSequenceEnd(const Entity& whole, Handle handle)
+    {
+        Entity end;
+        end.handle = handle;
+        end.layer = whole.layer;
+        m_objects.add(started(kSeqend, end, {whole.handle, 0, 0, 0}));
+    }
+
+    ObjectStream& m_objects;
+    Plan& m_plan;
+    const BlockRecord* m_block = nullptr;
+};
+} // namespace
+
+Result<void> addBlockContent(ObjectStream& objects, Plan& plan, std::size_t block)
+{
+    return EntityRecords(objects, plan).addBlock(block);
+}
+
+} // namespace zv::dwg

@@ -1,0 +1,342 @@
+#include "drawing/write/Plan.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zv::dwg {
+
+Handle Plan::give(Handle wanted)
+{
+    if (wanted != 0 && m_used.insert(wanted).second) {
+        m_next = std::max(m_next, wanted + 1);
+        return wanted;
+    }
+    while (!m_used.insert(m_next).second)
+        ++m_next;
+    return m_next++;
+}
+
+namespace {
+bool sameName(const Text& a, std::u16string_view b)
+{
+    const auto folded = [](char16_t c) { return c >= 'A' && c <= 'Z' ? char16_t(c + 32) : c; };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [&](char16_t x, char16_t y) { return folded(x) == folded(y); });
+}
+
+template <class Entry> Entry* named(std::vector<Entry>& entries, std::u16string_view name)
+{
+    const auto found = std::find_if(entries.begin(), entries.end(),
+                                    [&](const Entry& entry) { return sameName(entry.name, name); });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+/// The entry of that name, added when there is none.
+template <class Entry> Entry& required(std::vector<Entry>& entries, std::u16string_view name)
+{
+    if (Entry* found = named(entries, name))
+        return *found;
+    entries.emplace_back();
+    entries.back().name = Text(name);
+    return entries.back();
+}
+} // namespace
+
+/// Completes a document and gives out handles.
+class Planner {
+public:
+    explicit Planner(const Document& document) { m_plan.document = document; }
+
+    Result<Plan> plan()
+    {
+        Document& document = m_plan.document;
+        // The handles that the document has come first, so that they are kept.
+        keepAll(document.layers);
+        keepAll(document.linetypes);
+        keepAll(document.textStyles);
+        keepAll(document.dimensionStyles);
+        keepAll(document.mlineStyles);
+        keepAll(document.blocks);
+        keepAll(document.layouts);
+        for (BlockRecord& block : document.blocks) {
+            keepAll(block.entities);
+            keepAll(block.attributes);
+        }
+        giveControls();
+        completeTables();
+        completeSpaces();
+        giveRest();
+        if (const auto checked = checkInserts(); !checked)
+            return checked.error();
+        return std::move(m_plan);
+    }
+
+private:
+    /// Clears handles that another object has taken already.
+    template <class Entry> void keepAll(std::vector<Entry>& entries)
+    {
+        for (Entry& entry : entries) {
+            if (entry.handle != 0 && !m_plan.m_used.insert(entry.handle).second)
+                entry.handle = 0;
+            m_plan.m_next = std::max(m_plan.m_next, entry.handle + 1);
+        }
+    }
+    template <class Entry> void giveAll(std::vector<Entry>& entries)
+    {
+        for (Entry& entry : entries)
+            if (entry.handle == 0)
+                entry.handle = m_plan.give();
+    }
+
+    // Numbers below 0x30 are the ones that AutoCAD gives to these objects in every new drawing.
+    void giveControls()
+    {
+        Plan& p = m_plan;
+        p.blockControl = p.give(0x01);
+        p.layerControl = p.give(0x02);
+        p.styleControl = p.give(0x03);
+        p.linetypeControl = p.give(0x05);
+        p.viewControl = p.give(0x06);
+        p.ucsControl = p.give(0x07);
+        p.vportControl = p.give(0x08);
+        p.applicationControl = p.give(0x09);
+        p.dimensionStyleControl = p.give(0x0A);
+        p.viewportHeaderControl = p.give(0x0B);
+        p.namedObjects = p.give(0x0C);
+        p.groups = p.give(0x0D);
+        p.plotStyles = p.give(0x0E);
+        p.placeholder = p.give(0x0F);
+        p.application = p.give(0x12);
+        p.mlineStyles = p.give(0x17);
+        p.plotSettings = p.give(0x19);
+        p.layouts = p.give(0x1A);
+        p.activeVport = p.give(0x29);
+    }
+
+    template <class Entry>
+    Handle complete(std::vector<Entry>& entries, std::u16string_view name, Handle wanted)
+    {
+        Entry& entry = required(entries, name);
+        if (entry.handle == 0)
+            entry.handle = m_plan.give(wanted);
+        return entry.handle;
+    }
+
+    void completeTables()
+    {
+        Document& document = m_plan.document;
+        m_plan.byBlock = complete(document.linetypes, u"ByBlock", 0x14);
+        m_plan.byLayer = complete(document.linetypes, u"ByLayer", 0x15);
+        m_plan.continuous = complete(document.linetypes, u"Continuous", 0x16);
+        m_plan.layerZero = complete(document.layers, u"0", 0x10);
+        const bool bare = named(document.textStyles, u"Standard") == nullptr;
+        m_plan.standardStyle = complete(document.textStyles, u"Standard", 0x11);
+        if (bare)
+            document.textStyles.back().font = u"txt";
+        m_plan.standardDimensionStyle = complete(document.dimensionStyles, u"Standard", 0x27);
+        const bool noMLineStyle = named(document.mlineStyles, u"Standard") == nullptr;
+        m_plan.standardMLineStyle = complete(document.mlineStyles, u"Standard", 0x18);
+        if (noMLineStyle)
+            document.mlineStyles.back().elements = {{0.5, {}, 0}, {-0.5, {}, 0}};
+        giveAll(document.layers);
+        giveAll(document.linetypes);
+        giveAll(document.textStyles);
+        giveAll(document.dimensionStyles);
+        giveAll(document.mlineStyles);
+    }
+
+    void completeSpaces()
+    {
+        Document& document = m_plan.document;
+        space(u"*Model_Space", 0x1F);
+        space(u"*Paper_Space", 0x1B);
+        giveAll(document.blocks);
+        const auto isPaper = [](const BlockRecord& block) { return sameName(block.name, u"*Paper_Space"); };
+        for (std::size_t i = 0; i < document.blocks.size(); ++i) {
+            if (sameName(document.blocks[i].name, u"*Model_Space"))
+                document.modelSpace = i;
+            else if (isPaper(document.blocks[i]))
+                m_plan.paperSpace = i;
+        }
+        for (const BlockRecord& block : document.blocks)
+            if (block.layout)
+                layoutFor(block);
+        giveAll(document.layouts);
+    }
+
+    void space(std::u16string_view name, Handle wanted)
+    {
+        BlockRecord& block = required(m_plan.document.blocks, name);
+        block.layout = true;
+        if (block.handle == 0)
+            block.handle = m_plan.give(wanted);
+    }
+
+    void layoutFor(const BlockRecord& block)
+    {
+        std::vector<Layout>& layouts = m_plan.document.layouts;
+        if (std::any_of(layouts.begin(), layouts.end(),
+                        [&](const Layout& layout) { return layout.block == block.handle; }))
+            return;
+        Layout layout;
+        layout.block = block.handle;
+        layout.model = sameName(block.name, u"*Model_Space");
+        int order = 0;
+        for (const Layout& other : layouts)
+            order = std::max(order, other.tabOrder);
+        layout.tabOrder = layout.model ? 0 : order + 1;
+        layout.name = u"Model";
+        for (int number = 1; !layout.model && (number == 1 || named(layouts, layout.name)); ++number)
+            layout.name = u"Layout" + wide(std::to_string(number));
+        layout.limitsMax = {12, 9};
+        layouts.push_back(layout);
+    }
+
+    void giveRest()
+    {
+        Document& document = m_plan.document;
+        for (BlockRecord& block : document.blocks) {
+            giveAll(block.entities);
+            giveAll(block.attributes);
+        }
+        for (std::size_t i = 0; i < document.blocks.size(); ++i) {
+            const BlockRecord& block = document.blocks[i];
+            BlockPlan plan;
+            plan.begin = m_plan.give();
+            plan.end = m_plan.give();
+            plan.entityMode = i == document.modelSpace ? 2 : i == m_plan.paperSpace ? 1 : 0;
+            for (const Layout& layout : document.layouts)
+                if (layout.block == block.handle)
+                    plan.layout = layout.handle;
+            m_plan.blocks.push_back(plan);
+            m_plan.m_blocks.emplace(block.handle, i);
+        }
+        m_plan.properties = m_plan.give();
+        remember(document.layers, m_plan.m_layers);
+        remember(document.textStyles, m_plan.m_styles);
+        remember(document.linetypes, m_plan.m_linetypes);
+        remember(document.dimensionStyles, m_plan.m_dimensionStyles);
+    }
+
+    template <class Entry>
+    static void remember(const std::vector<Entry>& entries, std::unordered_set<Handle>& set)
+    {
+        for (const Entry& entry : entries)
+            set.insert(entry.handle);
+    }
+
+    Result<void> checkInserts()
+    {
+        for (const BlockRecord& block : m_plan.document.blocks) {
+            for (const Entity& entity : block.entities) {
+                const Insert* insert = std::get_if<Insert>(&entity.geometry);
+                if (insert == nullptr)
+                    continue;
+                BlockPlan* target = m_plan.blockOf(insert->block);
+                if (target == nullptr)
+                    return Error{ErrorCode::Unsupported,
+                                 "an INSERT of a block that the drawing does not have"};
+                for (const std::uint32_t index : insert->attributes)
+                    if (index >= block.attributes.size())
+                        return Error{ErrorCode::Unsupported, "an INSERT with an attribute that is not there"};
+                target->inserts.push_back(entity.handle);
+            }
+        }
+        return {};
+    }
+
+    Plan m_plan;
+};
+
+Result<Plan> makePlan(const Document& document)
+{
+    return Planner(document).plan();
+}
+
+std::uint8_t lineweightIndex(int lineweight)
+{
+    switch (lineweight) {
+    case kLineweightByLayer:
+        return 29;
+    case kLineweightByBlock:
+        return 30;
+    case kLineweightDefault:
+        return 31;
+    default:
+        break;
+    }
+    static constexpr std::array<int, 24> kWeights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
+                                                  53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+    const auto found = std::lower_bound(kWeights.begin(), kWeights.end(), lineweight);
+    return static_cast<std::uint8_t>(found == kWeights.end() ? 23 : found - kWeights.begin());
+}
+
+namespace {
+struct Rgb {
+    int r, g, b;
+};
+
+/// Indices 10 to 249 are 24 hues of 15 degrees, each in five strengths, full and half saturated; 250 to
+/// 255 are greys.
+Rgb indexed(int index)
+{
+    static constexpr std::array<Rgb, 10> kFirst{{{0, 0, 0},
+                                                 {255, 0, 0},
+                                                 {255, 255, 0},
+                                                 {0, 255, 0},
+                                                 {0, 255, 255},
+                                                 {0, 0, 255},
+                                                 {255, 0, 255},
+                                                 {255, 255, 255},
+                                                 {128, 128, 128},
+                                                 {192, 192, 192}}};
+    static constexpr std::array<int, 6> kGreys{51, 80, 105, 130, 190, 255};
+    static constexpr std::array<double, 5> kStrengths{1, 0.65, 0.5, 0.3, 0.15};
+    if (index < 10)
+        return kFirst[static_cast<std::size_t>(index)];
+    if (index >= 250) {
+        const int grey = kGreys[static_cast<std::size_t>(index - 250)];
+        return {grey, grey, grey};
+    }
+    const double hue = (index / 10 - 1) * 15.0 / 60.0;
+    const double strength = kStrengths[static_cast<std::size_t>(index % 10 / 2)];
+    const double floor = index % 2 == 1 ? 0.5 : 0;
+    const auto channel = [&](double shift) {
+        const double at = hue + shift - 6 * static_cast<int>((hue + shift) / 6);
+        const double ramp = at < 1 ? at : at < 3 ? 1 : at < 4 ? 4 - at : 0;
+        return static_cast<int>((floor + (1 - floor) * ramp) * strength * 255);
+    };
+    return {channel(2), channel(0), channel(4)};
+}
+} // namespace
+
+std::int16_t colorIndex(const Color& color)
+{
+    switch (color.kind) {
+    case Color::Kind::ByLayer:
+        return 256;
+    case Color::Kind::ByBlock:
+        return 0;
+    case Color::Kind::Index:
+        return color.index;
+    case Color::Kind::True:
+        break;
+    }
+    int best = 7, bestDistance = 3 * 256 * 256;
+    for (int index = 1; index <= 255; ++index) {
+        const Rgb rgb = indexed(index);
+        const int r = rgb.r - static_cast<int>(color.rgb >> 16 & 0xFF);
+        const int g = rgb.g - static_cast<int>(color.rgb >> 8 & 0xFF);
+        const int b = rgb.b - static_cast<int>(color.rgb & 0xFF);
+        const int distance = r * r + g * g + b * b;
+        if (distance < bestDistance) {
+            best = index;
+            bestDistance = distance;
+        }
+    }
+    return static_cast<std::int16_t>(best);
+}
+
+} // namespace zv::dwg

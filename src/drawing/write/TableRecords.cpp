@@ -1,0 +1,356 @@
+#include "drawing/write/TableRecords.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace zv::dwg {
+
+namespace {
+/// What every table entry begins with.
+Record entryRecord(int type, Handle handle, Handle control, const Text& name, bool dependent = false)
+{
+    Record record(type, handle);
+    record.beginObject(control);
+    record.fields.text(encodeText(name));
+    record.fields.bit(true); // Referenced.
+    record.fields.bitShort(0);
+    record.fields.bit(dependent);
+    return record;
+}
+
+/// A control object. `last` are entries that stand behind the counted ones.
+void addControl(ObjectStream& objects, int type, Handle handle, const std::vector<Handle>& entries,
+                const std::vector<Handle>& last = {})
+{
+    Record record(type, handle);
+    record.beginObject(0);
+    record.fields.bitLong(static_cast<std::int32_t>(entries.size()));
+    if (type == kDimstyleControl)
+        record.fields.rawChar(0);
+    for (const Handle entry : entries)
+        record.handles.handle(kSoftOwner, entry);
+    for (const Handle entry : last)
+        record.handles.handle(kHardOwner, entry);
+    objects.add(record);
+}
+
+template <class Entry> std::vector<Handle> handlesOf(const std::vector<Entry>& entries)
+{
+    std::vector<Handle> handles;
+    for (const Entry& entry : entries)
+        handles.push_back(entry.handle);
+    return handles;
+}
+
+void addLayer(ObjectStream& objects, const Plan& plan, const Layer& layer)
+{
+    Record record = entryRecord(kLayer, layer.handle, plan.layerControl, layer.name, layer.xref);
+    const int flags = (layer.frozen ? 1 : 0) | (layer.off ? 2 : 0) | (layer.locked ? 8 : 0) |
+                      (layer.plotted ? 16 : 0) | lineweightIndex(layer.lineweight) << 5;
+    record.fields.bitShort(static_cast<std::int16_t>(flags));
+    const std::int16_t color = colorIndex(layer.color);
+    record.fields.bitShort(color > 0 && color < 256 ? color : std::int16_t{7});
+    record.handles.handle(kHardPointer, 0);
+    record.handles.handle(kHardPointer, plan.placeholder);
+    // Zero stands for ByLayer everywhere else; a layer itself cannot have that.
+    const Handle linetype = plan.linetype(layer.linetype);
+    record.handles.handle(kHardPointer, linetype == plan.byLayer ? plan.continuous : linetype);
+    objects.add(record);
+}
+
+void addStyle(ObjectStream& objects, const Plan& plan, const TextStyle& style)
+{
+    Record record = entryRecord(kStyle, style.handle, plan.styleControl, style.name);
+    if (!style.typeface.empty()) {
+        const std::string name = encodeText(style.typeface).substr(0, 255);
+        std::string data{'\0', static_cast<char>(name.size()), '\0', '\x1E'};
+        data += name;
+        data.push_back(71);
+        putLong(data, 0x22u | (style.bold ? 0x2000000u : 0) | (style.italic ? 0x1000000u : 0));
+        record.extendedData(plan.application, data);
+    }
+    BitWriter& fields = record.fields;
+    fields.bit(style.shapeFile);
+    fields.bit(style.vertical);
+    fields.bitDouble(style.height);
+    fields.bitDouble(style.widthFactor);
+    fields.bitDouble(style.oblique);
+    fields.rawChar(static_cast<std::uint8_t>((style.backward ? 2 : 0) | (style.upsideDown ? 4 : 0)));
+    fields.bitDouble(style.height != 0 ? style.height : 0.2);
+    fields.text(encodeText(style.font));
+    fields.text(encodeText(style.bigFont));
+    record.handles.handle(kHardPointer, 0);
+    objects.add(record);
+}
+
+/// The texts of a linetype's dashes, ended by zeros, in an area of fixed size.
+class StringArea {
+public:
+    static constexpr std::size_t kSize = 256;
+
+    /// Where the text stands; 0 when it has no room.
+    std::int16_t put(const Text& text)
+    {
+        const std::string bytes = encodeText(text);
+        if (m_bytes.size() + bytes.size() + 1 > kSize)
+            return 0;
+        const auto at = static_cast<std::int16_t>(m_bytes.size());
+        m_bytes += bytes + '\0';
+        return at;
+    }
+    std::string whole() const { return m_bytes + std::string(kSize - m_bytes.size(), '\0'); }
+
+private:
+    std::string m_bytes;
+};
+
+void addLinetype(ObjectStream& objects, const Plan& plan, const Linetype& linetype)
+{
+    Record record = entryRecord(kLtype, linetype.handle, plan.linetypeControl, linetype.name);
+    BitWriter& fields = record.fields;
+    fields.text(encodeText(linetype.description));
+    fields.bitDouble(linetype.patternLength);
+    fields.rawChar('A');
+    const std::size_t count = std::min<std::size_t>(linetype.dashes.size(), 255);
+    fields.rawChar(static_cast<std::uint8_t>(count));
+    StringArea strings;
+    record.handles.handle(kHardPointer, 0);
+    for (std::size_t i = 0; i < count; ++i) {
+        const LinetypeDash& dash = linetype.dashes[i];
+        const bool isText = !dash.text.empty(), isShape = !isText && dash.shape != 0;
+        fields.bitDouble(dash.length);
+        fields.bitShort(isText ? strings.put(dash.text) : static_cast<std::int16_t>(dash.shape));
+        fields.rawPoint2(dash.offset);
+        fields.bitDouble(dash.scale);
+        fields.bitDouble(dash.rotation);
+        fields.bitShort(static_cast<std::int16_t>((dash.absoluteRotation ? 1 : 0) | (isText ? 2 : 0) |
+                                                  (isShape ? 4 : 0)));
+        record.handles.handle(kHardPointer, isText || isShape ? plan.style(dash.style) : 0);
+    }
+    fields.rawBytes(strings.whole());
+    objects.add(record);
+}
+
+void addActiveVport(ObjectStream& objects, const Plan& plan)
+{
+    const HeaderVariables& header = plan.document.header;
+    Record record = entryRecord(kVport, plan.activeVport, plan.vportControl, u"*Active");
+    const bool known =
+        header.extentsMin.x <= header.extentsMax.x && header.extentsMin.y <= header.extentsMax.y;
+    const Point2 low = known ? Point2{header.extentsMin.x, header.extentsMin.y} : header.limitsMin;
+    const Point2 high = known ? Point2{header.extentsMax.x, header.extentsMax.y} : header.limitsMax;
+    constexpr double kAspect = 1.6;
+    double height = std::max(high.y - low.y, (high.x - low.x) / kAspect) * 1.05;
+    if (!(height > 0))
+        height = 9;
+    BitWriter& fields = record.fields;
+    fields.bitDouble(height);
+    fields.bitDouble(height * kAspect);
+    fields.rawPoint2({(low.x + high.x) / 2, (low.y + high.y) / 2});
+    fields.bitPoint3({0, 0, 0});
+    fields.bitPoint3({0, 0, 1});
+    fields.bitDouble(0);
+    fields.bitDouble(50); // Lens.
+    fields.bitDouble(0);
+    fields.bitDouble(0);
+    fields.bits(1, 4);
+    fields.rawChar(0);
+    fields.rawPoint2({0, 0});
+    fields.rawPoint2({1, 1});
+    fields.bit(false);
+    fields.bitShort(1000);
+    fields.bit(true);
+    fields.bitPair(3);
+    fields.bit(false);
+    fields.rawPoint2({0.5, 0.5});
+    fields.bit(false);
+    fields.bit(false);
+    fields.bitShort(0);
+    fields.bitDouble(0);
+    fields.rawPoint2({0, 0});
+    fields.rawPoint2({0.5, 0.5});
+    fields.bit(false);
+    fields.bit(true);
+    fields.bitPoint3({0, 0, 0});
+    fields.bitPoint3({1, 0, 0});
+    fields.bitPoint3({0, 1, 0});
+    fields.bitDouble(0);
+    fields.bitShort(0);
+    for (int i = 0; i < 3; ++i)
+        record.handles.handle(kHardPointer, 0);
+    objects.add(record);
+}
+
+void addDimensionStyle(ObjectStream& objects, const Plan& plan, const DimensionStyle& style)
+{
+    Record record = entryRecord(kDimstyle, style.handle, plan.dimensionStyleControl, style.name);
+    const DimensionVariables variables = dimensionVariables(plan, style);
+    record.fields.text({});
+    record.fields.text({});
+    variables.writeNumbers(record.fields);
+    record.fields.bitShort(-2);
+    record.fields.bitShort(-2);
+    record.fields.bit(false);
+    record.handles.handle(kHardPointer, 0);
+    variables.writeHandles(record.handles);
+    objects.add(record);
+}
+
+/// An anonymous block's header tells its kind only, "*D"; its BLOCK has the number too.
+Text headerName(const BlockRecord& block)
+{
+    if (block.anonymous && block.name.size() > 2)
+        return block.name.substr(0, 2);
+    if (block.layout)
+        return block.name.substr(0, block.name.find_last_not_of(u"0123456789") + 1);
+    return block.name;
+}
+
+void addBlockHeader(ObjectStream& objects, const Plan& plan, std::size_t index)
+{
+    const BlockRecord& block = plan.document.blocks[index];
+    const BlockPlan& blockPlan = plan.blocks[index];
+    Record record = entryRecord(kBlockHeader, block.handle, plan.blockControl, headerName(block));
+    BitWriter& fields = record.fields;
+    const bool hasDefinitions =
+        std::any_of(block.entities.begin(), block.entities.end(),
+                    [](const Entity& entity) { return std::holds_alternative<Attribute>(entity.geometry); });
+    fields.bit(block.anonymous);
+    fields.bit(hasDefinitions && !block.layout);
+    fields.bit(block.xref);
+    fields.bit(block.xrefOverlay);
+    fields.bit(false);
+    fields.bitPoint3(block.base);
+    fields.text(encodeText(block.xrefPath));
+    for (std::size_t i = 0; i < blockPlan.inserts.size(); ++i)
+        fields.rawChar(1);
+    fields.rawChar(0);
+    fields.text(encodeText(block.description));
+    fields.bitLong(0);
+    BitWriter& handles = record.handles;
+    handles.handle(kHardPointer, 0);
+    handles.handle(kHardOwner, blockPlan.begin);
+    if (!block.xref) {
+        handles.handle(kSoftPointer, block.entities.empty() ? 0 : block.entities.front().handle);
+        handles.handle(kSoftPointer, block.entities.empty() ? 0 : block.entities.back().handle);
+    }
+    handles.handle(kHardOwner, blockPlan.end);
+    for (const Handle insert : blockPlan.inserts)
+        handles.handle(kSoftPointer, insert);
+    handles.handle(kHardPointer, blockPlan.layout);
+    objects.add(record);
+}
+
+void addBlocks(ObjectStream& objects, const Plan& plan)
+{
+    const std::vector<BlockRecord>& blocks = plan.document.blocks;
+    std::vector<Handle> counted;
+    for (std::size_t i = 0; i < blocks.size(); ++i)
+        if (i != plan.document.modelSpace && i != plan.paperSpace)
+            counted.push_back(blocks[i].handle);
+    addControl(objects, kBlockControl, plan.blockControl, counted,
+               {blocks[plan.document.modelSpace].handle, blocks[plan.paperSpace].handle});
+    for (std::size_t i = 0; i < blocks.size(); ++i)
+        addBlockHeader(objects, plan, i);
+}
+} // namespace
+
+DimensionVariables dimensionVariables(const Plan& plan, const DimensionStyle& style)
+{
+    return {style.scale, style.arrowSize, style.textHeight, plan.document.header.measurement != 0,
+            plan.style(style.textStyle)};
+}
+
+void DimensionVariables::writeNumbers(BitWriter& fields) const
+{
+    fields.bitDouble(scale);
+    fields.bitDouble(arrowSize);
+    fields.bitDouble(arrowSize / 3); // Extension line offset.
+    fields.bitDouble(arrowSize * 2); // Increment of baselines.
+    fields.bitDouble(arrowSize);     // Extension line beyond the dimension line.
+    for (int i = 0; i < 4; ++i)
+        fields.bitDouble(0); // Rounding, dimension line extension, plus and minus tolerance.
+    fields.bit(false);
+    fields.bit(false);
+    fields.bit(!metric); // Text level inside and outside.
+    fields.bit(!metric);
+    fields.bit(false);
+    fields.bit(false);
+    fields.bitShort(metric ? 1 : 0); // Text above the line.
+    fields.bitShort(metric ? 8 : 0); // Trailing zeros.
+    fields.bitShort(0);
+    fields.bitDouble(textHeight);
+    fields.bitDouble(textHeight / 2); // Centre mark.
+    fields.bitDouble(0);
+    fields.bitDouble(25.4); // Factor of alternate units.
+    fields.bitDouble(1);
+    fields.bitDouble(0);
+    fields.bitDouble(1);
+    fields.bitDouble(textHeight / 2); // Gap.
+    fields.bitDouble(0);
+    fields.bit(false);
+    fields.bitShort(2);
+    for (int i = 0; i < 4; ++i)
+        fields.bit(false);
+    for (int i = 0; i < 3; ++i)
+        fields.bitShort(0); // Colours ByBlock.
+    fields.bitShort(0);
+    fields.bitShort(metric ? 2 : 4);
+    fields.bitShort(metric ? 2 : 4);
+    fields.bitShort(2);
+    fields.bitShort(2);
+    fields.bitShort(0);
+    fields.bitShort(0);
+    fields.bitShort(2);
+    fields.bitShort('.');
+    fields.bitShort(0);
+    fields.bitShort(0);
+    fields.bit(false);
+    fields.bit(false);
+    fields.bitShort(1);
+    fields.bitShort(0);
+    fields.bitShort(0);
+    fields.bitShort(0);
+    fields.bit(false);
+    fields.bitShort(3);
+}
+
+void DimensionVariables::writeHandles(BitWriter& handles) const
+{
+    handles.handle(kHardPointer, textStyle);
+    for (int i = 0; i < 4; ++i)
+        handles.handle(kHardPointer, 0); // Blocks in place of arrows.
+}
+
+void addTables(ObjectStream& objects, const Plan& plan)
+{
+    const Document& document = plan.document;
+    addBlocks(objects, plan);
+    addControl(objects, kLayerControl, plan.layerControl, handlesOf(document.layers));
+    for (const Layer& layer : document.layers)
+        addLayer(objects, plan, layer);
+    addControl(objects, kStyleControl, plan.styleControl, handlesOf(document.textStyles));
+    for (const TextStyle& style : document.textStyles)
+        addStyle(objects, plan, style);
+    std::vector<Handle> linetypes = handlesOf(document.linetypes);
+    std::erase_if(linetypes, [&](Handle handle) { return handle == plan.byBlock || handle == plan.byLayer; });
+    addControl(objects, kLtypeControl, plan.linetypeControl, linetypes, {plan.byBlock, plan.byLayer});
+    for (const Linetype& linetype : document.linetypes)
+        addLinetype(objects, plan, linetype);
+    addControl(objects, kViewControl, plan.viewControl, {});
+    addControl(objects, kUcsControl, plan.ucsControl, {});
+    addControl(objects, kVportControl, plan.vportControl, {plan.activeVport});
+    addActiveVport(objects, plan);
+    addControl(objects, kAppidControl, plan.applicationControl, {plan.application});
+    Record application = entryRecord(kAppid, plan.application, plan.applicationControl, u"ACAD");
+    application.fields.rawChar(0);
+    application.handles.handle(kHardPointer, 0);
+    objects.add(application);
+    addControl(objects, kDimstyleControl, plan.dimensionStyleControl, handlesOf(document.dimensionStyles));
+    for (const DimensionStyle& style : document.dimensionStyles)
+        addDimensionStyle(objects, plan, style);
+    addControl(objects, kViewportHeaderControl, plan.viewportHeaderControl, {});
+}
+
+} // namespace zv::dwg

@@ -1,0 +1,110 @@
+#include "drawing/Writer.h"
+
+#include "drawing/Container.h"
+#include "drawing/EveryKind.h"
+#include "drawing/write/BitWriter.h"
+
+#include <gtest/gtest.h>
+
+namespace zv::dwg {
+namespace {
+std::span<const std::byte> bytesOf(const std::string& text)
+{
+    return std::as_bytes(std::span(text.data(), text.size()));
+}
+
+/// The file of a document that must be written.
+std::string written(const Document& document, const WriteOptions& options = {})
+{
+    auto file = writeDocument(document, options);
+    EXPECT_TRUE(file.ok()) << (file.ok() ? "" : file.error().text);
+    return file.ok() ? *file : std::string();
+}
+
+std::uint32_t longAt(const std::string& file, std::size_t at)
+{
+    std::uint32_t value = 0;
+    for (std::size_t i = 4; i-- > 0;)
+        value = value << 8 | static_cast<unsigned char>(file[at + i]);
+    return value;
+}
+
+TEST(Writer, EveryNumberedPartLiesInTheFileAndTheHeadChecks)
+{
+    const std::string file = written(test::everyKind());
+    ASSERT_GT(file.size(), 97u);
+    EXPECT_EQ(file.substr(0, 6), "AC1015");
+    ASSERT_EQ(longAt(file, 21), 6u);
+    for (std::size_t part = 0; part < 6; ++part) {
+        const std::uint32_t offset = longAt(file, 26 + part * 9), size = longAt(file, 30 + part * 9);
+        EXPECT_LE(offset + size, file.size()) << part;
+    }
+    EXPECT_EQ(checkCode(file.substr(0, 79)),
+              static_cast<unsigned char>(file[79]) | static_cast<unsigned char>(file[80]) << 8);
+}
+
+TEST(Writer, TheContainerFindsItsSections)
+{
+    const std::string file = written(test::everyKind());
+    const MemorySource source(bytesOf(file));
+    auto container = Container::open(source);
+    ASSERT_TRUE(container.ok()) << container.error().text;
+    EXPECT_EQ((*container)->version(), Version::R2000);
+    EXPECT_EQ((*container)->codePage(), 30);
+    for (const Section section : {Section::Header, Section::Classes, Section::ObjectMap, Section::Objects})
+        EXPECT_TRUE((*container)->section(section).ok());
+}
+
+TEST(Writer, RefusesAnEntityOfUnknownKindByItsName)
+{
+    Document document = test::documentOf(Unknown{});
+    document.blocks.front().entities.back().kind = "ACAD_PROXY_ENTITY";
+    const auto file = writeDocument(document, {});
+    ASSERT_FALSE(file.ok());
+    EXPECT_EQ(file.error().code, ErrorCode::Unsupported);
+    EXPECT_NE(file.error().text.find("ACAD_PROXY_ENTITY"), std::string::npos);
+}
+
+TEST(Writer, RefusesAnInsertOfABlockThatIsNotThere)
+{
+    Insert insert;
+    insert.block = 0xBAD;
+    EXPECT_FALSE(writeDocument(test::documentOf(insert), {}).ok());
+    Insert attributed;
+    attributed.block = test::kBlockHandle;
+    attributed.attributes = {3};
+    EXPECT_FALSE(writeDocument(test::documentOf(attributed), {}).ok());
+}
+
+TEST(Writer, RefusesADimensionWithoutItsBlock)
+{
+    EXPECT_FALSE(writeDocument(test::documentOf(Dimension{}), {}).ok());
+}
+
+TEST(Writer, RefusesAGradientHatchAndAnImage)
+{
+    Hatch gradient;
+    gradient.gradient = true;
+    EXPECT_FALSE(writeDocument(test::documentOf(gradient), {}).ok());
+    Wipeout image;
+    image.image = true;
+    EXPECT_FALSE(writeDocument(test::documentOf(image), {}).ok());
+}
+
+TEST(Writer, RefusesMoreThanTenCustomProperties)
+{
+    WriteOptions options;
+    options.properties.emplace().custom.resize(11);
+    const auto file = writeDocument({}, options);
+    ASSERT_FALSE(file.ok());
+    EXPECT_EQ(file.error().code, ErrorCode::Unsupported);
+}
+
+TEST(Writer, RefusesAPreviewWhosePixelsDoNotFitItsSize)
+{
+    WriteOptions options;
+    options.preview = Pixels{4, 4, std::vector<std::uint8_t>(10)};
+    EXPECT_FALSE(writeDocument({}, options).ok());
+}
+} // namespace
+} // namespace zv::dwg
