@@ -4,6 +4,8 @@
 #include "platform/Result.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <span>
 #include <vector>
 
 namespace zv::dwg {
@@ -19,8 +21,9 @@ struct PreviewImage {
     std::vector<std::byte> bytes;
 };
 
-/// The pictures embedded in a drawing, the one with the most pixels first; empty when it has none.
-/// Errors: as Container::open; Damaged, the preview section points outside the file or a record is cut short.
+/// The pictures embedded in a drawing, the one with the most pixels first; empty when it has none. Metafiles
+/// are among them, last. Only the pages that hold them are read.
+/// Errors: as Container::open; Damaged, there are pictures and each is cut short or has no valid header.
 Result<std::vector<PreviewImage>> readPreviews(const ByteSource& source);
 
 /// A decoded picture: rows top first, four bytes a pixel in memory order blue, green, red, alpha (opaque:
