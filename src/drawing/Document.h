@@ -90,9 +90,9 @@ struct Polyline {
     std::vector<PolylineVertex> vertices;
     bool closed = false;
     bool threeD = false;
-    bool lightweight = true; ///< LWPOLYLINE, else POLYLINE with its own vertex objects.
-    bool plinegen = false;   ///< The linetype runs through the vertices.
-    double constantWidth = 0;
+    bool lightweight = true;  ///< LWPOLYLINE, else POLYLINE with its own vertex objects.
+    bool plinegen = false;    ///< The linetype runs through the vertices.
+    double constantWidth = 0; ///< Of all segments, where the vertices have none.
     double elevation = 0;
     double thickness = 0;
     Point3 normal = kZAxis;
@@ -122,11 +122,6 @@ struct TextLine { ///< TEXT; points in OCS.
     double thickness = 0;
     Point3 normal = kZAxis;
 };
-struct Attribute { ///< ATTRIB and ATTDEF.
-    TextLine text; ///< Its text is the value (ATTRIB) or the default (ATTDEF).
-    Text tag, prompt;
-    bool invisible = false, constant = false, verify = false, preset = false;
-};
 struct MText { ///< Insertion and direction in WCS. The text holds its formatting codes.
     Text text;
     Point3 insertion;
@@ -141,7 +136,18 @@ struct MText { ///< Insertion and direction in WCS. The text holds its formattin
     bool backgroundFill = false;
     double backgroundScale = 1.5;
     Color backgroundColor;
+    bool backgroundWindowColor = false; ///< The fill has the colour of the window.
+    double boxHeight = 0;               ///< 0: as high as the text.
+    int columns = 0;                    ///< 0: none.
+    double columnWidth = 0, columnGap = 0;
+    std::vector<double> columnHeights; ///< Where each column has its own.
     Handle style = 0;
+};
+struct Attribute { ///< ATTRIB and ATTDEF.
+    TextLine text; ///< Its text is the value (ATTRIB) or the default (ATTDEF).
+    Text tag, prompt;
+    bool invisible = false, constant = false, verify = false, preset = false;
+    std::vector<MText> lines; ///< Its text in several lines: one, or none.
 };
 struct Insert { ///< INSERT and MINSERT; position in OCS.
     Handle block = 0;
@@ -207,7 +213,10 @@ struct Hatch { ///< Loops in OCS at `elevation`. The pattern lines hold scale an
     Text pattern;
     bool solid = false;
     bool gradient = false;
+    Text gradientName; ///< "LINEAR", "SPHERICAL"...
     Color gradientColor1, gradientColor2;
+    bool gradientOneColor = false; ///< The second one is the first, made lighter by the tint (0 to 1).
+    double gradientAngle = 0, gradientShift = 0, gradientTint = 0;
     int style = 0; ///< 0 normal (odd parity), 1 outer, 2 ignore.
     double angle = 0, scale = 1;
     bool doubled = false;
@@ -225,9 +234,11 @@ struct Leader {
 };
 /// MULTILEADER, as far as it is drawn: its leader lines, its text, its block.
 struct MultiLeader {
-    std::vector<std::vector<Point3>> lines;
+    std::vector<std::vector<Point3>> lines;      ///< Each from its arrow on.
+    std::vector<std::array<Point3, 2>> landings; ///< Short lines from there to the content.
     double arrowSize = 0;
     bool hasText = false;
+    Color textColor;
     MText text;
     Insert block; ///< block.block is 0 when it has none.
 };
@@ -260,8 +271,9 @@ struct Viewport { ///< A view of the model on a paper layout.
     Point3 viewTarget, viewDirection = kZAxis;
     double twist = 0;
     std::uint32_t flags = 0;
-    int id = 0;
+    int id = 0; ///< From 1 in each layout, in file order; 1 is the sheet of paper itself.
     bool on = true;
+    std::vector<Handle> frozenLayers; ///< In this view only.
 };
 struct Shape { ///< A figure of an SHX file; position in OCS.
     Point3 position;
@@ -293,7 +305,7 @@ struct Entity {
     double linetypeScale = 1;
     int lineweight = kLineweightByLayer;
     bool invisible = false;
-    std::uint8_t alpha = 255; ///< 255 opaque.
+    std::uint8_t alpha = 255; ///< 255 opaque; that of the layer where it has none of its own.
     Geometry geometry;
 };
 
@@ -307,7 +319,8 @@ struct Layer {
     Handle linetype = 0;
     int lineweight = kLineweightDefault;
     bool off = false, frozen = false, locked = false, plotted = true;
-    bool xref = false; ///< Depends on an external reference.
+    std::uint8_t alpha = 255; ///< 255 opaque.
+    bool xref = false;        ///< Depends on an external reference.
 };
 struct LinetypeDash {
     double length = 0;       ///< Negative: gap; 0: dot.

@@ -74,11 +74,7 @@ void RecordReader::setHandlesAt(std::size_t bit)
         return m_texts.fail();
     m_texts.seek(sizeAt - size);
     m_texts.endAt(sizeAt);
-}
-
-void RecordReader::handlesFromHere()
-{
-    m_handles = *this;
+    endAt(sizeAt - size);
 }
 
 int RecordReader::objectType()
@@ -119,7 +115,7 @@ Color RecordReader::color()
     return color;
 }
 
-Color RecordReader::entityColor(std::uint8_t& alpha, bool& named)
+Color RecordReader::entityColor(std::uint8_t& alpha, bool& ownAlpha, bool& named)
 {
     named = false;
     const auto number = static_cast<std::uint16_t>(bitShort());
@@ -135,6 +131,7 @@ Color RecordReader::entityColor(std::uint8_t& alpha, bool& named)
         color = indexedColor(number & 0xFFF);
     if ((number & kTransparency) != 0) {
         const auto transparency = static_cast<std::uint32_t>(bitLong());
+        ownAlpha = transparency >> 24 != 0;
         if (transparency >> 24 >= 2)
             alpha = static_cast<std::uint8_t>(transparency);
     }

@@ -20,11 +20,8 @@ public:
     bool ok() const { return BitReader::ok() && m_texts.ok() && m_handles.ok(); }
 
     /// Tells where the handles begin, in bits from the start of the data. From R2007 on this also finds the
-    /// texts, which end just before. The fields end there too.
+    /// texts, which end just before. The fields end where the first of them begins.
     void setHandlesAt(std::size_t bit);
-    /// For records whose handles follow the last field without a place of their own: they are read from the
-    /// fields' present place on.
-    void handlesFromHere();
 
     BitReader& handles() { return m_handles; }
     BitReader& texts() { return m_texts; }
@@ -33,13 +30,22 @@ public:
     int objectType();
     /// TV: a text of the file's version.
     Text text();
-    /// A handle of the handle stream, told from `base`.
-    Handle handle(Handle base = 0) { return m_handles.handleReference().from(base); }
+    /// The object that the record is of; handles may be told from it.
+    void setBase(Handle handle) { m_base = handle; }
+    /// The next handle of the handle stream.
+    Handle handle() { return m_handles.handleReference().from(m_base); }
+    /// A reader of the whole record that stands at `bit`.
+    BitReader restarted(std::size_t bit) const
+    {
+        BitReader again(m_whole);
+        again.seek(bit);
+        return again;
+    }
     /// CMC.
     Color color();
-    /// ENC; `alpha` is set where the entity has its own transparency. `named` tells that a handle of a colour
-    /// object stands in the handle stream.
-    Color entityColor(std::uint8_t& alpha, bool& named);
+    /// ENC; `alpha` is set, and `ownAlpha`, where the entity has its own transparency. `named` tells that a
+    /// handle of a colour object stands in the handle stream.
+    Color entityColor(std::uint8_t& alpha, bool& ownAlpha, bool& named);
     double thickness(); ///< BT
     Point3 extrusion(); ///< BE
 
@@ -48,6 +54,7 @@ private:
     std::span<const std::byte> m_whole;
     Version m_version;
     int m_codePage;
+    Handle m_base = 0;
 };
 
 /// The colour of a packed 32-bit number: its highest byte tells the kind, the rest is 0xRRGGBB or an index.

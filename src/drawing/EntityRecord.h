@@ -1,0 +1,113 @@
+#pragma once
+
+#include "drawing/ObjectHeader.h"
+
+#include <string_view>
+#include <vector>
+
+namespace zv::dwg {
+
+/// The objects that an entity owns and that belong to its shape: vertices, attributes.
+struct OwnedChain {
+    Handle first = 0, last = 0; ///< R13 to R2000: the ends of their chain.
+    std::vector<Handle> owned;  ///< R2004 and later: all of them.
+};
+
+/// An entity as its own record tells it.
+struct EntityRecord {
+    EntityHeader header;
+    Geometry geometry;
+    OwnedChain chain;
+    /// Of a polygon mesh: its vertices are those of the smoothed surface, a control net among them.
+    bool smoothed = false;
+};
+
+/// Reads an entity's own fields into `out`, whose header has been read. Whether that went well tells
+/// `in.ok()`.
+using EntityReader = void (*)(RecordReader& in, EntityRecord& out);
+
+/// A kind of entities: its DXF name, and how its fields are read (null: it is only known by name).
+struct EntityKind {
+    std::string_view name;
+    EntityReader read = nullptr;
+};
+
+/// The kind of an object type that the format itself numbers; null when it is no entity, or belongs to one:
+/// vertices, attributes, ends of sequences and blocks.
+const EntityKind* entityKind(int type);
+/// The kind of a class by its DXF name; null when its fields are not known.
+const EntityKind* entityKind(std::string_view className);
+
+/// Object types that are read as parts of others, or that are no entities.
+namespace objectType {
+inline constexpr int kAttrib = 0x02, kBlock = 0x04, kEndBlock = 0x05, kSeqEnd = 0x06;
+inline constexpr int kVertex2D = 0x0A, kVertex3D = 0x0B, kVertexMesh = 0x0C, kVertexPolyface = 0x0D,
+                     kPolyfaceFace = 0x0E;
+inline constexpr int kDictionary = 0x2A;
+inline constexpr int kBlockControl = 0x30, kBlockHeader = 0x31, kLayerControl = 0x32, kLayer = 0x33,
+                     kStyleControl = 0x34, kStyle = 0x35, kLinetypeControl = 0x38, kLinetype = 0x39,
+                     kDimensionStyleControl = 0x44, kDimensionStyle = 0x45, kMLineStyle = 0x49,
+                     kLayout = 0x52;
+inline constexpr int kProxyEntity = 0x1F2, kProxyObject = 0x1F3, kFirstClass = 500;
+} // namespace objectType
+
+/// A vertex of a POLYLINE of any kind.
+struct VertexRecord {
+    PolylineVertex vertex;
+    unsigned flags = 0;
+    std::array<int, 4> face{}; ///< Of a face's record: the corners' numbers.
+};
+inline constexpr unsigned kVertexSplineFrame = 16;
+VertexRecord readVertex(RecordReader& in, int type);
+
+/// The text of a BLOCK entity: its full name.
+Text readBlockBegin(RecordReader& in);
+
+// The readers of each kind, by family.
+void readLine(RecordReader& in, EntityRecord& out);
+void readPoint(RecordReader& in, EntityRecord& out);
+void readCircle(RecordReader& in, EntityRecord& out);
+void readArc(RecordReader& in, EntityRecord& out);
+void readEllipse(RecordReader& in, EntityRecord& out);
+void readSpline(RecordReader& in, EntityRecord& out);
+void readRay(RecordReader& in, EntityRecord& out);
+void readXLine(RecordReader& in, EntityRecord& out);
+void readSolid(RecordReader& in, EntityRecord& out);
+void readTrace(RecordReader& in, EntityRecord& out);
+void readFace3D(RecordReader& in, EntityRecord& out);
+void readShape(RecordReader& in, EntityRecord& out);
+
+void readLightPolyline(RecordReader& in, EntityRecord& out);
+void readPolyline2D(RecordReader& in, EntityRecord& out);
+void readPolyline3D(RecordReader& in, EntityRecord& out);
+void readPolygonMesh(RecordReader& in, EntityRecord& out);
+void readPolyfaceMesh(RecordReader& in, EntityRecord& out);
+void readMLine(RecordReader& in, EntityRecord& out);
+
+void readText(RecordReader& in, EntityRecord& out);
+void readAttrib(RecordReader& in, EntityRecord& out);
+void readAttribDefinition(RecordReader& in, EntityRecord& out);
+void readMText(RecordReader& in, EntityRecord& out);
+void readTolerance(RecordReader& in, EntityRecord& out);
+
+void readInsert(RecordReader& in, EntityRecord& out);
+void readMInsert(RecordReader& in, EntityRecord& out);
+void readImage(RecordReader& in, EntityRecord& out);
+void readViewport(RecordReader& in, EntityRecord& out);
+
+void readHatch(RecordReader& in, EntityRecord& out);
+
+void readOrdinateDimension(RecordReader& in, EntityRecord& out);
+void readLinearDimension(RecordReader& in, EntityRecord& out);
+void readAlignedDimension(RecordReader& in, EntityRecord& out);
+void readThreePointAngularDimension(RecordReader& in, EntityRecord& out);
+void readAngularDimension(RecordReader& in, EntityRecord& out);
+void readRadiusDimension(RecordReader& in, EntityRecord& out);
+void readDiameterDimension(RecordReader& in, EntityRecord& out);
+void readArcDimension(RecordReader& in, EntityRecord& out);
+void readJoggedDimension(RecordReader& in, EntityRecord& out);
+
+void readLeader(RecordReader& in, EntityRecord& out);
+void readMultiLeader(RecordReader& in, EntityRecord& out);
+
+} // namespace zv::dwg

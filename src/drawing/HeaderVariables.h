@@ -1,0 +1,30 @@
+#pragma once
+
+#include "drawing/Document.h"
+#include "platform/Result.h"
+
+#include <cstddef>
+#include <span>
+
+namespace zv::dwg {
+
+/// The objects that the header variables name, 0 where there is none: the tables' control objects,
+/// dictionaries, and the two linetypes that stand for "as the layer" and "as the block".
+struct HeaderHandles {
+    Handle blockControl = 0, layerControl = 0, styleControl = 0, linetypeControl = 0,
+           dimensionStyleControl = 0;
+    Handle mlineStyles = 0, namedObjects = 0, layouts = 0;
+    Handle paperSpace = 0, modelSpace = 0;
+    Handle byLayer = 0, byBlock = 0, continuous = 0;
+};
+
+struct HeaderSection {
+    HeaderVariables variables;
+    HeaderHandles handles;
+};
+
+/// `maintenance` is the file's maintenance version. Errors: Damaged.
+Result<HeaderSection> readHeaderVariables(std::span<const std::byte> section, Version version,
+                                          int maintenance, int codePage);
+
+} // namespace zv::dwg
