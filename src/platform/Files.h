@@ -23,6 +23,9 @@ Result<std::uint64_t> fileLength(const std::string& path);
 Result<std::string> readFile(const std::string& path);
 /// Empties or creates the file and writes the bytes. Errors: Denied, Failed.
 Result<void> writeFile(const std::string& path, std::string_view bytes);
+/// Makes a file of these bytes that was not there; it takes its name as a whole. Errors: Busy, a file of the
+/// name is there; Denied, Failed.
+Result<void> createFile(const std::string& path, std::string_view bytes);
 /// Adds the bytes at the file's end with one write, creating the file. Errors: Denied, Failed.
 Result<void> appendFile(const std::string& path, std::string_view bytes);
 /// Writes `bytes` to `workingCopy`, flushes it to disk, and lets it take the place of `path` in one step,

@@ -8,8 +8,8 @@ std::string profileString(const std::string& file, const std::string& section, c
     // Not every system drops the trailing blanks of a default that has nothing else.
     const std::string shown = fallback.substr(0, fallback.find_last_not_of(' ') + 1);
     char buffer[kProfileBuffer];
-    const unsigned long count = GetPrivateProfileStringA(section.c_str(), key.c_str(), shown.c_str(),
-                                                         buffer, sizeof buffer, file.c_str());
+    const unsigned long count = GetPrivateProfileStringA(section.c_str(), key.c_str(), shown.c_str(), buffer,
+                                                         sizeof buffer, file.c_str());
     return std::string(buffer, count);
 }
 

@@ -60,6 +60,15 @@ Result<void> writeFile(const std::string& path, std::string_view bytes)
     return writeAll(*file, path, bytes);
 }
 
+Result<void> createFile(const std::string& path, std::string_view bytes)
+{
+    const std::string made = path + "." + std::to_string(::getpid());
+    Result<WorkingCopy> copy = WorkingCopy::open(made);
+    if (!copy)
+        return copy.error();
+    return copy->become(path, bytes);
+}
+
 Result<void> appendFile(const std::string& path, std::string_view bytes)
 {
     Result<Descriptor> file = openForWriting(path, O_APPEND);

@@ -90,14 +90,37 @@ Result<void> WorkingCopy::replace(const std::string& target, std::string_view by
             return Error{ErrorCode::Failed, target + ": not a regular file"};
         ::fchmod(m_file.number(), (old.st_mode & kRights) | S_IWUSR);
     }
-    if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
+    if (Result<void> written = fill(bytes); !written)
         return written;
-    if (::fsync(m_file.number()) != 0)
-        return denied(m_path);
     if (::rename(m_path.c_str(), target.c_str()) != 0)
         return denied(target);
     m_placed = true;
     flushFolderOf(target);
+    return {};
+}
+
+Result<void> WorkingCopy::become(const std::string& target, std::string_view bytes)
+{
+    if (Result<void> written = fill(bytes); !written)
+        return written;
+    // A rename would take the place of a file that somebody made meanwhile; a second name does not.
+    int placed = ::link(m_path.c_str(), target.c_str());
+    if (placed != 0 && errno != EEXIST && ::access(target.c_str(), F_OK) != 0) {
+        placed = ::rename(m_path.c_str(), target.c_str());
+        m_placed = placed == 0;
+    }
+    if (placed != 0)
+        return errno == EEXIST ? Error{ErrorCode::Busy, target + ": is there already"} : denied(target);
+    flushFolderOf(target);
+    return {};
+}
+
+Result<void> WorkingCopy::fill(std::string_view bytes)
+{
+    if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
+        return written;
+    if (::fsync(m_file.number()) != 0)
+        return denied(m_path);
     return {};
 }
 

@@ -23,9 +23,13 @@ public:
     /// Writes the bytes, flushes them to disk, and takes the place of `target`, with its rights but always
     /// writable by the owner. On failure `target` is as it was. Errors: Denied, Failed.
     Result<void> replace(const std::string& target, std::string_view bytes);
+    /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
+    Result<void> become(const std::string& target, std::string_view bytes);
 
 private:
     WorkingCopy(std::string path, Descriptor file) : m_path(std::move(path)), m_file(std::move(file)) {}
+
+    Result<void> fill(std::string_view bytes);
 
     std::string m_path;
     Descriptor m_file;

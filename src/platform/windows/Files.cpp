@@ -110,6 +110,21 @@ Result<void> writeFile(const std::string& path, std::string_view bytes)
     return writeAll(file, path, bytes);
 }
 
+Result<void> createFile(const std::string& path, std::string_view bytes)
+{
+    const std::string made = path + "." + std::to_string(::GetCurrentProcessId());
+    Result<void> written = writeFlushed(made, bytes);
+    if (written && !::MoveFileExW(widePath(made).c_str(), widePath(path).c_str(), MOVEFILE_WRITE_THROUGH)) {
+        const DWORD reason = ::GetLastError();
+        written = refused(path);
+        if (reason == ERROR_ALREADY_EXISTS || reason == ERROR_FILE_EXISTS)
+            written = Error{ErrorCode::Busy, path + ": is there already"};
+    }
+    if (!written)
+        ::DeleteFileW(widePath(made).c_str());
+    return written;
+}
+
 Result<void> appendFile(const std::string& path, std::string_view bytes)
 {
     // With this right alone the system itself puts each write at the end.

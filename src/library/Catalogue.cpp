@@ -1,0 +1,69 @@
+#include "library/Catalogue.h"
+
+#include "config/Keys.h"
+#include "library/ListFile.h"
+#include "platform/Files.h"
+#include "platform/Profile.h"
+
+#include <algorithm>
+
+namespace zv {
+
+namespace {
+
+constexpr const char* kScratchName = "$liblist.tmp";
+constexpr const NumberKey& kCount = keys::newlib::libnum;
+
+std::string nameKey(std::size_t number)
+{
+    return "lib" + std::to_string(number);
+}
+
+} // namespace
+
+int libraryCount(const std::string& profileFile)
+{
+    return profileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
+}
+
+std::vector<std::string> readCatalogue(const std::string& profileFile)
+{
+    const int most = static_cast<int>(kMostListLines);
+    const auto count = static_cast<std::size_t>(std::clamp(libraryCount(profileFile), 0, most));
+    if (count == 0)
+        return {};
+    std::vector<std::string> names;
+    names.reserve(count);
+    for (std::size_t i = 1; i <= count; ++i)
+        names.push_back(nameKey(i));
+    return profileStrings(profileFile, kCount.section, names);
+}
+
+Result<void> writeCatalogue(const std::string& masterFolder, const std::vector<std::string>& names, int count)
+{
+    std::string scratch;
+    std::vector<std::string> lines{std::string(kCount.key) + "=" + std::to_string(count)};
+    for (const std::string& name : names) {
+        scratch += name + "\r\n";
+        lines.push_back(nameKey(lines.size()) + "=" + name);
+    }
+    if (Result<void> written = writeFile(joinPath(masterFolder, kScratchName), scratch); !written)
+        return written;
+    writeProfileSection(joinPath(masterFolder, kProfileName), kCount.section, lines);
+    return {};
+}
+
+Result<void> removeCatalogueScratch(const std::string& masterFolder)
+{
+    const std::string scratch = joinPath(masterFolder, kScratchName);
+    return fileExists(scratch) ? deleteFileForced(scratch) : Result<void>();
+}
+
+void markCatalogueChanged(const std::string& masterFolder)
+{
+    const Profiles profiles(masterFolder, masterFolder, {});
+    profiles.write(keys::newlib::LastLoad, " ");
+    profiles.write(keys::newlib::writeDel, "1");
+}
+
+} // namespace zv

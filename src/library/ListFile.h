@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zv {
+
+/// One drawing of a library. Both texts are bytes in the system's 8-bit code page.
+struct ListEntry {
+    std::string path;  ///< As written; it may hold ";".
+    std::string label; ///< Shown in the label list; may be empty.
+};
+
+/// One line of a list as it is read.
+struct ListLine : ListEntry {
+    /// False for a line without ";", which no program writes. It is all label, under the path of the line
+    /// before it, or under an empty path when it is the first.
+    bool separated = true;
+};
+
+/// Lines of a library are counted in 16 bits.
+inline constexpr std::size_t kMostListLines = 32767;
+
+/// folder + separator + name + ".lst".
+std::string listFilePath(const std::string& folder, const std::string& name);
+/// The working copy of a list during a rewrite: ".ls$" in place of ".lst".
+std::string listWorkingCopy(const std::string& listPath);
+
+/// The lines of a text, without their line ends. CR LF, LF and CR end a line; the last line may have no end.
+std::vector<std::string_view> textLines(std::string_view bytes);
+
+/// The label that a drawing gets when it is added: its file name in capitals, without ".DWG".
+std::string makeLabel(std::string_view drawingPath);
+
+/// All lines of a list, in the order of the file. Errors: NotFound; Denied; TooLarge, more lines than a
+/// library can have; Failed.
+Result<std::vector<ListLine>> readListFile(const std::string& listPath);
+
+/// Makes a list of the entries; an old list of the name is replaced. Errors: TooLarge, and nothing is
+/// changed; Denied; Failed.
+Result<void> createList(const std::string& listPath, const std::vector<ListEntry>& entries);
+/// Adds the entries at the list's end; a missing list is made. Errors: as createList().
+Result<void> appendToList(const std::string& listPath, const std::vector<ListEntry>& entries);
+
+/// Leaves out the line of `index`, from 1, in a rewrite; a list that has no such line stays as it is. Lines
+/// that do not change keep their bytes. A crash or a full disk leaves the old list or the new one. Errors:
+/// NotFound, TooLarge, Denied, Failed, and nothing is changed.
+Result<void> removeListLine(const std::string& listPath, std::size_t index);
+/// Gives the line of `index`, from 1, another label, in the same way. Errors: those, and Damaged for a line
+/// without ";".
+Result<void> changeListLabel(const std::string& listPath, std::size_t index, const std::string& label);
+
+} // namespace zv

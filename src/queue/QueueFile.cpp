@@ -1,0 +1,46 @@
+#include "queue/QueueFile.h"
+
+#include "library/ListFile.h"
+#include "platform/Files.h"
+
+namespace zv {
+
+namespace {
+
+constexpr const char* kLineEnd = "\r\n";
+constexpr std::size_t kShortestPath = 2;
+
+} // namespace
+
+std::string queuePath(const std::string& userFolder, const std::string& loginName)
+{
+    return joinPath(userFolder, loginName + ".crt");
+}
+
+Result<void> addToQueue(const std::string& queuePath, const std::string& drawing)
+{
+    return appendFile(queuePath, drawing + kLineEnd);
+}
+
+Result<std::vector<std::string>> readQueue(const std::string& queuePath)
+{
+    const Result<std::string> bytes = readFile(queuePath);
+    if (!bytes)
+        return bytes.error();
+    std::vector<std::string> drawings;
+    for (const std::string_view line : textLines(*bytes)) {
+        if (line.size() >= kShortestPath)
+            drawings.emplace_back(line);
+    }
+    return drawings;
+}
+
+Result<void> saveQueue(const std::string& queuePath, const std::vector<std::string>& drawings)
+{
+    std::string bytes;
+    for (const std::string& drawing : drawings)
+        bytes += drawing + kLineEnd;
+    return replaceFile(queuePath, queuePath + ".new", bytes);
+}
+
+} // namespace zv

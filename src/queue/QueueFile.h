@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <string>
+#include <vector>
+
+namespace zv {
+
+/// The queue of a user: user folder + separator + login name + ".crt".
+std::string queuePath(const std::string& userFolder, const std::string& loginName);
+
+/// Adds one drawing at the queue's end, as a whole line in one write, so that two programs of one user can
+/// add at once. A missing queue is made. The queue takes any text, an empty one too, and the same drawing
+/// again. Errors: Denied, Failed.
+Result<void> addToQueue(const std::string& queuePath, const std::string& drawing);
+
+/// The queued drawings in the order of adding, without lines of 0 or 1 characters. Errors: NotFound, Denied,
+/// Failed.
+Result<std::vector<std::string>> readQueue(const std::string& queuePath);
+
+/// Replaces the whole queue; no drawings leave a file of zero bytes. A crash or a full disk leaves the old
+/// queue or the new one. Errors: Denied, Failed.
+Result<void> saveQueue(const std::string& queuePath, const std::vector<std::string>& drawings);
+
+} // namespace zv
