@@ -21,8 +21,8 @@ Result<ObjectMap> objectMapOf(const Container& container)
     return ObjectMap::read(*section);
 }
 
-/// A record's bytes. It starts with its length in words of 15 bits, low ones first, each but the last with its
-/// high bit set. Empty when it does not fit the stream.
+/// A record's bytes. It starts with its length in words of 15 bits, low ones first, each but the last with
+/// its high bit set. Empty when it does not fit the stream.
 std::span<const std::byte> recordAt(std::span<const std::byte> stream, std::uint64_t offset)
 {
     constexpr int kMostWords = 2;
@@ -35,7 +35,8 @@ std::span<const std::byte> recordAt(std::span<const std::byte> stream, std::uint
         offset += 2;
         size |= (low | (high & 0x7F) << 8) << (15 * word);
         if (high < 0x80)
-            return size <= stream.size() - offset ? stream.subspan(offset, size) : std::span<const std::byte>();
+            return size <= stream.size() - offset ? stream.subspan(offset, size)
+                                                  : std::span<const std::byte>();
     }
     return {};
 }
