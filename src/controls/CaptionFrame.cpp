@@ -45,7 +45,7 @@ QFont CaptionFrame::captionFont() const
 
 QString CaptionFrame::shownCaption(const QFontMetrics& metrics) const
 {
-    return metrics.elidedText(title(), Qt::ElideMiddle, width() - 2 * (kIndent + kGap), Qt::TextShowMnemonic);
+    return metrics.elidedText(title(), Qt::ElideMiddle, width() - 2 * (kIndent + kGap));
 }
 
 void CaptionFrame::paintEvent(QPaintEvent*)
@@ -55,7 +55,7 @@ void CaptionFrame::paintEvent(QPaintEvent*)
     const QFontMetrics metrics(captions);
     const int strip = m_captionHeight > 0 ? std::min(m_captionHeight, metrics.height()) : metrics.height();
     const QString caption = shownCaption(metrics);
-    const int textWidth = metrics.size(Qt::TextShowMnemonic, caption).width();
+    const int textWidth = metrics.size(0, caption).width();
     const int baseline = strip - metrics.descent();
 
     painter.setRenderHint(QPainter::Antialiasing);
@@ -69,8 +69,8 @@ void CaptionFrame::paintEvent(QPaintEvent*)
 
     painter.setFont(captions);
     const QRect place(kIndent + kGap, baseline - metrics.ascent(), textWidth, metrics.height());
-    style()->drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, palette(),
-                          isEnabled(), caption, QPalette::WindowText);
+    style()->drawItemText(&painter, place, Qt::AlignLeft | Qt::AlignTop, palette(), isEnabled(), caption,
+                          QPalette::WindowText);
 }
 
 bool CaptionFrame::event(QEvent* event)

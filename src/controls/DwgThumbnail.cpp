@@ -150,7 +150,9 @@ void DwgThumbnail::paintName(QPainter& painter)
 void DwgThumbnail::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), colorOf(m_backColor));
+    // Cells stand edge to edge; a line of the window's own ground keeps them apart.
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.fillRect(rect().adjusted(1, 1, -1, -1), colorOf(m_backColor));
     if (!m_picture.isNull())
         paintPicture(painter);
     else if (m_readable)

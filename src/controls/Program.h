@@ -9,6 +9,7 @@ class QString;
 
 namespace zv {
 
+struct ActionServices;
 struct PublicValues;
 class Window;
 
@@ -46,6 +47,8 @@ public:
     virtual const Folders& folders() const = 0;
     virtual PublicValues& values() = 0;
     virtual Messages& messages() = 0;
+    /// What the action procedure needs of the outside.
+    virtual ActionServices& actionServices() = 0;
 
     /// Ends the program after a failure that a handler has no guard for: shows `text` as a plain error
     /// message and ends the run with exit status 1. The handler returns after the call.

@@ -1,14 +1,60 @@
 #include "controls/Window.h"
 
+#include "config/PublicValues.h"
+
 #include <QCloseEvent>
 #include <QWindow>
 
 namespace zv {
 
-Window::Window(Program& program, const QString& name, const QString& title) : m_program(program)
+/// Message boxes of a window that may stand on top.
+class Window::OffTheTop final : public Messages {
+public:
+    explicit OffTheTop(Window& window) : m_window(window) {}
+
+    void show(const Message& message) override
+    {
+        m_window.setTopmost(false);
+        m_window.program().messages().show(message);
+        backOnTop();
+    }
+    bool ask(const Message& message) override
+    {
+        m_window.setTopmost(false);
+        const bool yes = m_window.program().messages().ask(message);
+        backOnTop();
+        return yes;
+    }
+
+private:
+    void backOnTop()
+    {
+        if (m_window.values().AlwaysOnTop == 1)
+            m_window.setTopmost(true);
+    }
+
+    Window& m_window;
+};
+
+Window::Window(Program& program, const QString& name, const QString& title)
+    : m_program(program), m_messages(std::make_unique<OffTheTop>(*this))
 {
     setObjectName(name);
     setWindowTitle(title);
+}
+
+Window::~Window() = default;
+
+Messages& Window::messages()
+{
+    return *m_messages;
+}
+
+void Window::appear()
+{
+    show();
+    raise();
+    activateWindow();
 }
 
 void Window::setTopmost(bool topmost)

@@ -4,6 +4,8 @@
 
 #include <QWidget>
 
+#include <memory>
+
 namespace zv {
 
 /// A window of the program, loaded and unloaded by name. Its object name is that name.
@@ -12,12 +14,20 @@ class Window : public QWidget {
 
 public:
     Window(Program& program, const QString& name, const QString& title);
+    ~Window() override;
 
     Program& program() const { return m_program; }
+    PublicValues& values() const { return m_program.values(); }
+    /// Message boxes over this window: it is taken off the top for as long as one is up, and put back on top
+    /// afterwards if the user wants the program there.
+    Messages& messages();
     /// Runs once the controls are there and the program knows the window, before it is shown.
     virtual void load() {}
     /// Runs when the window is unloaded, however that comes about; it is still loaded then.
     virtual void unloading() {}
+
+    /// Comes onto the screen, in front of the other windows.
+    virtual void appear();
 
     /// Puts the window above all others, or takes it down. It stays where it is, shown or hidden.
     void setTopmost(bool topmost);
@@ -28,7 +38,10 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    class OffTheTop;
+
     Program& m_program;
+    std::unique_ptr<OffTheTop> m_messages;
     bool m_topmost = false;
 };
 

@@ -1,0 +1,90 @@
+#include "app/RunningProgram.h"
+
+#include "controls/Window.h"
+
+namespace zv {
+
+RunningProgram::RunningProgram(Folders folders, Messages& messages)
+    : m_folders(std::move(folders)), m_messages(messages)
+{
+}
+
+RunningProgram::~RunningProgram()
+{
+    qDeleteAll(m_loaded);
+}
+
+void RunningProgram::add(const QString& name, Factory factory)
+{
+    m_factories.insert(name, std::move(factory));
+}
+
+Window* RunningProgram::load(const QString& name)
+{
+    if (Window* window = loaded(name))
+        return window;
+    const auto factory = m_factories.constFind(name);
+    if (factory == m_factories.constEnd())
+        return nullptr;
+    Window* window = (*factory)();
+    // Known before it loads, since a load may reach for its own window by name.
+    m_loaded.insert(name, window);
+    window->load();
+    return window;
+}
+
+Window* RunningProgram::loadAnew(const QString& name)
+{
+    takeOut(name);
+    return load(name);
+}
+
+bool RunningProgram::show(const QString& name)
+{
+    Window* window = load(name);
+    if (!window)
+        return false;
+    window->appear();
+    return true;
+}
+
+void RunningProgram::hide(const QString& name)
+{
+    if (Window* window = loaded(name))
+        window->hide();
+}
+
+void RunningProgram::unload(const QString& name)
+{
+    if (takeOut(name) && m_loaded.isEmpty() && m_exitStatus == 0)
+        Q_EMIT ended(0);
+}
+
+bool RunningProgram::takeOut(const QString& name)
+{
+    Window* window = loaded(name);
+    // A window whose unloading reaches back here is on its way out already.
+    if (!window || m_unloading.contains(name))
+        return false;
+    m_unloading.insert(name);
+    window->unloading();
+    m_unloading.remove(name);
+    m_loaded.remove(name);
+    window->hide();
+    // Its handlers are still running.
+    window->deleteLater();
+    return true;
+}
+
+void RunningProgram::fail(const std::string& text)
+{
+    if (m_exitStatus != 0)
+        return;
+    m_exitStatus = 1;
+    m_messages.show({text, {}, MessageIcon::Critical});
+    for (Window* window : std::as_const(m_loaded))
+        window->hide();
+    Q_EMIT ended(m_exitStatus);
+}
+
+} // namespace zv

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "config/PublicValues.h"
+#include "controls/Program.h"
+
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QString>
+
+#include <memory>
+
+namespace zv {
+
+struct ActionServices;
+
+/// The program as it runs: it owns the loaded windows and knows when the run has ended.
+class RunningProgram final : public QObject, public Program {
+    Q_OBJECT
+
+public:
+    /// `messages` and `services` outlive the program.
+    RunningProgram(Folders folders, Messages& messages);
+    ~RunningProgram() override;
+
+    void setActionServices(ActionServices& services) { m_services = &services; }
+
+    void add(const QString& name, Factory factory) override;
+    Window* load(const QString& name) override;
+    Window* loadAnew(const QString& name) override;
+    Window* loaded(const QString& name) const override { return m_loaded.value(name); }
+    bool show(const QString& name) override;
+    void hide(const QString& name) override;
+    void unload(const QString& name) override;
+
+    const Folders& folders() const override { return m_folders; }
+    PublicValues& values() override { return m_values; }
+    Messages& messages() override { return m_messages; }
+    ActionServices& actionServices() override { return *m_services; }
+    void fail(const std::string& text) override;
+
+    /// 0, or 1 once the program has failed.
+    int exitStatus() const { return m_exitStatus; }
+
+Q_SIGNALS:
+    /// The last window has been unloaded, or the program has failed.
+    void ended(int exitStatus);
+
+private:
+    bool takeOut(const QString& name);
+
+    Folders m_folders;
+    Messages& m_messages;
+    ActionServices* m_services = nullptr;
+    PublicValues m_values;
+    QHash<QString, Factory> m_factories;
+    QHash<QString, Window*> m_loaded;
+    QSet<QString> m_unloading;
+    int m_exitStatus = 0;
+};
+
+} // namespace zv

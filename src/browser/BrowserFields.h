@@ -1,0 +1,38 @@
+#pragma once
+
+#include "controls/DwgPropsX.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+namespace zv {
+
+/// The fields of the main window that are kept for the run: they outlive its unloading. Other windows read
+/// and set some of them. Paths are bytes in the system's 8-bit code page.
+struct BrowserFields {
+    std::string selectedDrawing; ///< As its line in the list has it; empty until one is selected.
+    std::string LibraryPath;     ///< The list in view.
+    std::string LibraryName;     ///< Its name, as it was picked.
+    std::string LinePath;        ///< Of the line read last.
+    double PageCount = 0;        ///< Panels of the library.
+    double CurrentPage = 1;      ///< Panel in view, from 1.
+    std::int16_t PageCursor = 2; ///< The panel once more, for enabling the buttons.
+    std::int16_t PrevPageCursor = 0;
+    std::int16_t FirstLine = 0;           ///< Line number, from 1, of the panel's first cell.
+    std::int16_t LineCount = 0;           ///< Of the last load, at least 20.
+    std::int16_t FocusCell = 0;           ///< The selected cell, from 1.
+    std::array<std::string, 21> CellPath; ///< Drawing behind each cell, from 1.
+    std::int16_t CellFailed = 0;
+    std::int16_t TurnedForward = 0, TurnedBack = 0;
+    std::int16_t EnlargeMode = 0;      ///< 1 while the viewer is shown.
+    std::int16_t ViewerBusy = 0;       ///< 1 while the viewer is being refilled.
+    std::int16_t queueMode = 0;        ///< 1 while Option4 is the mode.
+    std::int16_t OneShotScaleLock = 0; ///< The next click of Check1 or Option1 disables x once.
+    std::int16_t RibbonTab = 0;        ///< 0 tools, 2 settings.
+    std::int16_t cartFromButton = 0;   ///< 1 when Cart was opened by Command24.
+    std::string searchLibrary;         ///< What Search shows in its box of libraries at first.
+    DwgPropsX props;                   ///< The one reader of properties that the windows share.
+};
+
+} // namespace zv

@@ -1,0 +1,222 @@
+#pragma once
+
+#include "browser/BrowserFields.h"
+#include "config/Profiles.h"
+#include "controls/Window.h"
+
+#include <array>
+#include <memory>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QRadioButton;
+class QStatusBar;
+class QTimer;
+
+namespace zv {
+
+enum class ActionCaller;
+class CaptionFrame;
+class DwgThumbnail;
+class DwgViewX;
+class OuterGeometry;
+class PathList;
+class PictureBox;
+class PictureButton;
+class Resizer;
+class SortedCombo;
+
+constexpr int kCells = 20; ///< Of one panel.
+
+/// The main window: shows a library in panels of twenty thumbnails and does with the chosen drawing what the
+/// mode options say. It owns the run: the other windows are reached from here.
+class Zelvora final : public Window {
+    Q_OBJECT
+
+public:
+    /// `fields` outlives the window, which is loaded more than once in a run.
+    Zelvora(Program& program, BrowserFields& fields);
+    ~Zelvora() override;
+
+    void load() override;
+    void unloading() override;
+    /// Stays invisible until Timer1 has given the window its place and size.
+    void appear() override;
+
+    /// Opens a dialog that goes on with a drawing. False when there is no such dialog.
+    bool openDialogFor(const QString& window, const std::string& drawing);
+
+    BrowserFields& fields;
+
+    // Library choice and panels.
+    QLabel* LabelLibrary;
+    SortedCombo* Combo1;
+    QLabel* Labelx;
+    CaptionFrame* Frame4;
+    std::array<DwgThumbnail*, kCells + 1> DwgThumbnails; ///< DwgThumbnail1 to DwgThumbnail20, from index 1.
+    PictureButton *Command2, *Command3;
+    CaptionFrame* Frame1;
+    PathList* List1;
+
+    // Information.
+    CaptionFrame* Frame2;
+    QPlainTextEdit* Text1;
+    QStatusBar* StatusBar1;
+    std::array<QLabel*, 5> StatusBar1Panels; ///< From index 1.
+
+    // Action.
+    QWidget* Picture4;
+    QRadioButton *Option1, *Option2, *Option3, *Option4;
+    QCheckBox *Check1, *Check4;
+    QLabel* Label1;
+    QLineEdit* x;
+    PictureButton *Command24, *Command11;
+
+    // Enlarged view and its tools.
+    CaptionFrame* Frame8;
+    DwgViewX* DwgViewX1;
+    PictureButton *Command12, *Command13, *Command15, *Command21, *Command14, *Command16, *Command22,
+        *Command10, *Command18;
+
+    // Leaving.
+    PictureButton *Command4, *Command1, *Command9, *Command8, *Command7, *Command5;
+
+    // Tabs, pages, art.
+    PictureBox *Picture5, *Picture9, *Picture12, *Picture2, *Picture11;
+    QWidget *Picture3, *Picture14;
+
+    // Always on top.
+    QWidget* Picture13;
+    QCheckBox* Check2;
+
+    Resizer* Resizer1;
+    QTimer *Timer1, *Timer2;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    enum class Mode { Block = 0, Xref = 1, OpenCopy = 2, Queue = 3 }; ///< Numbers of the key insertmode.
+
+    // Making the controls.
+    void makeLibraryChoice();
+    void makePanels();
+    void makeInformation();
+    void makeAction();
+    void makeRibbon();
+    void makeTools();
+    void makeSettings();
+    void makeTopControls();
+    void makeTimers();
+    void setTabOrders();
+    void connectHandlers();
+    void connectOptions();
+
+    // Layout.
+    void placeControls();
+    void layOutCells();
+
+    // The steps of the load.
+    void markSetOption();
+    void enableOffice(bool enabled);
+    void readAdministratorKeys();
+    void findUser();
+    void registerProperties();
+    bool readLastLoad();
+    void fillCatalogue();
+    void resetPanels();
+    void readAlwaysOnTop();
+    int readInsertMode();
+    void readScaleKeys();
+    void readRibbonTab();
+    void loadFirstLibrary(bool hasLastLibrary);
+    void setUpViewer();
+    void appearAfterLoad();
+    void runTimer2();
+    void saveGeometry();
+    Profiles profiles() const;
+    void writeSetting(const char* key, const std::string& value);
+
+    // Panels.
+    enum class BadLines { Taken, Refused };
+    enum class Blank { No, AtFirstLine };
+    void selectLibrary();
+    std::string libraryPath(const std::string& name) const;
+    bool loadLibrary(BadLines badLines);
+    void endOfShortList();
+    void showMissingLibrary();
+    void showTotalFiles(int count);
+    void setCaption();
+    void fillCell(int cell, const std::string& path);
+    bool fillPanel(int first, Blank blank);
+    void setAllCellsVisible(bool visible);
+    void blankAllCells();
+    /// Adds to a 16-bit field; a sum beyond its range ends the program.
+    bool add16(std::int16_t& field, int amount);
+    void nextPanel();
+    bool turnForward();
+    void previousPanel();
+    bool turnBack();
+    void arriveAtFirstPanel();
+    void selectRow(int row, bool rowChanged);
+    void jumpToCell(int cell);
+    void setPanelButtons();
+
+    // Selection.
+    void clearSelectionMarks();
+    void markCell(int marked);
+    void selectCell(int cell);
+    void readSelection(int cell, int target);
+    bool showDrawingInformation(const std::string& path);
+    /// Ends every reading of a list that is under way.
+    void closeEveryFile() { ++m_filesClosed; }
+    Mode mode() const;
+    void setOption(Mode chosen);
+    void markOption(Mode chosen);
+    void setScaleEnabled(bool enabled);
+    void setScaleGround(bool inUse);
+    void lockScaleOnce();
+    void setAutoScale(bool on);
+    void setAlwaysOnTop(bool on);
+    void setExplode(bool on);
+
+    // Enlarge mode.
+    void toggleEnlargeMode();
+    void enlargeFailed();
+    bool showInViewer(const std::string& path);
+    bool reloadViewer();
+    void stepForward();
+    void stepBack();
+    int startStep();
+    void setStepButtons(int target);
+    bool lineIsReached(int counter, int target);
+    void printFromViewer();
+
+    // Tabs and pictures.
+    void selectTab(int ribSet);
+    void showTab(int ribSet);
+    void resetTools();
+    void resetPictures();
+    void setActionPicture(bool lit);
+    void setEnlargePicture();
+    bool handleHover(QObject* watched, QEvent* event);
+
+    // What is done with a drawing, and leaving for other windows.
+    void runAction(ActionCaller caller, const std::string& drawing);
+    void actOnCell(int cell);
+    void actOnListFocus();
+    void openNewlib();
+    void openHiding(const QString& window);
+    void openSearch();
+    void openCart();
+    void openHelp();
+
+    std::unique_ptr<OuterGeometry> m_geometry;
+    bool m_probeFailed = false;
+    unsigned m_filesClosed = 0;
+};
+
+} // namespace zv

@@ -1,0 +1,148 @@
+#include "browser/Zelvora.h"
+
+#include "config/Keys.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "controls/SortedCombo.h"
+#include "controls/TextBytes.h"
+#include "help/ProgramHelp.h"
+#include "host/ActionProcedure.h"
+#include "platform/Text.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
+namespace zv {
+namespace {
+
+/// The main window as the action procedure sees it.
+class MainActionWindow final : public ActionWindow {
+public:
+    explicit MainActionWindow(Zelvora& window) : m_window(window) {}
+
+    void hideWindow() override { m_window.program().hide(m_window.objectName()); }
+    void showWindow() override { m_window.program().show(m_window.objectName()); }
+    void setDefaultPointer() override { m_window.unsetCursor(); }
+    Messages& messages() override { return m_window.messages(); }
+
+    ActionMode mode() const override
+    {
+        if (m_window.fields.queueMode == 1)
+            return ActionMode::Queue;
+        if (m_window.Option1->isChecked())
+            return ActionMode::Block;
+        if (m_window.Option2->isChecked())
+            return ActionMode::Xref;
+        return m_window.Option3->isChecked() ? ActionMode::OpenCopy : ActionMode::None;
+    }
+    bool autoScale() const override { return m_window.Check1->isChecked(); }
+    bool explode() const override { return m_window.Check4->isChecked(); }
+    std::string scaleText() const override { return toBytes(m_window.x->text()); }
+    void setScaleText(const std::string& text) override { m_window.x->setText(toText(text)); }
+
+    Result<std::string> firstCustomProperty(const std::string& drawing) override
+    {
+        DwgPropsX& props = m_window.fields.props;
+        if (const auto loaded = props.load(drawing); !loaded)
+            return loaded.error();
+        return props.customProperty(0);
+    }
+    bool openXattach(const std::string& drawing) override
+    {
+        return m_window.openDialogFor(QStringLiteral("Xattach"), drawing);
+    }
+    bool openCmode(const std::string& drawing) override
+    {
+        return m_window.openDialogFor(QStringLiteral("cmode"), drawing);
+    }
+    void clearCartMark() override { m_window.fields.cartFromButton = 0; }
+    void enableMainWindow() override { m_window.setEnabled(true); }
+
+private:
+    Zelvora& m_window;
+};
+
+} // namespace
+
+// ---- doing something with a drawing
+
+void Zelvora::runAction(ActionCaller caller, const std::string& drawing)
+{
+    const PublicValues& known = values();
+    const ActionSettings settings{known.XbCheck != 0, known.Fds == 1, known.Acad2002 != 0};
+    MainActionWindow window(*this);
+    const auto done =
+        zv::runAction(caller, drawing, fields.selectedDrawing, window, program().actionServices(), settings);
+    if (!done)
+        program().fail(done.error().text);
+}
+
+void Zelvora::actOnCell(int cell)
+{
+    runAction(cell == 1 ? ActionCaller::Thumbnail1 : ActionCaller::OtherThumbnail, fields.CellPath[cell]);
+}
+
+// Only these three cells are asked.
+void Zelvora::actOnListFocus()
+{
+    for (int cell = 1; cell <= 3; ++cell) {
+        if (DwgThumbnails[cell]->hasFocusRect()) {
+            actOnCell(cell);
+            return;
+        }
+    }
+}
+
+// ---- leaving for another window
+
+void Zelvora::openNewlib()
+{
+    profiles().write(keys::zelvora::del, "0");
+    setEnabled(false);
+    if (program().show(QStringLiteral("Newlib")))
+        program().unload(objectName());
+    else
+        setEnabled(true);
+}
+
+/// Opens a window that brings this one back when it closes.
+void Zelvora::openHiding(const QString& window)
+{
+    program().hide(objectName());
+    if (!program().show(window))
+        program().show(objectName());
+}
+
+void Zelvora::openSearch()
+{
+    const std::string library = toBytes(Combo1->currentText());
+    if (findText(values().LoginName, library) != std::string::npos)
+        fields.searchLibrary = library;
+    program().show(QStringLiteral("Search"));
+}
+
+void Zelvora::openCart()
+{
+    if (fields.queueMode != 1)
+        return;
+    setEnabled(false);
+    fields.cartFromButton = 1;
+    Window* cart = program().load(QStringLiteral("Cart"));
+    if (!cart) {
+        setEnabled(true);
+        return;
+    }
+    cart->setTopmost(true);
+    program().show(QStringLiteral("Cart"));
+}
+
+void Zelvora::openHelp() {}
+
+bool Zelvora::openDialogFor(const QString& window, const std::string&)
+{
+    return program().show(window);
+}
+
+} // namespace zv

@@ -1,0 +1,118 @@
+#include "browser/Zelvora.h"
+
+#include "controls/CaptionFrame.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/DwgViewX.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "controls/Resizer.h"
+#include "controls/SortedCombo.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QStatusBar>
+
+#include <array>
+#include <cmath>
+
+namespace zv {
+namespace {
+
+constexpr QSize kDesignSize(713, 606); ///< 10695 by 9090 twips.
+
+// What the size of Frame4 is divided by for the size and the places of the cells.
+constexpr double kCellWidth = 5.25;
+constexpr double kCellHeight = 4.3;
+constexpr std::array kColumnLeft{43.0, 4.67, 2.465, 1.675, 1.27};
+constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
+
+int part(int whole, double divisor)
+{
+    return int(std::lround(whole / divisor));
+}
+
+} // namespace
+
+void Zelvora::placeControls()
+{
+    Resizer1 = new Resizer(this, kDesignSize);
+    Resizer1->setObjectName(QStringLiteral("Resizer1"));
+    const auto place = [this](QWidget* control, int left, int top, int width, int height,
+                              QSize least = {0, 0}) {
+        Resizer1->place(control, {left, top, width, height}, least);
+    };
+    const int row = std::max(22, fontMetrics().height() + 8);
+    const QSize line(0, row);
+    const auto natural = [row](QWidget* control) { return QSize(control->sizeHint().width(), row); };
+
+    const int captions = fontMetrics().horizontalAdvance(Frame2->title()) + 32;
+
+    place(Picture5, 8, 4, 88, 28, Picture5->minimumSizeHint());
+    place(Picture9, 96, 4, 88, 28, Picture9->minimumSizeHint());
+    place(Picture13, 573, 4, 92, 26, natural(Check2) + QSize(8, 0));
+    place(Check2, 4, 2, 86, 22, natural(Check2));
+    place(Picture12, 675, 4, 30, 26, Picture12->minimumSizeHint());
+
+    for (QWidget* page : {Picture3, Picture14})
+        place(page, 8, 32, 697, 60, {0, 40});
+    int left = 4;
+    for (PictureButton* tool : {Command12, Command21, Command16, Command22, Command15, Command13, Command14,
+                                Command10, Command18}) {
+        place(tool, left, 2, 62, 56, tool->minimumSizeHint());
+        left += 66;
+    }
+    left = 4;
+    for (PictureButton* setting : {Command1, Command8, Command9, Command7, Command5}) {
+        place(setting, left, 2, 92, 56, setting->minimumSizeHint());
+        left += 96;
+    }
+    for (PictureBox* logo : {Picture2, Picture11})
+        place(logo, 620, 4, 72, 52, logo->minimumSizeHint());
+
+    place(LabelLibrary, 8, 100, 48, 26, natural(LabelLibrary));
+    place(Combo1, 60, 100, 314, 26, line);
+    place(Command4, 382, 100, 92, 26, natural(Command4));
+    for (QWidget* view : std::initializer_list<QWidget*>{Frame4, Frame8})
+        place(view, 8, 132, 466, 350);
+    place(Labelx, 60, 120, 346, 120);
+    place(DwgViewX1, 8, 22, 450, 320);
+    place(Command2, 8, 488, 110, 26, natural(Command2));
+    place(Command3, 126, 488, 110, 26, natural(Command3));
+
+    place(Frame1, 482, 100, 223, 216, {captions, 0});
+    place(List1, 8, 22, 207, 186);
+    place(Frame2, 482, 322, 223, 192, {captions, 0});
+    place(Text1, 8, 22, 207, 162);
+
+    place(Picture4, 8, 518, 697, 60, {0, 2 * row + 4});
+    left = 0;
+    for (QRadioButton* option : {Option1, Option2, Option3, Option4}) {
+        place(option, left, 2, 116, 26, natural(option));
+        left += 120;
+    }
+    place(Check1, 0, 32, 100, 26, natural(Check1));
+    place(Check4, 108, 32, 88, 26, natural(Check4));
+    place(Label1, 204, 32, 36, 26, natural(Label1));
+    place(x, 244, 32, 64, 26, {40, row});
+    place(Command24, 474, 32, 104, 26, natural(Command24));
+    place(Command11, 586, 32, 111, 26, natural(Command11));
+    place(StatusBar1, 0, 582, 713, 24, line);
+}
+
+void Zelvora::layOutCells()
+{
+    for (int cell = 1; cell <= kCells; ++cell) {
+        const std::size_t column = std::size_t(cell - 1) % kColumnLeft.size();
+        const std::size_t gridRow = std::size_t(cell - 1) / kColumnLeft.size();
+        DwgThumbnails[cell]->setGeometry(
+            part(Frame4->width(), kColumnLeft[column]), part(Frame4->height(), kRowTop[gridRow]),
+            part(Frame4->width(), kCellWidth), part(Frame4->height(), kCellHeight));
+    }
+    if (fields.EnlargeMode == 1)
+        DwgViewX1->zoomExtents();
+}
+
+} // namespace zv

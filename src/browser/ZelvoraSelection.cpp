@@ -1,0 +1,227 @@
+#include "browser/Zelvora.h"
+
+#include "config/PublicValues.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/DwgViewX.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "controls/TextBytes.h"
+#include "library/ListFile.h"
+
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+
+namespace zv {
+namespace {
+
+constexpr int kBlack = 0;
+constexpr int kWhite = 0xFFFFFF;
+const QColor kScaleGround(0xFE, 0xFC, 0xF0); ///< A pale cream, whatever the palette is.
+
+/// What an option makes of the action button.
+struct ModeWords {
+    const char* caption;
+    const char* toolTip;
+};
+constexpr std::array<ModeWords, 4> kModeWords{{
+    {"&Insert", "Insert as Block"},
+    {"&Xref", "Insert Drawing as Xref"},
+    {"&Open", "Open Selected File or Copy File then Open"},
+    {"&Add", "Add to Drawing Queue"},
+}};
+
+void setBold(QWidget* control, bool bold)
+{
+    QFont font = control->font();
+    font.setBold(bold);
+    control->setFont(font);
+}
+
+} // namespace
+
+// ---- selecting a cell
+
+void Zelvora::clearSelectionMarks()
+{
+    markCell(0);
+}
+
+/// Makes this cell the white one and all others black; 0 makes all of them black.
+void Zelvora::markCell(int marked)
+{
+    for (int cell = 1; cell <= kCells; ++cell)
+        if (cell != marked)
+            DwgThumbnails[cell]->setBitmapBackColor(kBlack);
+    for (int cell = 1; cell <= kCells; ++cell)
+        if (cell != marked)
+            DwgThumbnails[cell]->setBackColor(kBlack);
+    if (marked == 0)
+        return;
+    DwgThumbnails[marked]->setBitmapBackColor(kWhite);
+    DwgThumbnails[marked]->setBackColor(kWhite);
+}
+
+void Zelvora::selectCell(int cell)
+{
+    fields.FocusCell = std::int16_t(cell);
+    markCell(cell);
+    if (fields.EnlargeMode == 0)
+        Command12->setEnabled(true);
+    readSelection(cell, int(fields.CurrentPage - 1) * kCells + cell);
+}
+
+/// Reads the library up to the selected drawing. Whatever fails on the way ends the reading, with nothing
+/// told: a list that is gone, properties that cannot be read, and the closing of every file by the selection
+/// of the row, which has by then done all this itself.
+void Zelvora::readSelection(int cell, int target)
+{
+    const auto list = readListFile(fields.LibraryPath);
+    if (!list)
+        return;
+    const unsigned filesClosed = m_filesClosed;
+    int line = 0;
+    bool noted = false;
+    for (const ListLine& entry : *list) {
+        if (filesClosed != m_filesClosed)
+            return;
+        ++line;
+        fields.LinePath = entry.path;
+        // The panel's number, not the target, is where the row is set.
+        if (line == int(fields.CurrentPage)) {
+            if (target > List1->count())
+                return;
+            List1->setCurrentRow(target - 1);
+            noted = true;
+        }
+        if (!noted || line != target)
+            continue;
+        fields.selectedDrawing = fields.LinePath;
+        if (!showDrawingInformation(fields.selectedDrawing))
+            return;
+        if (fields.EnlargeMode == 1 && !reloadViewer())
+            return;
+        // Cell 1 reads on to the end on every panel but the first; nothing comes of it.
+        if (cell != 1 || target == 1)
+            return;
+    }
+}
+
+/// False when the properties cannot be read; Text1 is as it was then.
+bool Zelvora::showDrawingInformation(const std::string& path)
+{
+    if (!fields.props.load(path))
+        return false;
+    Text1->setPlainText(toText("Drawing Name: " + path + "\r\n\r\n" + fields.props.comments()));
+    return true;
+}
+
+// ---- the mode options
+
+Zelvora::Mode Zelvora::mode() const
+{
+    if (Option2->isChecked())
+        return Mode::Xref;
+    if (Option3->isChecked())
+        return Mode::OpenCopy;
+    return Option4->isChecked() ? Mode::Queue : Mode::Block;
+}
+
+void Zelvora::setOption(Mode chosen)
+{
+    const bool block = chosen == Mode::Block;
+    writeSetting("insertmode", std::to_string(int(chosen)));
+    markOption(chosen);
+    Check1->setEnabled(block);
+    Label1->setEnabled(block);
+    Check4->setEnabled(block);
+    x->setEnabled(block);
+    if (block)
+        setScaleGround(true);
+    Command24->setVisible(chosen == Mode::Queue);
+    const ModeWords& words = kModeWords[std::size_t(chosen)];
+    Command11->setText(QLatin1String(words.caption));
+    Command11->setToolTip(QLatin1String(words.toolTip));
+    fields.queueMode = chosen == Mode::Queue ? 1 : 0;
+    setActionPicture(false);
+    if (!block)
+        return;
+    if (Check1->isChecked())
+        setScaleEnabled(false);
+    lockScaleOnce();
+}
+
+/// Makes the caption of one option bold and those of the others not.
+void Zelvora::markOption(Mode chosen)
+{
+    setBold(Option1, chosen == Mode::Block);
+    setBold(Option2, chosen == Mode::Xref);
+    setBold(Option3, chosen == Mode::OpenCopy);
+    setBold(Option4, chosen == Mode::Queue);
+}
+
+void Zelvora::setScaleEnabled(bool enabled)
+{
+    x->setEnabled(enabled);
+    Label1->setEnabled(enabled);
+    setScaleGround(enabled);
+}
+
+void Zelvora::setScaleGround(bool inUse)
+{
+    QPalette colors = palette();
+    if (inUse) {
+        // The ground is the same in a dark palette, so the text on it has to be dark there too.
+        colors.setColor(QPalette::Base, kScaleGround);
+        colors.setColor(QPalette::Text, Qt::black);
+    } else {
+        colors.setColor(QPalette::Base, colors.color(QPalette::Button));
+    }
+    x->setPalette(colors);
+}
+
+void Zelvora::lockScaleOnce()
+{
+    if (fields.OneShotScaleLock != 1)
+        return;
+    x->setEnabled(false);
+    fields.OneShotScaleLock = 0;
+}
+
+// ---- the check boxes and the scale
+
+void Zelvora::setAutoScale(bool on)
+{
+    writeSetting("AutoScale", on ? "1" : "0");
+    setScaleEnabled(!on);
+    lockScaleOnce();
+}
+
+void Zelvora::setAlwaysOnTop(bool on)
+{
+    writeSetting("AOT", on ? "1" : "0");
+    values().AlwaysOnTop = on ? 1 : 0;
+    setTopmost(on);
+}
+
+void Zelvora::setExplode(bool on)
+{
+    writeSetting("XPmode", on ? "1" : "0");
+}
+
+bool Zelvora::eventFilter(QObject* watched, QEvent* event)
+{
+    // The text is stored as it stands before the key does its work.
+    if (watched == x && event->type() == QEvent::KeyPress)
+        writeSetting("XYZ", toBytes(x->text()));
+    if (watched == Picture13 && event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        Check2->toggle();
+    return Window::eventFilter(watched, event) || handleHover(watched, event);
+}
+
+} // namespace zv

@@ -1,0 +1,93 @@
+#include "controls/PathList.h"
+
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include <algorithm>
+
+namespace zv {
+namespace {
+
+/// Gives every row the list's extent, so that no row has to be measured when the list is laid out.
+class ExtentDelegate final : public QStyledItemDelegate {
+public:
+    explicit ExtentDelegate(PathList* list) : QStyledItemDelegate(list), m_list(list) {}
+
+    QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    {
+        return {m_list->horizontalExtent(), m_list->fontMetrics().height() + 2};
+    }
+
+private:
+    PathList* m_list;
+};
+
+} // namespace
+
+PathList::PathList(QWidget* parent) : QListWidget(parent)
+{
+    setItemDelegate(new ExtentDelegate(this));
+    setUniformItemSizes(true);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    setTextElideMode(Qt::ElideNone);
+    setTabKeyNavigation(false);
+    connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
+        m_rowChanged = true;
+        if (row >= 0)
+            Q_EMIT rowSelected(row);
+    });
+}
+
+// Measuring costs more than all else that adding a row does, so only texts that may be the widest are.
+void PathList::widen(const QString& text)
+{
+    if (text.size() < m_longest * 3 / 4)
+        return;
+    m_longest = std::max(m_longest, text.size());
+    const int width = fontMetrics().horizontalAdvance(text) + verticalScrollBar()->sizeHint().width();
+    m_extent = std::max(m_extent, width);
+}
+
+void PathList::addItemWithExtent(const QString& text)
+{
+    addItemsWithExtent({text});
+}
+
+void PathList::addItemsWithExtent(const QStringList& texts)
+{
+    for (const QString& text : texts)
+        widen(text);
+    addItems(texts);
+}
+
+void PathList::mousePressEvent(QMouseEvent* event)
+{
+    m_rowChanged = false;
+    QListWidget::mousePressEvent(event);
+    const QListWidgetItem* pressed = itemAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && !m_rowChanged && pressed && pressed == currentItem())
+        Q_EMIT rowClickedAgain(currentRow());
+}
+
+void PathList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QListWidget::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton)
+        Q_EMIT doubleClickedInList();
+}
+
+// The view's own handler would make the first row the current one.
+void PathList::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    viewport()->update();
+}
+
+void PathList::focusOutEvent(QFocusEvent* event)
+{
+    QListWidget::focusOutEvent(event);
+    Q_EMIT lostFocus();
+}
+
+} // namespace zv

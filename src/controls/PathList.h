@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QListWidget>
+
+namespace zv {
+
+/// A list of paths or labels. A text wider than the list can be scrolled to. Nothing is selected until the
+/// user or the program selects a row; the focus alone does not.
+class PathList : public QListWidget {
+    Q_OBJECT
+
+public:
+    explicit PathList(QWidget* parent = nullptr);
+
+    /// Adds rows at the end and widens the list's horizontal extent to the widest of them. The extent never
+    /// shrinks, also not when the list is cleared.
+    void addItemWithExtent(const QString& text);
+    void addItemsWithExtent(const QStringList& texts);
+    int horizontalExtent() const { return m_extent; } ///< In pixels.
+
+Q_SIGNALS:
+    /// Another row was selected, by the user or by the program.
+    void rowSelected(int row);
+    void rowClickedAgain(int row);
+    void doubleClickedInList();
+    void lostFocus();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void widen(const QString& text);
+
+    int m_extent = 0;
+    qsizetype m_longest = 0; ///< Characters of the longest text measured.
+    bool m_rowChanged = false;
+};
+
+} // namespace zv
