@@ -26,6 +26,7 @@ class PathList;
 class PictureBox;
 class PictureButton;
 class Resizer;
+class RibbonHover;
 class SortedCombo;
 
 constexpr int kCells = 20; ///< Of one panel.
@@ -198,11 +199,7 @@ private:
     // Tabs and pictures.
     void selectTab(int ribSet);
     void showTab(int ribSet);
-    void resetTools();
     void resetPictures();
-    void setActionPicture(bool lit);
-    void setEnlargePicture();
-    bool handleHover(QObject* watched, QEvent* event);
 
     // What is done with a drawing, and leaving for other windows.
     void runAction(ActionCaller caller, const std::string& drawing);
@@ -215,6 +212,7 @@ private:
     void openHelp();
 
     std::unique_ptr<OuterGeometry> m_geometry;
+    RibbonHover* m_hover;
     bool m_probeFailed = false;
     unsigned m_filesClosed = 0;
 };

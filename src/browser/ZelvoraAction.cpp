@@ -138,7 +138,10 @@ void Zelvora::openCart()
     program().show(QStringLiteral("Cart"));
 }
 
-void Zelvora::openHelp() {}
+void Zelvora::openHelp()
+{
+    showHelpContents(program());
+}
 
 bool Zelvora::openDialogFor(const QString& window, const std::string&)
 {

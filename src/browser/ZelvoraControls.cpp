@@ -1,5 +1,6 @@
 #include "browser/Zelvora.h"
 
+#include "browser/RibbonHover.h"
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
@@ -74,7 +75,7 @@ Zelvora::Zelvora(Program& program, BrowserFields& kept)
     makeAction();
     makeTimers();
     setTabOrders();
-    resetPictures();
+    m_hover = new RibbonHover(*this);
     placeControls();
     connectHandlers();
 }
@@ -122,6 +123,7 @@ void Zelvora::makeTools()
     Picture2 = named<PictureBox>("Picture2", Picture3, PictureBox::Acts::OnDoubleClick);
     Picture2->setToolTip(QStringLiteral("Double-click for \"About\" info..."));
     Picture2->setAccessibleName(tr("About Zelvora"));
+    Picture2->setPicture(QStringLiteral("logo"));
 }
 
 void Zelvora::makeSettings()
@@ -138,6 +140,7 @@ void Zelvora::makeSettings()
     Picture11 = named<PictureBox>("Picture11", Picture14, PictureBox::Acts::OnDoubleClick);
     Picture11->setToolTip(QStringLiteral("Double-click for \"About\" info..."));
     Picture11->setAccessibleName(tr("About Zelvora"));
+    Picture11->setPicture(QStringLiteral("logo"));
 }
 
 void Zelvora::makeLibraryChoice()

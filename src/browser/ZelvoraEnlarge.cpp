@@ -21,7 +21,7 @@ void Zelvora::toggleEnlargeMode()
         Frame8->hide();
         fields.EnlargeMode = 0;
         Command12->setToolTip(QStringLiteral("Enlarge Selected Drawing"));
-        setEnlargePicture();
+        resetPictures();
         return;
     }
     fields.EnlargeMode = 1;
@@ -32,7 +32,7 @@ void Zelvora::toggleEnlargeMode()
         return;
     }
     Command12->setToolTip(QStringLiteral("Return to Thumbnail View"));
-    setEnlargePicture();
+    resetPictures();
     if (fields.FocusCell > 1)
         Command2->setEnabled(true);
     if (fields.FocusCell < kCells)

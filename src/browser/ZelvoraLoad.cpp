@@ -66,7 +66,7 @@ void Zelvora::load()
         enableOffice(false);
     Timer1->start();
     if (insertMode == int(Mode::OpenCopy)) {
-        setActionPicture(false);
+        resetPictures();
         Command11->setText(QStringLiteral("&Open"));
     }
 }

@@ -147,7 +147,7 @@ void Zelvora::setOption(Mode chosen)
     Command11->setText(QLatin1String(words.caption));
     Command11->setToolTip(QLatin1String(words.toolTip));
     fields.queueMode = chosen == Mode::Queue ? 1 : 0;
-    setActionPicture(false);
+    resetPictures();
     if (!block)
         return;
     if (Check1->isChecked())
@@ -221,7 +221,7 @@ bool Zelvora::eventFilter(QObject* watched, QEvent* event)
     if (watched == Picture13 && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
         Check2->toggle();
-    return Window::eventFilter(watched, event) || handleHover(watched, event);
+    return Window::eventFilter(watched, event);
 }
 
 } // namespace zv

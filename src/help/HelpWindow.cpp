@@ -29,7 +29,11 @@ QString text(const std::string& utf8)
 /// Pages and pictures come from the book; an address outside it leads nowhere.
 class BookBrowser : public QTextBrowser {
 public:
-    explicit BookBrowser(const HelpBook& book) : m_book(book) { setOpenExternalLinks(false); }
+    explicit BookBrowser(const HelpBook& book) : m_book(book)
+    {
+        setOpenExternalLinks(false);
+        setWordWrapMode(QTextOption::WordWrap);
+    }
 
 protected:
     QVariant loadResource(int type, const QUrl& name) override
@@ -96,8 +100,8 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpBook> book) : m_book(std::move(book))
     auto* splitter = new QSplitter;
     splitter->addWidget(m_sides);
     splitter->addWidget(m_page);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({250, kFirstSize.width() - 250});
+    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(1, 5);
     setCentralWidget(splitter);
     addTools();
     connect(m_page, &QTextBrowser::sourceChanged, this, &HelpWindow::pageChanged);

@@ -1,0 +1,157 @@
+// Takes the pictures of the help pages from the real windows: make-help-pictures OFFICE FOLDER.
+// OFFICE is a folder with Zelvora.ini and libraries; a library of more than twenty drawings must stand in it.
+
+#include "app/RunningProgram.h"
+#include "browser/BrowserWindows.h"
+#include "browser/Zelvora.h"
+#include "controls/CaptionFrame.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "controls/SortedCombo.h"
+#include "controls/TextBytes.h"
+#include "host/LoadAcad.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QRadioButton>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextStream>
+
+#include <clocale>
+
+namespace {
+
+const QSize kPictureSize(600, 500);
+
+/// Answers nothing and notes nothing: a picture shows the window, not the question.
+class SilentMessages : public zv::Messages {
+public:
+    void show(const zv::Message&) override {}
+    bool ask(const zv::Message&) override { return false; }
+};
+
+class PictureTaker {
+public:
+    PictureTaker(const QString& office, QString out)
+        : m_out(std::move(out)), m_program({zv::toBytes(office), zv::toBytes(m_user.path())}, m_messages)
+    {
+        zv::addBrowserWindows(m_program);
+        m_program.add(QStringLiteral("LoadAcad"), [this] { return new zv::LoadAcad(m_program); });
+    }
+
+    bool takeAll()
+    {
+        start();
+        take("first");
+        if (!chooseLargeLibrary())
+            return false;
+        take("main");
+        main()->Command3->click();
+        take("next-panel");
+        main()->List1->setCurrentRow(main()->List1->count() - 1);
+        take("jump");
+        main()->Command2->click();
+        Q_EMIT main()->DwgThumbnails[8]->clicked();
+        take("selected");
+        main()->Option4->click();
+        take("queue-mode");
+        main()->Option1->click();
+        main()->Command12->click();
+        take("enlarge");
+        main()->Command12->click();
+        main()->Picture9->click();
+        take("settings");
+        main()->Picture5->click();
+        takeMissingLibrary();
+        takeOther("LoadAcad", "load-acad");
+        takeOther("frmSplash", "about");
+        return m_taken;
+    }
+
+private:
+    zv::Zelvora* main() { return static_cast<zv::Zelvora*>(m_program.loaded(QStringLiteral("Zelvora"))); }
+
+    void start()
+    {
+        m_program.load(QStringLiteral("Zelvora"));
+        m_taken = QTest::qWaitFor([this] { return main()->isVisible(); });
+        main()->resize(kPictureSize);
+    }
+
+    bool chooseLargeLibrary()
+    {
+        for (int row = 0; row < main()->Combo1->count(); ++row) {
+            choose(row);
+            if (main()->List1->count() > 40)
+                return true;
+        }
+        QTextStream(stderr) << "no library of more than forty drawings\n";
+        return false;
+    }
+
+    void choose(int row)
+    {
+        main()->Combo1->setCurrentIndex(row);
+        Q_EMIT main()->Combo1->activated(row);
+    }
+
+    void takeMissingLibrary()
+    {
+        for (int row = 0; row < main()->Combo1->count(); ++row) {
+            choose(row);
+            if (main()->Frame4->title().endsWith(QStringLiteral(" Not Found!")))
+                break;
+        }
+        take("missing-library");
+    }
+
+    void takeOther(const char* window, const char* name)
+    {
+        m_program.show(QLatin1String(window));
+        QWidget* shown = m_program.loaded(QLatin1String(window));
+        QTest::qWait(500);
+        save(shown, name);
+        shown->hide();
+    }
+
+    void take(const char* name)
+    {
+        // Previews that are drawn from the geometry come a little later.
+        QTest::qWait(500);
+        save(main(), name);
+    }
+
+    void save(QWidget* window, const char* name)
+    {
+        const QString path = m_out + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+        const QImage picture = window->grab().toImage().convertToFormat(QImage::Format_Indexed8);
+        m_taken = picture.save(path) && m_taken;
+    }
+
+    QTemporaryDir m_user;
+    QString m_out;
+    SilentMessages m_messages;
+    zv::RunningProgram m_program;
+    bool m_taken = true;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    std::setlocale(LC_ALL, "");
+    QApplication::setApplicationName(QStringLiteral("Zelvora"));
+    QApplication::setApplicationVersion(QStringLiteral("1.0.0"));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (argc != 3) {
+        QTextStream(stderr) << "usage: make-help-pictures OFFICE FOLDER\n";
+        return 2;
+    }
+    PictureTaker taker(QDir(QFile::decodeName(argv[1])).absolutePath(), QFile::decodeName(argv[2]));
+    return taker.takeAll() ? 0 : 1;
+}
