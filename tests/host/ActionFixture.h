@@ -1,0 +1,95 @@
+#pragma once
+
+#include "host/ActionProcedure.h"
+#include "support/HostProcess.h"
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zv::test {
+
+/// What happened, in order, one line each.
+using Events = std::vector<std::string>;
+
+/// An automation that writes down every call that goes through it.
+class RecordingAutomation final : public Automation {
+public:
+    RecordingAutomation(Automation& inner, Events& events) : m_inner(inner), m_events(events) {}
+    Result<AutomationObjectPtr> attach(const std::string& progId) override;
+    Result<AutomationObjectPtr> create(const std::string& progId) override;
+
+private:
+    Result<AutomationObjectPtr> noted(const std::string& what, Result<AutomationObjectPtr> application);
+
+    Automation& m_inner;
+    Events& m_events;
+};
+
+/// A calling window whose controls are plain values, and whose messages are answered from a list.
+class RecordingWindow final : public ActionWindow, public Messages {
+public:
+    explicit RecordingWindow(Events& events) : m_events(events) {}
+
+    void hideWindow() override { m_events.push_back("hide"); }
+    void showWindow() override { m_events.push_back("show"); }
+    void setDefaultPointer() override { m_events.push_back("default pointer"); }
+    Messages& messages() override { return *this; }
+    void show(const Message& message) override;
+    bool ask(const Message& message) override;
+
+    ActionMode mode() const override { return currentMode; }
+    bool autoScale() const override { return check1; }
+    bool explode() const override { return check4; }
+    std::string scaleText() const override { return x; }
+    void setScaleText(const std::string& text) override;
+    Result<std::string> firstCustomProperty(const std::string& drawing) override;
+    bool openXattach(const std::string& drawing) override;
+    bool openCmode(const std::string& drawing) override;
+    void clearCartMark() override { m_events.push_back("clear cart mark"); }
+    void enableMainWindow() override { m_events.push_back("enable main window"); }
+
+    ActionMode currentMode = ActionMode::Block;
+    bool check1 = false, check4 = false;
+    std::string x = "1.00";
+    Result<std::string> property = std::string();
+    bool hasDialogs = true;
+    std::deque<bool> answers; ///< To the questions, in order.
+
+private:
+    Events& m_events;
+};
+
+/// An action with everything around it: a host in a process of its own, or none, and the list of what
+/// happens.
+class ActionFixture : public testing::Test, protected LoadSplash {
+protected:
+    ActionFixture();
+    void act(const std::string& drawing = "C:\\Lib\\Bolt.dwg", ActionCaller caller = ActionCaller::Command11);
+
+    void show() override { events.push_back("splash"); }
+    void unload() override { events.push_back("splash off"); }
+
+    HostPlace place;
+    Events events;
+    RecordingWindow window{events};
+    ActionSettings settings;
+    std::string selectedDrawing = "C:\\Lib\\Bolt.dwg";
+    bool activationWorks = true;
+    Result<void> queued; ///< What adding to the queue comes to.
+    Result<void> ended;  ///< What the action came to.
+
+private:
+    std::unique_ptr<EventPump> m_pump;
+    std::unique_ptr<Automation> m_carrier;
+    RecordingAutomation m_recording;
+    ActionServices m_services;
+};
+
+/// Lists put behind each other.
+Events operator+(Events first, const Events& second);
+
+} // namespace zv::test

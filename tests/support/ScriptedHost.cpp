@@ -1,0 +1,216 @@
+#include "platform/Json.h"
+#include "platform/LocalHosts.h"
+#include "support/HostModel.h"
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <poll.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+// A scripted host on the local carrier, in a process of its own: ScriptedHost SCRIPT.
+
+namespace {
+
+using namespace zv;
+using namespace zv::test;
+
+std::string text(const Json* json)
+{
+    return json != nullptr && json->text() != nullptr ? *json->text() : std::string();
+}
+
+/// A connection with the objects that it has been given.
+class Client {
+public:
+    Client(std::unique_ptr<LineChannel> channel, HostModel& model)
+        : m_channel(std::move(channel)), m_model(model)
+    {
+    }
+    int descriptor() const { return m_channel->descriptor(); }
+    bool ended() const { return m_channel->ended(); }
+
+    void serve()
+    {
+        m_channel->readAvailable();
+        for (std::string line; m_channel->nextLine(line);) {
+            if (const Result<Json> request = readJson(line))
+                answer(*request);
+            else
+                m_channel->end();
+        }
+    }
+
+private:
+    void answer(const Json& request)
+    {
+        const HostModel::Reply reply = replyTo(request);
+        const Json* const id = request.member("id");
+        switch (reply.outcome) {
+        case HostModel::Outcome::Die:
+            std::_Exit(0);
+        case HostModel::Outcome::Garbage:
+            send("this is no answer");
+            return;
+        case HostModel::Outcome::TooLong:
+            flood();
+            return;
+        case HostModel::Outcome::Answer:
+        case HostModel::Outcome::DieAfter:
+            send(writeJson(Json(Json::Object{{"id", *id}, {"result", toJson(reply.value)}})));
+            if (reply.outcome == HostModel::Outcome::DieAfter)
+                std::_Exit(0);
+            return;
+        default:
+            sendError(*id, reply);
+        }
+    }
+
+    HostModel::Reply replyTo(const Json& request)
+    {
+        const std::string operation = text(request.member("op"));
+        const std::string name = text(request.member("name"));
+        const Json* const number = request.member("object");
+        const HostModel::Object object =
+            *number->whole() == 0 ? HostModel::Object{} : m_objects.at(*number->whole());
+        if (operation == "get")
+            return m_model.get(object, name);
+        if (operation == "set")
+            return m_model.set(object, name, writeJson(*request.member("value")));
+        if (operation == "items")
+            return m_model.items(object);
+        const Json::Array& arguments = *request.member("args")->array();
+        HostModel::Point point;
+        HostModel::Value value;
+        if (!arguments.empty())
+            readPoint(arguments[0], point);
+        if (arguments.size() > 1)
+            value = toValue(arguments[1]);
+        return m_model.call(object, name, writeJson(Json(arguments)),
+                            arguments.empty() ? "" : text(&arguments[0]), value, point);
+    }
+
+    static void readPoint(const Json& json, HostModel::Point& point)
+    {
+        if (const Json* held = json.member("point")) {
+            const Json::Array& numbers = *held->array();
+            numbers[0].asDouble(point.x);
+            numbers[1].asDouble(point.y);
+            numbers[2].asDouble(point.z);
+        }
+    }
+    static HostModel::Value toValue(const Json& json)
+    {
+        if (json.whole() != nullptr)
+            return *json.whole();
+        if (json.number() != nullptr)
+            return *json.number();
+        return {};
+    }
+
+    Json give(const HostModel::Object& object)
+    {
+        m_objects[++m_last] = object;
+        return Json(Json::Object{{"object", m_last}});
+    }
+    Json toJson(const HostModel::Value& value)
+    {
+        if (const auto* truth = std::get_if<bool>(&value))
+            return Json(*truth);
+        if (const auto* whole = std::get_if<std::int64_t>(&value))
+            return Json(*whole);
+        if (const auto* number = std::get_if<double>(&value))
+            return Json(*number);
+        if (const auto* held = std::get_if<std::string>(&value))
+            return Json(*held);
+        if (const auto* point = std::get_if<HostModel::Point>(&value))
+            return Json(Json::Object{{"point", Json(Json::Array{point->x, point->y, point->z})}});
+        if (const auto* object = std::get_if<HostModel::Object>(&value))
+            return give(*object);
+        if (const auto* objects = std::get_if<std::vector<HostModel::Object>>(&value)) {
+            Json::Array members;
+            for (const HostModel::Object& object : *objects)
+                members.push_back(give(object));
+            return Json(std::move(members));
+        }
+        return {};
+    }
+
+    void sendError(const Json& id, const HostModel::Reply& reply)
+    {
+        const char* code = "failed";
+        if (reply.outcome == HostModel::Outcome::UnknownName)
+            code = "unknown-name";
+        if (reply.outcome == HostModel::Outcome::Busy)
+            code = "busy";
+        if (reply.outcome == HostModel::Outcome::Cancelled)
+            code = "cancelled";
+        send(writeJson(Json(Json::Object{
+            {"id", id}, {"error", Json(Json::Object{{"code", code}, {"description", reply.text}})}})));
+    }
+    void send(const std::string& line)
+    {
+        PlainEventPump pump;
+        static_cast<void>(m_channel->send(line, pump));
+    }
+    /// More than a line may hold, with no end.
+    void flood()
+    {
+        const std::string piece(65536, ' ');
+        for (std::size_t sent = 0; sent <= LineChannel::kLongestLine + piece.size(); sent += piece.size()) {
+            pollfd ready{m_channel->descriptor(), POLLOUT, 0};
+            ::poll(&ready, 1, -1);
+            if (::send(m_channel->descriptor(), piece.data(), piece.size(), MSG_NOSIGNAL) < 0)
+                return;
+        }
+    }
+
+    std::unique_ptr<LineChannel> m_channel;
+    HostModel& m_model;
+    std::map<std::int64_t, HostModel::Object> m_objects;
+    std::int64_t m_last = 0;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2)
+        return 2;
+    HostModel model(argv[1]);
+    std::this_thread::sleep_for(std::chrono::milliseconds(model.delayMs));
+    const auto start = std::chrono::steady_clock::now();
+    std::vector<std::unique_ptr<HostListener>> listeners;
+    std::vector<std::unique_ptr<Client>> clients;
+    for (;;) {
+        const auto passed = std::chrono::steady_clock::now() - start;
+        std::erase_if(model.listening, [&](const HostModel::Listening& door) {
+            if (passed < std::chrono::milliseconds(door.afterMs))
+                return false;
+            if (auto listener = HostListener::open(door.name))
+                listeners.push_back(std::move(*listener));
+            return true;
+        });
+        std::vector<pollfd> watched;
+        for (const auto& listener : listeners)
+            watched.push_back({listener->descriptor(), POLLIN, 0});
+        for (const auto& client : clients)
+            watched.push_back({client->descriptor(), POLLIN, 0});
+        ::poll(watched.data(), watched.size(), model.listening.empty() ? 100 : 5);
+        // The test that wrote the script takes it away when it has ended.
+        if (::access(argv[1], F_OK) != 0)
+            return 0;
+        for (const auto& listener : listeners) {
+            while (auto channel = listener->accept())
+                clients.push_back(std::make_unique<Client>(std::move(channel), model));
+        }
+        for (const auto& client : clients)
+            client->serve();
+        std::erase_if(clients, [](const auto& client) { return client->ended(); });
+    }
+}
