@@ -34,11 +34,12 @@ public:
     }
     int descriptor() const { return m_channel->descriptor(); }
     bool ended() const { return m_channel->ended(); }
+    bool dies() const { return m_dies; }
 
     void serve()
     {
         m_channel->readAvailable();
-        for (std::string line; m_channel->nextLine(line);) {
+        for (std::string line; !m_dies && m_channel->nextLine(line);) {
             if (const Result<Json> request = readJson(line))
                 answer(*request);
             else
@@ -53,7 +54,8 @@ private:
         const Json* const id = request.member("id");
         switch (reply.outcome) {
         case HostModel::Outcome::Die:
-            std::_Exit(0);
+            m_dies = true;
+            return;
         case HostModel::Outcome::Garbage:
             send("this is no answer");
             return;
@@ -63,8 +65,7 @@ private:
         case HostModel::Outcome::Answer:
         case HostModel::Outcome::DieAfter:
             send(writeJson(Json(Json::Object{{"id", *id}, {"result", toJson(reply.value)}})));
-            if (reply.outcome == HostModel::Outcome::DieAfter)
-                std::_Exit(0);
+            m_dies = reply.outcome == HostModel::Outcome::DieAfter;
             return;
         default:
             sendError(*id, reply);
@@ -174,6 +175,7 @@ private:
     HostModel& m_model;
     std::map<std::int64_t, HostModel::Object> m_objects;
     std::int64_t m_last = 0;
+    bool m_dies = false;
 };
 
 } // namespace
@@ -209,8 +211,14 @@ int main(int argc, char** argv)
             while (auto channel = listener->accept())
                 clients.push_back(std::make_unique<Client>(std::move(channel), model));
         }
-        for (const auto& client : clients)
+        for (const auto& client : clients) {
             client->serve();
+            if (client->dies()) {
+                // Nobody may find a host that is about to end.
+                listeners.clear();
+                std::_Exit(0);
+            }
+        }
         std::erase_if(clients, [](const auto& client) { return client->ended(); });
     }
 }
