@@ -69,19 +69,17 @@ void readReactors(RecordReader& in, ObjectHeader& header)
 
 void readLinetype(RecordReader& in, EntityHeader& header)
 {
+    constexpr unsigned kByHandle = 3;
     header.linetypeKind = static_cast<EntityHeader::LinetypeKind>(in.bitPair());
-    const unsigned plotStyle = in.bitPair();
-    unsigned material = 0;
-    if (in.version() >= Version::R2007) {
-        material = in.bitPair();
-        in.rawChar(); // Shadows.
-    }
     if (header.linetypeKind == EntityHeader::LinetypeKind::Own)
         header.linetype = in.handle();
-    if (material == 3)
-        in.handle();
-    if (plotStyle == 3)
-        in.handle();
+    if (in.version() >= Version::R2007) {
+        if (in.bitPair() == kByHandle)
+            in.handle(); // Material.
+        in.rawChar();    // Shadows.
+    }
+    if (in.bitPair() == kByHandle)
+        in.handle(); // Plot style.
     if (in.version() >= Version::R2010) {
         for (int visualStyle = 0; visualStyle < 3; ++visualStyle) {
             if (in.bit())

@@ -121,14 +121,11 @@ Color RecordReader::entityColor(std::uint8_t& alpha, bool& ownAlpha, bool& named
     const auto number = static_cast<std::uint16_t>(bitShort());
     if (m_version < Version::R2004)
         return indexedColor(static_cast<std::int16_t>(number));
-    Color color;
+    // Of a named colour the number is the index that comes nearest.
     named = (number & kNamedColor) != 0;
-    if (named)
-        color.kind = Color::Kind::ByLayer;
-    else if ((number & kComplexColor) != 0)
+    Color color = indexedColor(number & 0xFFF);
+    if (!named && (number & kComplexColor) != 0)
         color = packedColor(static_cast<std::uint32_t>(bitLong()));
-    else
-        color = indexedColor(number & 0xFFF);
     if ((number & kTransparency) != 0) {
         const auto transparency = static_cast<std::uint32_t>(bitLong());
         ownAlpha = transparency >> 24 != 0;

@@ -46,15 +46,15 @@ void readLayerState(RecordReader& in, Layer& layer)
     layer.lineweight = lineweightFromCode((values >> 5) & 0x1F);
 }
 
-/// The text that starts at a place of the linetype's area of texts.
-Text textAt(const std::string& area, std::size_t at, Version version, int codePage)
+/// The text that starts at a place, counted in letters, of the linetype's area of texts.
+Text textAt(const std::string& area, std::size_t place, Version version, int codePage)
 {
-    if (at >= area.size())
+    if (place >= area.size())
         return {};
     if (version < Version::R2007)
-        return decodeText(std::string_view(area).substr(at, area.find('\0', at) - at), codePage);
+        return decodeText(std::string_view(area).substr(place, area.find('\0', place) - place), codePage);
     Text units;
-    for (; at + 1 < area.size(); at += 2) {
+    for (std::size_t at = 2 * place; at + 1 < area.size(); at += 2) {
         const auto unit = static_cast<char16_t>(static_cast<unsigned char>(area[at]) |
                                                 static_cast<unsigned char>(area[at + 1]) << 8);
         if (unit == 0)
@@ -126,6 +126,14 @@ ObjectHeader readLayer(RecordReader& in, Layer& layer)
     if (in.version() >= Version::R2007)
         in.handle(); // Material.
     layer.linetype = in.handle();
+    // Its transparency hangs on it as extended data: one number, whose highest byte tells that it has its
+    // own.
+    constexpr std::int32_t kOwnTransparency = 0x02;
+    for (const ExtendedData& data : readExtendedData(in, header)) {
+        if (data.items.size() == 1 && data.items[0].code == 1071 &&
+            data.items[0].number >> 24 == kOwnTransparency)
+            layer.alpha = static_cast<std::uint8_t>(data.items[0].number);
+    }
     return header;
 }
 
@@ -190,16 +198,13 @@ ObjectHeader readTextStyle(RecordReader& in, TextStyle& style)
     in.bitDouble(); // The height that was used last.
     style.font = in.text();
     style.bigFont = in.text();
-    // The family of a TrueType font hangs on the style as extended data: its name, and flags.
+    // The family of a TrueType font hangs on the style as extended data: its name, then flags.
     for (const ExtendedData& data : readExtendedData(in, header)) {
-        for (const ExtendedItem& item : data.items) {
-            if (item.code == 1000 && style.typeface.empty())
-                style.typeface = item.text;
-            if (item.code != 1071)
-                continue;
-            style.bold = (item.number & kBold) != 0;
-            style.italic = (item.number & kItalic) != 0;
-        }
+        if (data.items.size() != 2 || data.items[0].code != 1000 || data.items[1].code != 1071)
+            continue;
+        style.typeface = data.items[0].text;
+        style.bold = (data.items[1].number & kBold) != 0;
+        style.italic = (data.items[1].number & kItalic) != 0;
     }
     return header;
 }

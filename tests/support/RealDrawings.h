@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/Json.h"
+#include "platform/Json.h"
 
 #include <filesystem>
 #include <fstream>
@@ -15,9 +15,9 @@ struct RealDrawings {
     std::filesystem::path folder = ZELVORA_REAL_DRAWINGS;
     Json expected; ///< By the drawing's path in the folder.
 
-    RealDrawings() : expected(Json::parse(bytesOf("expected.json"))) {}
+    RealDrawings() : expected(readJson(bytesOf("expected.json")).valueOr({})) {}
 
-    bool missing() const { return expected.object.empty(); }
+    bool missing() const { return expected.object() == nullptr; }
     std::string bytesOf(const std::string& name) const
     {
         std::ifstream file(folder / name, std::ios::binary);
