@@ -1,0 +1,9 @@
+#include "Fuzz.h"
+
+#include "drawing/PropertiesReader.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    static_cast<void>(zv::dwg::readProperties(fuzzedSource(data, size)));
+    return 0;
+}
