@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <cstring>
 
 namespace zv::dwg {
 
@@ -116,38 +117,44 @@ std::uint8_t maskedPart(std::uint32_t value, std::uint32_t mask)
     return static_cast<std::uint8_t>((part * 255 + most / 2) / most);
 }
 
+void decodeIndexedRow(const Dib& dib, const std::uint8_t* row, std::uint8_t* to)
+{
+    const int perByte = 8 / dib.bits, mask = (1 << dib.bits) - 1;
+    for (int x = 0; x < dib.width; ++x, to += 4) {
+        const int shift = 8 - dib.bits * (x % perByte + 1);
+        std::memcpy(to, dib.palette[static_cast<std::size_t>(row[x / perByte] >> shift & mask)].data(), 4);
+    }
+}
+
+void decodeMaskedRow(const Dib& dib, const std::uint8_t* row, std::uint8_t* to)
+{
+    const int bytes = dib.bits / 8;
+    for (int x = 0; x < dib.width; ++x, to += 4) {
+        std::uint32_t value = 0;
+        for (int i = 0; i < bytes; ++i)
+            value |= std::uint32_t{row[x * bytes + i]} << (8 * i);
+        for (std::size_t part = 0; part < 3; ++part)
+            to[part] = maskedPart(value, dib.masks[2 - part]);
+        to[3] = 255;
+    }
+}
+
 void decodeRow(const Dib& dib, const std::uint8_t* row, std::uint8_t* to)
 {
-    for (int x = 0; x < dib.width; ++x, to += 4) {
-        switch (dib.bits) {
-        case 24:
-        case 32: {
-            const std::uint8_t* from = row + x * (dib.bits / 8);
-            if (dib.compression == kPlain) {
-                std::copy_n(from, 3, to);
-                to[3] = 255;
-                break;
-            }
-            const std::uint32_t value = from[0] | from[1] << 8 | from[2] << 16 | std::uint32_t{from[3]} << 24;
-            const Bgra pixel{maskedPart(value, dib.masks[2]), maskedPart(value, dib.masks[1]),
-                             maskedPart(value, dib.masks[0]), 255};
-            std::copy(pixel.begin(), pixel.end(), to);
-            break;
-        }
-        case 16: {
-            const std::uint32_t value = row[2 * x] | row[2 * x + 1] << 8;
-            const Bgra pixel{maskedPart(value, dib.masks[2]), maskedPart(value, dib.masks[1]),
-                             maskedPart(value, dib.masks[0]), 255};
-            std::copy(pixel.begin(), pixel.end(), to);
-            break;
-        }
-        default: {
-            const int perByte = 8 / dib.bits;
-            const int shift = 8 - dib.bits * (x % perByte + 1);
-            const std::size_t index = row[x / perByte] >> shift & ((1 << dib.bits) - 1);
-            std::copy_n(dib.palette[index].begin(), 4, to);
-            break;
-        }
+    if (dib.bits == 8) {
+        for (int x = 0; x < dib.width; ++x)
+            std::memcpy(to + 4 * x, dib.palette[row[x]].data(), 4);
+    } else if (dib.bits < 8) {
+        decodeIndexedRow(dib, row, to);
+    } else if (dib.bits == 16 || dib.compression != kPlain) {
+        decodeMaskedRow(dib, row, to);
+    } else {
+        const int bytes = dib.bits / 8;
+        for (int x = 0; x < dib.width; ++x, to += 4, row += bytes) {
+            to[0] = row[0];
+            to[1] = row[1];
+            to[2] = row[2];
+            to[3] = 255;
         }
     }
 }
