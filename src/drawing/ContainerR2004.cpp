@@ -197,12 +197,12 @@ Result<void> ContainerR2004::readSectionEntry(BitReader& in)
         page.offset = in.rawLongLong();
         page.unpackedSize = pageSize;
         const auto found = m_pages.find(number);
-        if (found == m_pages.end() || found->second.used)
-            return damaged("section " + entry.name + ": page " + std::to_string(number) +
-                           (found == m_pages.end() ? " is not in the page map" : " belongs to two places"));
-        found->second.used = true;
-        page.filePosition = found->second.position;
-        page.fileSize = found->second.size;
+        // A page that is not there, or is another's, costs its own section only.
+        if (found != m_pages.end() && !found->second.used) {
+            found->second.used = true;
+            page.filePosition = found->second.position;
+            page.fileSize = found->second.size;
+        }
         entry.pages.push_back(page);
     }
     std::sort(entry.pages.begin(), entry.pages.end(),

@@ -182,13 +182,12 @@ Result<void> ContainerR2007::readSectionMap(std::span<const std::byte> map)
             page.packedSize = in.rawLongLong();
             in.skip(2 * 64); // sums
             const auto found = m_pages.find(number);
-            if (found == m_pages.end() || found->second.used)
-                return damaged(
-                    "section " + entry.name + ": page " + std::to_string(number) +
-                    (found == m_pages.end() ? " is not in the page map" : " belongs to two places"));
-            found->second.used = true;
-            page.filePosition = found->second.position;
-            page.fileSize = found->second.size;
+            // A page that is not there, or is another's, costs its own section only.
+            if (found != m_pages.end() && !found->second.used) {
+                found->second.used = true;
+                page.filePosition = found->second.position;
+                page.fileSize = found->second.size;
+            }
             entry.pages.push_back(page);
         }
         if (!in.ok())

@@ -76,6 +76,16 @@ Result<std::vector<std::byte>> PagedContainer::readFile(std::uint64_t position, 
     return bytes;
 }
 
+Result<void> PagedContainer::unpack(const SectionEntry& section, const SectionPage& page,
+                                    std::span<std::byte> into) const
+{
+    if (page.filePosition == 0)
+        return Error{ErrorCode::Damaged, "section " + section.name + ": its page for place " +
+                                             std::to_string(page.offset) +
+                                             " is not in the page map, or is another's"};
+    return unpackPage(section, page, into);
+}
+
 Result<std::vector<std::byte>> PagedContainer::section(Section which) const
 {
     const SectionEntry* entry = find(sectionName(which));
@@ -86,7 +96,7 @@ Result<std::vector<std::byte>> PagedContainer::section(Section which) const
     std::vector<std::byte> bytes(entry->size);
     for (const SectionPage& page : entry->pages) {
         const auto into = std::span(bytes).subspan(page.offset, bytesInPage(*entry, page));
-        if (const auto unpacked = unpackPage(*entry, page, into); !unpacked) {
+        if (const auto unpacked = unpack(*entry, page, into); !unpacked) {
             // Of the records only those of the damaged page are lost.
             if (which != Section::Objects)
                 return unpacked.error();
@@ -107,7 +117,7 @@ Result<const std::vector<std::byte>*> PagedContainer::cachedPage(const SectionEn
     }
     const std::uint64_t size = bytesInPage(section, page);
     std::vector<std::byte> bytes(size);
-    if (const auto unpacked = unpackPage(section, page, bytes); !unpacked)
+    if (const auto unpacked = unpack(section, page, bytes); !unpacked)
         return unpacked.error();
     if (m_cache.size() == kCachedPages || size > kLargestCachedPage)
         m_cache.clear();

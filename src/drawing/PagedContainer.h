@@ -10,7 +10,7 @@ namespace zv::dwg {
 struct SectionPage {
     std::uint64_t offset = 0;       ///< In the unpacked section.
     std::uint64_t unpackedSize = 0; ///< At most; the last page of a section can hold less.
-    std::uint64_t filePosition = 0;
+    std::uint64_t filePosition = 0; ///< 0: the file has no such page.
     std::uint64_t fileSize = 0;
     std::uint64_t packedSize = 0; ///< What of it is packed data, before any error-correcting code.
 };
@@ -50,6 +50,8 @@ private:
         const SectionPage* page = nullptr;
         std::vector<std::byte> bytes;
     };
+    Result<void> unpack(const SectionEntry& section, const SectionPage& page,
+                        std::span<std::byte> into) const;
     Result<const std::vector<std::byte>*> cachedPage(const SectionEntry& section,
                                                      const SectionPage& page) const;
 
