@@ -1,0 +1,162 @@
+#include "drawing/paint/Picture.h"
+
+#include "drawing/Reader.h"
+#include "drawing/paint/SystemFonts.h"
+#include "drawing/scene/SceneBuilder.h"
+#include "platform/Text.h"
+
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QSvgGenerator>
+
+namespace zv::dwg {
+
+namespace {
+
+constexpr double kMarginPart = 0.02; ///< Of the shorter side.
+
+double marginOf(QSizeF size)
+{
+    return std::min(size.width(), size.height()) * kMarginPart;
+}
+
+QString qpath(const std::string& path)
+{
+    const std::u16string text = wide(path);
+    return QString::fromUtf16(text.data(), qsizetype(text.size()));
+}
+
+void paintWhole(QPaintDevice& device, const Scene& scene, const QRectF& area, const PaintOptions& options,
+                bool ground)
+{
+    QPainter painter(&device);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (ground)
+        painter.fillRect(area, options.background);
+    paintScene(painter, scene, fitted(scene.bounds, area, marginOf(area.size())), area, options);
+}
+
+Error notWritten(const std::string& path)
+{
+    return {ErrorCode::Failed, "cannot write " + toUtf8(wide(path))};
+}
+
+} // namespace
+
+Scene drawingScene(const Document& document, const std::string& fontFolder, bool plotted)
+{
+    const auto fonts = SystemFonts::shared(fontFolder);
+    SceneOptions options;
+    options.plotted = plotted;
+    Scene scene = buildScene(document, *fonts, options);
+    if (!scene.bounds.empty())
+        return scene;
+    for (const Layout& layout : document.layouts) {
+        const BlockRecord* block = document.block(layout.block);
+        if (layout.model || !block || block->entities.empty())
+            continue;
+        options.block = layout.block;
+        Scene paper = buildScene(document, *fonts, options);
+        if (!paper.bounds.empty())
+            return paper;
+    }
+    return scene;
+}
+
+Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder)
+{
+    auto source = openByteSource(path);
+    if (!source)
+        return source.error();
+    auto document = readDocument(*source.value());
+    if (!document)
+        return document.error();
+    Drawing drawing{std::move(document).value(), {}};
+    drawing.scene = drawingScene(drawing.document, fontFolder);
+    return drawing;
+}
+
+QImage paintPicture(const Scene& scene, QSize size, const QColor& background, bool lineweights)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return image;
+    PaintOptions options;
+    options.background = background;
+    options.lineweights = lineweights;
+    paintWhole(image, scene, QRectF(QPointF(), size), options, true);
+    return image;
+}
+
+QImage drawThumbnail(const std::string& path, QSize size, const QColor& background)
+{
+    const auto drawing = openDrawing(path, {});
+    if (!drawing || drawing->scene.bounds.empty())
+        return {};
+    return paintPicture(drawing->scene, size, background);
+}
+
+Pixels renderPreview(const Document& document, int width, int height)
+{
+    const QImage image = paintPicture(drawingScene(document, {}), {width, height}, Qt::black)
+                             .convertToFormat(QImage::Format_ARGB32);
+    Pixels pixels{image.width(), image.height(), {}};
+    for (int y = 0; y < image.height(); ++y) {
+        const uchar* row = image.constScanLine(y);
+        pixels.bgra.insert(pixels.bgra.end(), row, row + std::size_t(image.width()) * 4);
+    }
+    return pixels;
+}
+
+Result<void> savePicture(const Scene& scene, const std::string& path, QSize size, const QColor& background)
+{
+    const QString file = qpath(path);
+    const QString ending = file.section(QLatin1Char('.'), -1).toLower();
+    const QRectF area(QPointF(), size);
+    PaintOptions options;
+    options.background = background;
+    options.exact = true;
+    if (ending == QLatin1String("svg")) {
+        QSvgGenerator svg;
+        svg.setFileName(file);
+        svg.setSize(size);
+        svg.setViewBox(area);
+        paintWhole(svg, scene, area, options, true);
+        return QFile(file).size() > 0 ? Result<void>() : notWritten(path);
+    }
+    if (ending == QLatin1String("pdf")) {
+        QPdfWriter pdf(file);
+        constexpr int kDotsPerInch = 600;
+        pdf.setResolution(kDotsPerInch);
+        // The page is as large as the picture would be on a screen.
+        pdf.setPageSize(QPageSize(QSizeF(size) * 72 / 96, QPageSize::Point));
+        pdf.setPageMargins({});
+        options.pixelsPerMillimetre = kDotsPerInch / 25.4;
+        options.thinnest = options.pixelsPerMillimetre * 0.1;
+        paintWhole(pdf, scene, QRectF(0, 0, pdf.width(), pdf.height()), options, true);
+        return QFile(file).size() > 0 ? Result<void>() : notWritten(path);
+    }
+    if (ending != QLatin1String("png") && ending != QLatin1String("jpg") && ending != QLatin1String("bmp"))
+        return Error{ErrorCode::Unsupported, "pictures are written as png, jpg, bmp, svg or pdf"};
+    const QImage image = paintPicture(scene, size, background).convertToFormat(QImage::Format_RGB32);
+    return image.save(file) ? Result<void>() : notWritten(path);
+}
+
+bool printPicture(const Scene& scene, QPrinter& printer)
+{
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    PaintOptions options;
+    options.background = Qt::white;
+    options.exact = true;
+    options.pixelsPerMillimetre = printer.resolution() / 25.4;
+    options.thinnest = options.pixelsPerMillimetre * 0.1;
+    const QRectF area(QPointF(), printer.pageLayout().paintRectPixels(printer.resolution()).size());
+    paintScene(painter, scene, fitted(scene.bounds, area, marginOf(area.size())), area, options);
+    return painter.end();
+}
+
+} // namespace zv::dwg

@@ -1,0 +1,85 @@
+#include "drawing/paint/Picture.h"
+#include "platform/Files.h"
+#include "platform/System.h"
+
+#include <QGuiApplication>
+
+#include <charconv>
+#include <clocale>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+namespace {
+
+constexpr int kUsage = 2, kFailed = 1;
+constexpr int kLargestSide = 16384;
+
+/// "800x600"; false when it is no size.
+bool readSize(std::string_view text, QSize& size)
+{
+    const std::size_t x = text.find('x');
+    int width = 0, height = 0;
+    if (x == std::string_view::npos)
+        return false;
+    const char* const end = text.data() + text.size();
+    const auto first = std::from_chars(text.data(), text.data() + x, width);
+    const auto second = std::from_chars(text.data() + x + 1, end, height);
+    size = {width, height};
+    return first.ptr == text.data() + x && second.ptr == end && width > 0 && height > 0 &&
+           width <= kLargestSide && height <= kLargestSide;
+}
+
+int usage()
+{
+    std::fputs("zelvora-dwg-render FILE OUT.png|.jpg|.svg|.pdf [--size WxH] [--fonts FOLDER] [--light]\n",
+               stderr);
+    return kUsage;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::string file, out, fonts;
+    QSize size(1024, 768);
+    QColor background = Qt::black;
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        if (argument == "--size" && i + 1 < argc) {
+            if (!readSize(argv[++i], size))
+                return usage();
+        } else if (argument == "--fonts" && i + 1 < argc) {
+            fonts = argv[++i];
+        } else if (argument == "--light") {
+            background = Qt::white;
+        } else if (file.empty()) {
+            file = argument;
+        } else if (out.empty()) {
+            out = argument;
+        } else {
+            return usage();
+        }
+    }
+    if (out.empty())
+        return usage();
+    // A picture needs no display.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication application(argc, argv);
+    std::setlocale(LC_ALL, "");
+    if (fonts.empty())
+        fonts = zv::joinPath(zv::installationFolder(), "fonts");
+    const auto drawing = zv::dwg::openDrawing(file, fonts);
+    if (!drawing) {
+        std::fprintf(stderr, "%s: %s\n", file.c_str(), drawing.error().text.c_str());
+        return kFailed;
+    }
+    const bool paper = out.ends_with(".pdf") || out.ends_with(".svg");
+    const auto saved =
+        zv::dwg::savePicture(drawing->scene, out, size, paper ? QColor(Qt::white) : background);
+    if (!saved) {
+        std::fprintf(stderr, "%s\n", saved.error().text.c_str());
+        return kFailed;
+    }
+    return 0;
+}

@@ -1,0 +1,70 @@
+#include "drawing/scene/HatchLoops.h"
+#include "drawing/scene/SceneParts.h"
+
+namespace zv::dwg {
+
+void SceneParts::draw(const Hatch& hatch, const Look& look)
+{
+    Matrix map = look.frame.map.of(ocsMatrix(hatch.normal));
+    map = map.of(Matrix::translation({0, 0, hatch.elevation}));
+    const Path area = hatchArea(hatch, m_hatchWork);
+    if (area.elements.empty())
+        return;
+    if (hatch.gradient) {
+        const SceneColor from = resolve(hatch.gradientColor1, look.layer, look.frame, look.entity.alpha);
+        const SceneColor to = resolve(hatch.gradientColor2, look.layer, look.frame, look.entity.alpha);
+        const bool round = hatch.pattern.find(u"SPHER") != Text::npos;
+        m_ink.gradient(mapped(area, map), from, to, hatch.angle, round);
+        return;
+    }
+    if (hatch.solid || hatch.lines.empty()) {
+        if (m_document.header.fillMode && hatch.solid)
+            m_ink.fill(mapped(area, map), look.color);
+        else
+            m_ink.stroke(mapped(area, map), look.pen);
+        return;
+    }
+    bool complete = true;
+    const Path lines = hatchLines(hatch, area, complete, m_hatchWork);
+    if (!complete) {
+        // So dense a pattern is seen as a tone.
+        SceneColor tone = look.color;
+        tone.alpha = static_cast<std::uint8_t>(tone.alpha / 2);
+        m_ink.fill(mapped(area, map), tone);
+    } else if (!lines.elements.empty()) {
+        Pen pen = look.pen;
+        pen.linetype = nullptr;
+        m_ink.stroke(mapped(lines, map), pen);
+    }
+}
+
+void SceneParts::draw(const Wipeout& wipeout, const Look& look)
+{
+    const auto at = [&](double x, double y) {
+        // Rows of pixels run downwards from the upper edge.
+        return flat(look.frame.map.point(wipeout.insertion + wipeout.uVector * (x + 0.5) +
+                                         wipeout.vVector * (wipeout.pixels.y - y - 0.5)));
+    };
+    std::vector<Point2> corners;
+    const double right = wipeout.pixels.x - 0.5, bottom = wipeout.pixels.y - 0.5;
+    if (wipeout.clip.size() == 2) {
+        const Point2 a = wipeout.clip[0], b = wipeout.clip[1];
+        corners = {at(a.x, a.y), at(b.x, a.y), at(b.x, b.y), at(a.x, b.y)};
+    } else if (wipeout.clip.size() > 2) {
+        for (const Point2 p : wipeout.clip)
+            corners.push_back(at(p.x, p.y));
+    } else {
+        corners = {at(-0.5, -0.5), at(right, -0.5), at(right, bottom), at(-0.5, bottom)};
+    }
+    Path path;
+    path.moveTo(corners.front());
+    for (std::size_t i = 1; i < corners.size(); ++i)
+        path.lineTo(corners[i]);
+    path.close(corners.front());
+    if (!wipeout.image)
+        m_ink.mask(path);
+    if (wipeout.frame || wipeout.image)
+        m_ink.stroke(path, {look.color, look.pen.lineweight, nullptr, 1, false});
+}
+
+} // namespace zv::dwg
