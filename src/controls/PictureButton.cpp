@@ -78,7 +78,8 @@ QSize PictureButton::sizeHint() const
 
 QSize PictureButton::minimumSizeHint() const
 {
-    return (icon().isNull() ? captionSize() : iconSize()) + QSize(2 * kMargin, 2 * kMargin);
+    const bool caption = icon().isNull() || (m_place == Caption::Beside && !text().isEmpty());
+    return (caption ? captionSize() : iconSize()) + QSize(2 * kMargin, 2 * kMargin);
 }
 
 void PictureButton::paintEvent(QPaintEvent*)
@@ -100,7 +101,9 @@ void PictureButton::paintEvent(QPaintEvent*)
     const QSize caption = captionSize();
     const QSize whole = sizeHint();
     const bool room = width() >= whole.width() && height() >= whole.height();
-    QSize picture = icon().isNull() ? QSize(0, 0) : iconSize().boundedTo(inside.size());
+    // Beside a caption the picture is an ornament; above one it tells more than a cut word.
+    const bool captionAlone = m_place == Caption::Beside && !caption.isEmpty() && !room;
+    QSize picture = icon().isNull() || captionAlone ? QSize(0, 0) : iconSize().boundedTo(inside.size());
     const bool showsCaption = !caption.isEmpty() && (room || picture.isEmpty());
     const int gap = showsCaption && !picture.isEmpty() ? kGap : 0;
 

@@ -6,8 +6,8 @@
 
 namespace zv {
 
-/// A push button with a picture of an image list. Its caption stands below or beside the picture and is left
-/// out, for the tool tip to tell, where the button is too small for it.
+/// A push button with a picture of an image list. Where the button is too small for both, a caption below the
+/// picture is left out, for the tool tip to tell, and a caption beside it stays alone.
 class PictureButton : public QPushButton {
     Q_OBJECT
     /// The list and the index of the picture shown, "B28"; empty while there is none.
@@ -27,7 +27,7 @@ public:
 
     /// Room for picture and caption, the caption in bold, so that it may turn bold at any time.
     QSize sizeHint() const override;
-    /// Room for the picture alone, or for the caption alone where there is no picture.
+    /// Room for what stays when there is little of it: the picture alone, or the caption alone.
     QSize minimumSizeHint() const override;
 
 protected:

@@ -7,6 +7,51 @@
 #include <cmath>
 
 namespace zv {
+namespace {
+
+constexpr int kLeastGap = 3; ///< Pixels that stay between neighbours, where the design has a gap at all.
+
+/// A design place with the least size of what stands there.
+struct Item {
+    QRect design;
+    QSize least;
+};
+
+struct Extent {
+    int from;
+    int to;
+};
+
+Extent extent(const QRect& place, Qt::Orientation along)
+{
+    return along == Qt::Horizontal ? Extent{place.left(), place.left() + place.width()}
+                                   : Extent{place.top(), place.top() + place.height()};
+}
+
+Qt::Orientation otherOf(Qt::Orientation along)
+{
+    return along == Qt::Horizontal ? Qt::Vertical : Qt::Horizontal;
+}
+
+/// Adds every item with its least length, and the gaps to the edges and to the neighbours beside it.
+void addAxis(ProportionalAxis& axis, const QVector<Item>& items, int whole, Qt::Orientation along)
+{
+    for (const Item& item : items) {
+        const Extent own = extent(item.design, along);
+        const Extent aside = extent(item.design, otherOf(along));
+        axis.add(own.from, own.to, along == Qt::Horizontal ? item.least.width() : item.least.height());
+        axis.add(0, own.from, std::min(own.from, kLeastGap));
+        axis.add(own.to, whole, std::min(whole - own.to, kLeastGap));
+        for (const Item& other : items) {
+            const Extent next = extent(other.design, along);
+            const Extent nextAside = extent(other.design, otherOf(along));
+            if (own.to < next.from && aside.from < nextAside.to && nextAside.from < aside.to)
+                axis.add(own.to, next.from, kLeastGap);
+        }
+    }
+}
+
+} // namespace
 
 void ProportionalAxis::add(int from, int to, int least)
 {
@@ -22,44 +67,46 @@ void ProportionalAxis::solve(int whole, int actual)
     std::sort(edges.begin(), edges.end());
     edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
     const auto indexOf = [&edges](int edge) {
-        return static_cast<int>(std::lower_bound(edges.begin(), edges.end(), edge) - edges.begin());
+        return std::lower_bound(edges.begin(), edges.end(), edge) - edges.begin();
     };
+    struct Piece {
+        qsizetype from;
+        qsizetype to;
+        double least;
+    };
+    QVector<Piece> pieces;
+    for (const Span& span : m_spans)
+        pieces.append({indexOf(span.from), indexOf(span.to), double(span.least)});
 
-    const int pieces = static_cast<int>(edges.size()) - 1;
-    QVector<double> least(pieces, 0.0);
-    // Narrow spans first, so that a wide one only asks for what they have not claimed already.
-    QVector<Span> spans = m_spans;
-    std::stable_sort(spans.begin(), spans.end(),
-                     [](const Span& a, const Span& b) { return a.to - a.from < b.to - b.from; });
-    for (const Span& span : spans) {
-        double missing = span.least;
-        for (int i = indexOf(span.from); i < indexOf(span.to); ++i)
-            missing -= least[i];
-        if (missing <= 0)
-            continue;
-        for (int i = indexOf(span.from); i < indexOf(span.to); ++i)
-            least[i] += missing * (edges[i + 1] - edges[i]) / (span.to - span.from);
+    QVector<double> at(edges.size());
+    // Each edge goes to its share of the whole, or farther where the least lengths before it need more.
+    const auto push = [&](double share) {
+        for (qsizetype i = 0; i < edges.size(); ++i) {
+            at[i] = i == 0 ? 0.0 : std::max(edges[i] * share, at[i - 1]);
+            for (const Piece& piece : pieces)
+                if (piece.to == i)
+                    at[i] = std::max(at[i], at[piece.from] + piece.least);
+        }
+    };
+    push(0);
+    const double needed = at.last();
+    if (needed > actual) {
+        for (double& position : at)
+            position *= actual / needed;
+    } else {
+        push(double(actual) / whole);
+        // What went too far comes back, and what stands before it gives way.
+        at.last() = std::min(at.last(), double(actual));
+        for (qsizetype i = edges.size() - 2; i >= 0; --i) {
+            at[i] = std::min(at[i], at[i + 1]);
+            for (const Piece& piece : pieces)
+                if (piece.from == i)
+                    at[i] = std::min(at[i], at[piece.to] - piece.least);
+        }
     }
-
-    double claimed = 0;
-    double wanted = 0;
-    QVector<double> wish(pieces);
-    for (int i = 0; i < pieces; ++i) {
-        const double share = double(edges[i + 1] - edges[i]) * actual / whole;
-        wish[i] = std::max(0.0, share - least[i]);
-        claimed += least[i];
-        wanted += wish[i];
-    }
-    const double squeeze = claimed > actual ? actual / claimed : 1.0;
-    const double rest = std::max(0.0, actual - claimed);
-
     m_positions.clear();
-    double position = 0;
-    for (int i = 0; i <= pieces; ++i) {
-        m_positions.insert(edges[i], static_cast<int>(std::lround(position)));
-        if (i < pieces)
-            position += least[i] * squeeze + (wanted > 0 ? wish[i] * rest / wanted : 0.0);
-    }
+    for (qsizetype i = 0; i < edges.size(); ++i)
+        m_positions.insert(edges[i], static_cast<int>(std::lround(at[i])));
 }
 
 Resizer::Resizer(QWidget* form, QSize designSize) : QObject(form), m_form(form), m_designSize(designSize)
@@ -110,14 +157,14 @@ void Resizer::layOutInside(const QWidget* parent, QSize designSize)
 {
     if (designSize.isEmpty())
         return;
+    QVector<Item> items;
+    for (const Entry& entry : m_entries)
+        if (entry.parent == parent)
+            items.append({entry.design, entry.least});
     ProportionalAxis across;
     ProportionalAxis down;
-    for (const Entry& entry : m_entries) {
-        if (entry.parent != parent)
-            continue;
-        across.add(entry.design.left(), entry.design.left() + entry.design.width(), entry.least.width());
-        down.add(entry.design.top(), entry.design.top() + entry.design.height(), entry.least.height());
-    }
+    addAxis(across, items, designSize.width(), Qt::Horizontal);
+    addAxis(down, items, designSize.height(), Qt::Vertical);
     across.solve(designSize.width(), parent->width());
     down.solve(designSize.height(), parent->height());
     for (const Entry& entry : m_entries) {
