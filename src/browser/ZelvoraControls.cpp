@@ -86,10 +86,10 @@ void Zelvora::makeTopControls()
 {
     Picture5 = named<PictureBox>("Picture5", this, PictureBox::Acts::OnClick);
     Picture5->setAccessibleName(tr("Tools tab"));
-    Picture5->setToolTip(tr("Tools"));
+    Picture5->setText(tr("Tools"));
     Picture9 = named<PictureBox>("Picture9", this, PictureBox::Acts::OnClick);
     Picture9->setAccessibleName(tr("Settings tab"));
-    Picture9->setToolTip(tr("Settings"));
+    Picture9->setText(tr("Settings"));
     Picture13 = named<QWidget>("Picture13", this);
     Check2 = named<QCheckBox>("Check2", Picture13);
     Check2->setText(tr("On top"));
@@ -104,6 +104,11 @@ void Zelvora::makeRibbon()
 {
     Picture3 = named<QWidget>("Picture3", this);
     Picture14 = named<QWidget>("Picture14", this);
+    // The pages have the ground of the chosen tab.
+    for (QWidget* page : {Picture3, Picture14}) {
+        page->setBackgroundRole(QPalette::Base);
+        page->setAutoFillBackground(true);
+    }
     makeTools();
     makeSettings();
     Picture14->hide();
@@ -169,6 +174,8 @@ void Zelvora::makePanels()
     Labelx->setAlignment(Qt::AlignCenter);
     Frame8 = frame("Frame8", QStringLiteral("Enlarge Mode"), this);
     DwgViewX1 = named<DwgViewX>("DwgViewX1", Frame8);
+    // It lies over the panel, whose frame must not show through.
+    Frame8->setAutoFillBackground(true);
     Frame8->hide();
     Command2 = button("Command2", PictureButton::Caption::Beside, QStringLiteral("&Previous"),
                       QStringLiteral("Previous Panel"), this);

@@ -15,6 +15,7 @@
 #include <QRadioButton>
 #include <QStatusBar>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -32,6 +33,32 @@ constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
 int part(int whole, double divisor)
 {
     return int(std::lround(whole / divisor));
+}
+
+/// Width of a control when its caption is bold, as that of a chosen option is.
+int boldWidth(const QAbstractButton* control)
+{
+    QFont bold = control->font();
+    bold.setBold(true);
+    const auto width = [control](const QFont& font) {
+        return QFontMetrics(font).size(Qt::TextShowMnemonic, control->text()).width();
+    };
+    return control->sizeHint().width() + width(bold) - width(control->font());
+}
+
+/// Captions below the pictures of a page are shown when there is room for each of them, else none is.
+void showCaptionsTogether(const QObjectList& page)
+{
+    QList<PictureButton*> buttons;
+    for (QObject* child : page)
+        if (auto* button = qobject_cast<PictureButton*>(child))
+            buttons.append(button);
+    const bool room = std::all_of(buttons.cbegin(), buttons.cend(), [](const PictureButton* button) {
+        return button->width() >= button->sizeHint().width() &&
+               button->height() >= button->sizeHint().height();
+    });
+    for (PictureButton* button : buttons)
+        button->setCaptionShown(room);
 }
 
 } // namespace
@@ -66,8 +93,8 @@ void Zelvora::placeControls()
     }
     left = 4;
     for (PictureButton* setting : {Command1, Command8, Command9, Command7, Command5}) {
-        place(setting, left, 2, 92, 56, setting->minimumSizeHint());
-        left += 96;
+        place(setting, left, 2, 112, 56, setting->minimumSizeHint());
+        left += 116;
     }
     for (PictureBox* logo : {Picture2, Picture11})
         place(logo, 620, 4, 72, 52, logo->minimumSizeHint());
@@ -76,12 +103,16 @@ void Zelvora::placeControls()
     place(Combo1, 60, 100, 314, 26, line);
     place(Command4, 382, 100, 92, 26, natural(Command4));
     for (QWidget* view : std::initializer_list<QWidget*>{Frame4, Frame8})
-        place(view, 8, 132, 466, 350);
+        place(view, 8, 132, 466, 350, {100, 64});
     place(Labelx, 60, 120, 346, 120);
     place(DwgViewX1, 8, 22, 450, 320);
     place(Command2, 8, 488, 110, 26, natural(Command2));
     place(Command3, 126, 488, 110, 26, natural(Command3));
 
+    // The caption in the upper edge of a frame keeps its height.
+    const QSize caption(0, Frame1->naturalCaptionHeight() + 2);
+    for (QWidget* frame : std::initializer_list<QWidget*>{Frame1, Frame2, Frame8})
+        Resizer1->reserve(frame, {8, 0, 207, 22}, caption);
     place(Frame1, 482, 100, 223, 216, {captions, 0});
     place(List1, 8, 22, 207, 186);
     place(Frame2, 482, 322, 223, 192, {captions, 0});
@@ -90,15 +121,15 @@ void Zelvora::placeControls()
     place(Picture4, 8, 518, 697, 60, {0, 2 * row + 4});
     left = 0;
     for (QRadioButton* option : {Option1, Option2, Option3, Option4}) {
-        place(option, left, 2, 116, 26, natural(option));
+        place(option, left, 2, 116, 26, {boldWidth(option), row});
         left += 120;
     }
     place(Check1, 0, 32, 100, 26, natural(Check1));
     place(Check4, 108, 32, 88, 26, natural(Check4));
     place(Label1, 204, 32, 36, 26, natural(Label1));
     place(x, 244, 32, 64, 26, {40, row});
-    place(Command24, 474, 32, 104, 26, natural(Command24));
-    place(Command11, 586, 32, 111, 26, natural(Command11));
+    place(Command24, 474, 32, 104, 26, {Command24->minimumSizeHint().width(), row});
+    place(Command11, 586, 32, 111, 26, {Command11->minimumSizeHint().width(), row});
     place(StatusBar1, 0, 582, 713, 24, line);
 }
 
@@ -111,6 +142,9 @@ void Zelvora::layOutCells()
             part(Frame4->width(), kColumnLeft[column]), part(Frame4->height(), kRowTop[gridRow]),
             part(Frame4->width(), kCellWidth), part(Frame4->height(), kCellHeight));
     }
+    Frame4->setCaptionHeight(part(Frame4->height(), kRowTop[0]));
+    showCaptionsTogether(Picture3->children());
+    showCaptionsTogether(Picture14->children());
     if (fields.EnlargeMode == 1)
         DwgViewX1->zoomExtents();
 }

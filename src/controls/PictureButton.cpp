@@ -55,6 +55,12 @@ void PictureButton::setBorderColor(const QColor& color)
     update();
 }
 
+void PictureButton::setCaptionShown(bool shown)
+{
+    m_captionShown = shown;
+    update();
+}
+
 QSize PictureButton::captionSize() const
 {
     if (text().isEmpty())
@@ -104,7 +110,7 @@ void PictureButton::paintEvent(QPaintEvent*)
     // Beside a caption the picture is an ornament; above one it tells more than a cut word.
     const bool captionAlone = m_place == Caption::Beside && !caption.isEmpty() && !room;
     QSize picture = icon().isNull() || captionAlone ? QSize(0, 0) : iconSize().boundedTo(inside.size());
-    const bool showsCaption = !caption.isEmpty() && (room || picture.isEmpty());
+    const bool showsCaption = !caption.isEmpty() && ((room && m_captionShown) || picture.isEmpty());
     const int gap = showsCaption && !picture.isEmpty() ? kGap : 0;
 
     QRect pictureAt(QPoint(0, 0), picture);
@@ -117,7 +123,7 @@ void PictureButton::paintEvent(QPaintEvent*)
         pictureAt.moveTopLeft({inside.center().x() - picture.width() / 2, top});
         captionAt.setTop(top + picture.height() + gap / 2);
         captionAt.setHeight(caption.height());
-    } else {
+    } else if (!picture.isEmpty()) {
         const int used = picture.width() + gap + caption.width();
         const int left = inside.left() + std::max(0, (inside.width() - used) / 2);
         pictureAt.moveTopLeft({left, inside.center().y() - picture.height() / 2});

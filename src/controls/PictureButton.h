@@ -25,6 +25,9 @@ public:
     QColor borderColor() const { return m_borderColor; }
     void setBorderColor(const QColor& color);
 
+    /// Whether the caption is painted where there is room for it; so it is at first.
+    void setCaptionShown(bool shown);
+
     /// Room for picture and caption, the caption in bold, so that it may turn bold at any time.
     QSize sizeHint() const override;
     /// Room for what stays when there is little of it: the picture alone, or the caption alone.
@@ -38,6 +41,7 @@ private:
 
     Caption m_place;
     bool m_flat;
+    bool m_captionShown = true;
     QString m_picture;
     QColor m_borderColor;
 };
