@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "platform/Text.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace zv {
@@ -83,12 +84,15 @@ std::string listWorkingCopy(const std::string& listPath)
 std::vector<std::string_view> textLines(std::string_view bytes)
 {
     std::vector<std::string_view> lines;
-    while (!bytes.empty()) {
-        const std::size_t end = bytes.find_first_of(kLineEnd);
-        lines.push_back(bytes.substr(0, end));
-        if (end == std::string_view::npos)
-            break;
-        bytes.remove_prefix(end + (bytes.substr(end).starts_with(kLineEnd) ? 2 : 1));
+    std::size_t feed = bytes.find('\n');
+    for (std::size_t begin = 0; begin < bytes.size();) {
+        if (feed != std::string_view::npos && feed < begin)
+            feed = bytes.find('\n', begin);
+        // Nearly every line ends in CR LF, so the CR is looked for only in front of the next LF.
+        const std::size_t end =
+            std::min(bytes.substr(0, feed).find('\r', begin), std::min(feed, bytes.size()));
+        lines.push_back(bytes.substr(begin, end - begin));
+        begin = end + (bytes.substr(end).starts_with(kLineEnd) ? 2 : 1);
     }
     return lines;
 }

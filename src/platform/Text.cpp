@@ -61,6 +61,15 @@ bool sameText(std::string_view a, std::string_view b)
     return upperAsLocale(wide(a)) == upperAsLocale(wide(b));
 }
 
+std::string foldedName(std::string_view name)
+{
+    if (!isAscii(name))
+        return narrow(upperAsAnywhere(wide(name)));
+    std::string folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), upperAscii);
+    return folded;
+}
+
 bool sameName(std::string_view a, std::string_view b)
 {
     if (isAscii(a) && isAscii(b))

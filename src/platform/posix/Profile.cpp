@@ -210,13 +210,11 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
 std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
                                         const std::vector<std::string>& keys)
 {
-    const ProfileText profile = load(file.c_str());
     std::vector<std::string> values;
     values.reserve(keys.size());
-    for (const std::string& key : keys) {
-        std::string value = profile.value(section, key).value_or("");
-        value.resize(std::min<std::size_t>(value.size(), kProfileBuffer - 1));
-        values.push_back(std::move(value));
+    for (std::optional<std::string>& value : load(file.c_str()).values(section, keys)) {
+        values.push_back(std::move(value).value_or(std::string()));
+        values.back().resize(std::min<std::size_t>(values.back().size(), kProfileBuffer - 1));
     }
     return values;
 }

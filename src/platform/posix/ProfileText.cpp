@@ -1,6 +1,9 @@
 #include "platform/posix/ProfileText.h"
 
+#include "platform/LocaleCase.h"
 #include "platform/Text.h"
+
+#include <unordered_map>
 
 namespace zv {
 
@@ -125,6 +128,25 @@ std::optional<std::string> ProfileText::value(std::string_view section, std::str
     if (!line || !line->value)
         return {};
     return std::string(withoutQuotes(*line->value));
+}
+
+std::vector<std::optional<std::string>> ProfileText::values(std::string_view section,
+                                                            const std::vector<std::string>& keys) const
+{
+    std::unordered_map<std::string, std::string_view> held;
+    const Range range = find(section).value_or(Range{});
+    for (std::size_t i = range.first; i < range.last; ++i) {
+        if (m_lines[i].kind == Line::Kind::Key)
+            held.emplace(foldedName(m_lines[i].name), m_lines[i].value.value_or(std::string_view()));
+    }
+    std::vector<std::optional<std::string>> values;
+    values.reserve(keys.size());
+    for (const std::string& key : keys) {
+        const auto found = held.find(foldedName(trimmed(key)));
+        values.push_back(found == held.end() ? std::optional<std::string>()
+                                             : std::string(withoutQuotes(found->second)));
+    }
+    return values;
 }
 
 std::vector<std::string> ProfileText::sections() const

@@ -20,6 +20,9 @@ public:
     /// The value without blanks and without a pair of quotes around it; nothing when the key is absent or its
     /// line has no "=".
     std::optional<std::string> value(std::string_view section, std::string_view key) const;
+    /// The values of many keys, in one walk over the section.
+    std::vector<std::optional<std::string>> values(std::string_view section,
+                                                   const std::vector<std::string>& keys) const;
     std::vector<std::string> sections() const;
     std::vector<std::string> keys(std::string_view section) const;
 

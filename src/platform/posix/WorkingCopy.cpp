@@ -38,15 +38,6 @@ bool standsAt(const Descriptor& file, const std::string& path)
            open.st_dev == there.st_dev && open.st_ino == there.st_ino;
 }
 
-void flushFolderOf(const std::string& path)
-{
-    const std::size_t separator = path.rfind('/');
-    const std::string folder = separator == std::string::npos ? "." : path.substr(0, separator + 1);
-    const Descriptor open(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (open)
-        ::fsync(open.number());
-}
-
 Error denied(const std::string& path)
 {
     Error error = systemError(path);
@@ -95,7 +86,6 @@ Result<void> WorkingCopy::replace(const std::string& target, std::string_view by
     if (::rename(m_path.c_str(), target.c_str()) != 0)
         return denied(target);
     m_placed = true;
-    flushFolderOf(target);
     return {};
 }
 
@@ -111,7 +101,6 @@ Result<void> WorkingCopy::become(const std::string& target, std::string_view byt
     }
     if (placed != 0)
         return errno == EEXIST ? Error{ErrorCode::Busy, target + ": is there already"} : denied(target);
-    flushFolderOf(target);
     return {};
 }
 

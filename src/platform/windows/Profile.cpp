@@ -2,7 +2,27 @@
 
 #include <windows.h>
 
+#include <cstring>
+
 namespace zv {
+
+namespace {
+
+/// The system's call takes no longer text for a section.
+constexpr std::size_t kLongestSection = 65535;
+
+int writeLongSection(const char* section, const char* text, const char* file)
+{
+    int done = ::WritePrivateProfileSectionA(section, "\0", file);
+    for (const char* line = text; *line && done; line += std::strlen(line) + 1) {
+        const char* equals = std::strchr(line, '=');
+        if (equals)
+            done = ::WritePrivateProfileStringA(section, std::string(line, equals).c_str(), equals + 1, file);
+    }
+    return done;
+}
+
+} // namespace
 
 unsigned long GetPrivateProfileStringA(const char* section, const char* key, const char* fallback,
                                        char* buffer, unsigned long size, const char* file)
@@ -22,7 +42,11 @@ int WritePrivateProfileStringA(const char* section, const char* key, const char*
 
 int WritePrivateProfileSectionA(const char* section, const char* text, const char* file)
 {
-    return ::WritePrivateProfileSectionA(section, text, file);
+    std::size_t size = 0;
+    for (const char* line = text; line && *line; line += std::strlen(line) + 1)
+        size += std::strlen(line) + 1;
+    return size < kLongestSection ? ::WritePrivateProfileSectionA(section, text, file)
+                                  : writeLongSection(section, text, file);
 }
 
 std::vector<std::string> profileStrings(const std::string& file, const std::string& section,

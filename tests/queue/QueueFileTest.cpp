@@ -1,0 +1,70 @@
+#include "queue/QueueFile.h"
+
+#include "platform/Files.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace zv {
+namespace {
+
+using Drawings = std::vector<std::string>;
+
+class QueueFileTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    std::string queue = queuePath(folder.path(), "Ann");
+};
+
+TEST_F(QueueFileTest, TheQueueStandsInTheUsersFolderUnderTheLoginName)
+{
+    EXPECT_EQ(queue, folder.path() + kPathSeparator + "Ann.crt");
+}
+
+TEST_F(QueueFileTest, AddingMakesTheQueueAndAddsWholeLinesInOrder)
+{
+    ASSERT_TRUE(addToQueue(queue, "C:\\b.dwg"));
+    ASSERT_TRUE(addToQueue(queue, "C:\\a;\xFF.dwg"));
+    EXPECT_EQ(folder.read("Ann.crt"), "C:\\b.dwg\r\nC:\\a;\xFF.dwg\r\n");
+}
+
+TEST_F(QueueFileTest, TheSameDrawingAgainIsTwoEntries)
+{
+    ASSERT_TRUE(addToQueue(queue, "a.dwg"));
+    ASSERT_TRUE(addToQueue(queue, "a.dwg"));
+    EXPECT_EQ(readQueue(queue).valueOr({}), (Drawings{"a.dwg", "a.dwg"}));
+}
+
+TEST_F(QueueFileTest, AnEmptyPathIsAnEmptyLine)
+{
+    ASSERT_TRUE(addToQueue(queue, ""));
+    EXPECT_EQ(folder.read("Ann.crt"), "\r\n");
+}
+
+TEST_F(QueueFileTest, LinesOfNoneOrOneCharacterAreNotRead)
+{
+    folder.write("Ann.crt", "\r\na\r\nab\r\n\r\nlast.dwg");
+    EXPECT_EQ(readQueue(queue).valueOr({}), (Drawings{"ab", "last.dwg"}));
+}
+
+TEST_F(QueueFileTest, AMissingQueueAndAFolderAreErrors)
+{
+    EXPECT_EQ(readQueue(queue).error().code, ErrorCode::NotFound);
+    std::filesystem::create_directory(queue);
+    EXPECT_FALSE(readQueue(queue));
+    EXPECT_FALSE(addToQueue(queue, "a.dwg"));
+    EXPECT_FALSE(saveQueue(queue, {}));
+}
+
+TEST_F(QueueFileTest, SavingReplacesTheQueue)
+{
+    ASSERT_TRUE(addToQueue(queue, "a.dwg"));
+    ASSERT_TRUE(saveQueue(queue, {"b.dwg", "c.dwg"}));
+    EXPECT_EQ(folder.read("Ann.crt"), "b.dwg\r\nc.dwg\r\n");
+    ASSERT_TRUE(saveQueue(queue, {}));
+    EXPECT_EQ(folder.read("Ann.crt"), "");
+    EXPECT_TRUE(fileExists(queue));
+}
+
+} // namespace
+} // namespace zv
