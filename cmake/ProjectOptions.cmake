@@ -16,7 +16,7 @@ target_compile_options(project_warnings INTERFACE
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_warnings INTERFACE -fpch-preprocess)
     # g++ 12 suspects the optimised string operations of its own library.
-    target_compile_options(project_warnings INTERFACE -Wno-restrict -Wno-stringop-overflow)
+    target_compile_options(project_warnings INTERFACE -Wno-restrict $<$<NOT:$<CONFIG:Debug>>:-Wno-stringop-overflow>)
 endif()
 
 if(ZELVORA_SANITIZE)
