@@ -19,7 +19,7 @@ namespace zv {
 namespace {
 
 constexpr int kPageRole = Qt::UserRole;
-const QSize kFirstSize(880, 620);
+const QSize kFirstSize(1060, 720);
 
 QString text(const std::string& utf8)
 {

@@ -24,7 +24,8 @@
 
 namespace {
 
-const QSize kPictureSize(600, 500);
+const QSize kPictureSize(713, 606); ///< The design size.
+constexpr int kSmallest = 0;        ///< Quality of a PNG file that is packed as well as can be.
 
 /// Answers nothing and notes nothing: a picture shows the window, not the question.
 class SilentMessages : public zv::Messages {
@@ -127,8 +128,8 @@ private:
     void save(QWidget* window, const char* name)
     {
         const QString path = m_out + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
-        const QImage picture = window->grab().toImage().convertToFormat(QImage::Format_Indexed8);
-        m_taken = picture.save(path) && m_taken;
+        const QImage picture = window->grab().toImage().convertToFormat(QImage::Format_RGB888);
+        m_taken = picture.save(path, "PNG", kSmallest) && m_taken;
     }
 
     QTemporaryDir m_user;
