@@ -6,8 +6,9 @@
 
 namespace zv::dwg {
 
-/// Reads a whole drawing. A damaged entity is left out and told in Document::damage; an unknown one is kept
-/// as Unknown and counted. Errors: as Container::open; Damaged, the object map or a table cannot be read.
+/// Reads a whole drawing. An entity of a kind that is not drawn is kept as Unknown and counted; so is one
+/// whose fields are damaged, which Document::damage tells too. What has no readable header is left out and
+/// told there. Errors: as Container::open; Damaged, the object map or a table cannot be read.
 Result<Document> readDocument(const ByteSource& source);
 
 } // namespace zv::dwg
