@@ -1,0 +1,130 @@
+#include "Tour.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QProcess>
+#include <QRadioButton>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace zv::tour {
+
+namespace {
+
+constexpr int kPatienceMs = 15000;
+
+} // namespace
+
+Tour::Tour(Program& program, QString pictures) : m_program(program), m_pictures(std::move(pictures)) {}
+
+QWidget* Tour::control(const char* name) const
+{
+    Window* window = m_program.loaded(QStringLiteral("Zelvora"));
+    return window ? window->findChild<QWidget*>(QString::fromLatin1(name)) : nullptr;
+}
+
+bool Tour::start()
+{
+    m_program.load(QStringLiteral("Zelvora"));
+    return until("the main window is shown", [this] {
+        Window* window = m_program.loaded(QStringLiteral("Zelvora"));
+        return window && window->isVisible();
+    });
+}
+
+bool Tour::until(const char* what, const std::function<bool()>& holds)
+{
+    if (QTest::qWaitFor(holds, kPatienceMs))
+        return true;
+    std::fprintf(stderr, "zelvora-tour: waited in vain until %s\n", what);
+    return false;
+}
+
+void Tour::picture(const QString& name)
+{
+    QWidget* window = m_program.loaded(QStringLiteral("Zelvora"));
+    if (!window)
+        return;
+    QCoreApplication::processEvents();
+    keep(window->grab(), name);
+}
+
+void Tour::pictureOfScreen(const QString& name)
+{
+    QCoreApplication::processEvents();
+    keep(QGuiApplication::primaryScreen()->grabWindow(0), name);
+}
+
+void Tour::keep(const QPixmap& picture, const QString& name)
+{
+    const QString file =
+        QStringLiteral("%1/%2-%3.png").arg(m_pictures).arg(++m_count, 2, 10, QLatin1Char('0')).arg(name);
+    if (!picture.save(file))
+        std::fprintf(stderr, "zelvora-tour: %s cannot be written\n", qPrintable(file));
+}
+
+bool Tour::chooseLibrary(const QString& name)
+{
+    auto* libraries = qobject_cast<QComboBox*>(control("Combo1"));
+    const int index = libraries ? libraries->findText(name) : -1;
+    if (index < 0)
+        return false;
+    libraries->setCurrentIndex(index);
+    Q_EMIT libraries->activated(index);
+    QCoreApplication::processEvents();
+    return true;
+}
+
+void Tour::click(const char* name)
+{
+    if (QWidget* widget = control(name))
+        QTest::mouseClick(widget, Qt::LeftButton);
+}
+
+void Tour::doubleClick(const char* name)
+{
+    if (QWidget* widget = control(name)) {
+        QTest::mouseClick(widget, Qt::LeftButton);
+        QTest::mouseDClick(widget, Qt::LeftButton);
+    }
+}
+
+void Tour::jumpToRow(int row)
+{
+    auto* labels = qobject_cast<QListWidget*>(control("List1"));
+    if (!labels || row >= labels->count())
+        return;
+    labels->scrollToItem(labels->item(row));
+    QTest::mouseClick(labels->viewport(), Qt::LeftButton, {},
+                      labels->visualItemRect(labels->item(row)).center());
+    QCoreApplication::processEvents();
+}
+
+void Tour::answerNextMessage(const QString& name)
+{
+    auto* poll = new QTimer(QApplication::instance());
+    QObject::connect(poll, &QTimer::timeout, poll, [this, poll, name] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (!box)
+            return;
+        poll->deleteLater();
+        keep(box->grab(), name);
+        box->defaultButton() ? box->defaultButton()->click() : box->buttons().first()->click();
+    });
+    poll->start(50);
+}
+
+void xdotool(const QStringList& arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, kPatienceMs);
+}
+
+} // namespace zv::tour

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "controls/Program.h"
+#include "controls/Window.h"
+
+#include <QPixmap>
+
+#include <functional>
+
+namespace zv::tour {
+
+/// Does with the program's real windows what a drafter would, and keeps a picture of each step.
+class Tour {
+public:
+    /// `pictures` is the folder that takes the pictures, numbered in their order.
+    Tour(Program& program, QString pictures);
+
+    /// Loads the main window and waits until it is shown.
+    bool start();
+    /// Lets events run until something holds; false, with a word on stderr, when it does not in time.
+    static bool until(const char* what, const std::function<bool()>& holds);
+
+    void picture(const QString& name);
+    void pictureOfScreen(const QString& name);
+
+    /// A control of the main window; null when it is not loaded or has none of that name.
+    QWidget* control(const char* name) const;
+    bool chooseLibrary(const QString& name);
+    void click(const char* name);
+    void doubleClick(const char* name);
+    void jumpToRow(int row);
+    /// Keeps a picture of the message box that comes up next and answers it.
+    void answerNextMessage(const QString& name);
+
+private:
+    void keep(const QPixmap& picture, const QString& name);
+
+    Program& m_program;
+    QString m_pictures;
+    int m_count = 0;
+};
+
+/// Moves the real pointer and keys of the display, to reach the windows of another process.
+void xdotool(const QStringList& arguments);
+
+} // namespace zv::tour
