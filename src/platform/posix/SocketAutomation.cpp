@@ -34,14 +34,14 @@ void pause(EventPump& pump, milliseconds length)
 /// Text for the wire. Errors: Failed, it has no UTF-8 form.
 Result<std::string> wireText(const std::string& bytes)
 {
+    if (isUtf8(bytes))
+        return bytes;
     const std::u16string text = wide(bytes);
     // Bytes that are no text in the locale stand in it as these.
     const bool undecoded =
         std::any_of(text.begin(), text.end(), [](char16_t c) { return c >= 0xDC80 && c <= 0xDCFF; });
     std::string utf8 = toUtf8(text);
-    if (isUtf8(bytes))
-        utf8 = bytes;
-    else if (undecoded || !isUtf8(utf8))
+    if (undecoded || !isUtf8(utf8))
         return Error{ErrorCode::Failed, "the text cannot be sent, for it is not valid UTF-8"};
     return utf8;
 }

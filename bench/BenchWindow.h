@@ -1,0 +1,67 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "HostObjects.h"
+#include "Workshop.h"
+
+#include <QMainWindow>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QTabBar;
+
+namespace zv::bench {
+
+class Canvas;
+
+/// The bench's one window: the open drawings, the canvas, and the command line with its history.
+class BenchWindow final : public QMainWindow, public BenchFront, public HostFrame {
+    Q_OBJECT
+
+public:
+    BenchWindow();
+
+    Workshop& workshop() { return m_workshop; }
+    CommandLine& commandLine() { return m_commandLine; }
+
+    void write(const std::string& line) override;
+    void zoom(const ZoomRequest& request) override;
+    void refresh() override;
+    std::string chooseFile(bool toSave) override;
+    bool editProperties(dwg::Properties& properties) override;
+    void quit() override;
+
+    std::string caption() const override;
+    bool isShown() const override { return isVisible(); }
+    void setShown(bool shown) override;
+    std::int64_t windowHandle() const override;
+    int windowState() const override;
+    void setWindowState(int state) override;
+    std::string programPath() const override;
+    bool isInDialog() const override { return m_dialogs > 0; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void enter();
+    void showPrompt();
+    void fillTabs();
+    bool agreesToClose();
+
+    Workshop m_workshop;
+    CommandLine m_commandLine;
+    QTabBar* Drawings;
+    Canvas* m_canvas;
+    QPlainTextEdit* History;
+    QLabel* m_prompt;
+    QLineEdit* m_line;
+    QLabel* Coordinates;
+    int m_dialogs = 0;
+    bool m_fillingTabs = false;
+};
+
+} // namespace zv::bench

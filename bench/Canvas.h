@@ -1,0 +1,71 @@
+#pragma once
+
+#include "BenchDrawing.h"
+#include "Command.h"
+#include "Workshop.h"
+
+#include "drawing/scene/Scene.h"
+
+#include <QPointF>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace zv::bench {
+
+/// Shows the active drawing's model space. A click picks a point, the wheel zooms at the pointer, the middle
+/// button moves the view and its double click shows the whole drawing.
+class Canvas final : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Canvas(QWidget* parent = nullptr);
+
+    /// Shows a drawing, or nothing; views are kept by drawing.
+    void show(const std::shared_ptr<BenchDrawing>& drawing);
+    void zoom(const ZoomRequest& request);
+    void setPrompt(const Prompt& prompt);
+
+    /// Between drawing units and pixels of the widget.
+    QPointF toPixels(const dwg::Point3& point) const;
+    dwg::Point3 toDrawing(const QPointF& pixels) const;
+
+Q_SIGNALS:
+    void picked(double x, double y);
+    /// Where the pointer is, in drawing units.
+    void pointed(double x, double y);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    struct View {
+        dwg::Point2 center{6, 4.5};
+        double unitsPerPixel = 0.02;
+    };
+    void buildScene();
+    void setView(const View& view);
+    View wholeView() const;
+    void drawCursor(QPainter& painter);
+
+    std::shared_ptr<BenchDrawing> m_drawing;
+    int m_revision = -1;
+    dwg::Scene m_scene;
+    View m_view;
+    std::vector<View> m_earlier;
+    Prompt m_prompt;
+    std::optional<QPointF> m_pointer;
+    std::optional<QPointF> m_dragFrom;
+};
+
+} // namespace zv::bench

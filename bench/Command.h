@@ -1,0 +1,60 @@
+#pragma once
+
+#include "drawing/Document.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace zv::bench {
+
+class Workshop;
+
+/// What the command line asks for.
+struct Prompt {
+    std::string text;
+    bool takesBlanks = false; ///< A blank belongs to the answer; only Enter ends it.
+    bool takesPoint = false;  ///< A pick on the canvas answers it.
+    /// Where a line to the pointer starts while a point is asked for.
+    std::optional<dwg::Point3> rubberFrom;
+};
+
+/// An answer to a prompt: a typed text, empty for Enter alone, or a point picked or computed.
+struct Answer {
+    std::string text;
+    std::optional<dwg::Point3> point;
+    bool scripted = false; ///< It came from a LISP expression.
+
+    bool isEnter() const { return !point && text.empty(); }
+};
+
+enum class Step {
+    More,    ///< Another prompt waits.
+    Done,    ///< The command has ended.
+    Invalid, ///< The answer does not fit; the same prompt waits again.
+};
+
+/// A running command: it asks, one prompt at a time, and is told the answers.
+class Command {
+public:
+    virtual ~Command() = default;
+    /// Runs up to the first prompt.
+    virtual Step begin() { return Step::More; }
+    virtual Prompt prompt() const = 0;
+    virtual Step answer(const Answer& answer) = 0;
+    /// The user has pressed Esc, or another command has taken over.
+    virtual void cancelled() {}
+};
+
+/// The point of an answer: picked, or typed as "x,y" or "x,y,z", with "@" in front from `last` on.
+std::optional<dwg::Point3> pointOf(const Answer& answer, const dwg::Point3& last = {});
+/// The number of a typed answer.
+std::optional<double> numberOf(const Answer& answer);
+/// Whether the typed answer is `option` or an abbreviation that holds at least its capitals' beginning; "_"
+/// in front is ignored: "e", "ext" and "_Extents" all mean "Extents".
+bool isOption(const Answer& answer, const char* option);
+
+/// The command of this name, in capitals without its prefixes; null when there is none.
+std::unique_ptr<Command> makeCommand(const std::string& name, Workshop& workshop);
+
+} // namespace zv::bench

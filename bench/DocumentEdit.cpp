@@ -1,0 +1,103 @@
+#include "DocumentEdit.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace zv::bench {
+
+using namespace zv::dwg;
+
+namespace {
+
+template <class Table> std::unordered_map<Handle, std::size_t> indexOf(const Table& table)
+{
+    std::unordered_map<Handle, std::size_t> index;
+    for (std::size_t at = 0; at < table.size(); ++at)
+        index[table[at].handle] = at;
+    return index;
+}
+
+template <class Table> Handle highestOf(const Table& table)
+{
+    Handle highest = 0;
+    for (const auto& entry : table)
+        highest = std::max(highest, entry.handle);
+    return highest;
+}
+
+template <class Table> auto findNamed(Table& table, std::u16string_view name) -> decltype(&table[0])
+{
+    for (auto& entry : table) {
+        if (sameName(entry.name, name))
+            return &entry;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool sameName(std::u16string_view a, std::u16string_view b)
+{
+    return a == b || sameText(toUtf8(a), toUtf8(b));
+}
+
+Handle giveHandle(Document& document)
+{
+    return document.header.handleSeed++;
+}
+
+void reindex(Document& document)
+{
+    document.blockIndex = indexOf(document.blocks);
+    document.layerIndex = indexOf(document.layers);
+    document.linetypeIndex = indexOf(document.linetypes);
+    document.textStyleIndex = indexOf(document.textStyles);
+    Handle highest =
+        std::max({highestOf(document.blocks), highestOf(document.layers), highestOf(document.linetypes),
+                  highestOf(document.textStyles), highestOf(document.dimensionStyles),
+                  highestOf(document.mlineStyles), highestOf(document.layouts)});
+    for (const BlockRecord& block : document.blocks)
+        highest = std::max({highest, highestOf(block.entities), highestOf(block.attributes)});
+    document.header.handleSeed = std::max(document.header.handleSeed, highest + 1);
+}
+
+const Layer* findLayer(const Document& document, std::u16string_view name)
+{
+    return findNamed(document.layers, name);
+}
+
+BlockRecord* findBlock(Document& document, std::u16string_view name)
+{
+    return findNamed(document.blocks, name);
+}
+
+std::string layerName(const Document& document, Handle layer)
+{
+    const auto found = document.layerIndex.find(layer);
+    return found == document.layerIndex.end() ? "0" : narrow(document.layers[found->second].name);
+}
+
+void removeBlock(Document& document, Handle block)
+{
+    const auto found = document.blockIndex.find(block);
+    if (found == document.blockIndex.end())
+        return;
+    const std::size_t index = found->second;
+    document.blocks.erase(document.blocks.begin() + static_cast<std::ptrdiff_t>(index));
+    if (document.modelSpace > index)
+        --document.modelSpace;
+    reindex(document);
+}
+
+Entity newEntity(Document& document, std::string kind, Geometry geometry, Handle layer)
+{
+    Entity entity;
+    entity.handle = giveHandle(document);
+    entity.kind = std::move(kind);
+    entity.layer = layer;
+    entity.geometry = std::move(geometry);
+    return entity;
+}
+
+} // namespace zv::bench

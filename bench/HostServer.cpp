@@ -1,0 +1,92 @@
+#include "HostServer.h"
+
+#include <algorithm>
+
+namespace zv::bench {
+
+/// One connection.
+class HostServer::Client : public std::enable_shared_from_this<Client> {
+public:
+    Client(std::unique_ptr<LineChannel> channel, HostServer& server)
+        : m_channel(std::move(channel)), m_server(server),
+          m_objects(std::make_unique<HostObjects>(server.m_program)),
+          m_notifier(m_channel->descriptor(), QSocketNotifier::Read)
+    {
+    }
+    void start()
+    {
+        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_server, [self = weak_from_this()] {
+            if (const auto client = self.lock())
+                client->readyRead();
+        });
+    }
+
+private:
+    void readyRead()
+    {
+        m_channel->readAvailable();
+        std::string line;
+        while (m_channel->nextLine(line)) {
+            const Result<Json> request = readJson(line);
+            if (!request || request->object() == nullptr) {
+                m_channel->end();
+                break;
+            }
+            m_objects->handle(*request, [self = weak_from_this()](const Json& answer) {
+                if (const auto client = self.lock())
+                    client->respond(answer);
+            });
+        }
+        if (m_channel->ended()) {
+            m_notifier.setEnabled(false);
+            m_server.remove(this);
+        }
+    }
+    void respond(const Json& answer)
+    {
+        PlainEventPump pump;
+        static_cast<void>(m_channel->send(writeJson(answer), pump));
+    }
+
+    std::unique_ptr<LineChannel> m_channel;
+    HostServer& m_server;
+    std::unique_ptr<HostObjects> m_objects;
+    QSocketNotifier m_notifier;
+};
+
+HostServer::~HostServer() = default;
+
+Result<void> HostServer::listen(const std::string& progId)
+{
+    Result<std::unique_ptr<HostListener>> listener = HostListener::open(progId);
+    if (!listener)
+        return listener.error();
+    Door door;
+    door.listener = std::move(*listener);
+    door.notifier = std::make_unique<QSocketNotifier>(door.listener->descriptor(), QSocketNotifier::Read);
+    QObject::connect(door.notifier.get(), &QSocketNotifier::activated, this,
+                     [this, &opened = *door.listener] { accept(opened); });
+    m_doors.push_back(std::move(door));
+    return {};
+}
+
+void HostServer::accept(HostListener& listener)
+{
+    while (std::unique_ptr<LineChannel> channel = listener.accept()) {
+        const auto client = std::make_shared<Client>(std::move(channel), *this);
+        m_clients.push_back(client);
+        client->start();
+    }
+}
+
+void HostServer::remove(Client* client)
+{
+    const auto found = std::find_if(m_clients.begin(), m_clients.end(),
+                                    [client](const auto& held) { return held.get() == client; });
+    if (found == m_clients.end())
+        return;
+    const std::shared_ptr<Client> leaving = std::move(*found);
+    m_clients.erase(found);
+}
+
+} // namespace zv::bench

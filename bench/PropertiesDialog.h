@@ -1,0 +1,30 @@
+#pragma once
+
+#include "drawing/Document.h"
+
+#include <QDialog>
+
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace zv::bench {
+
+/// The properties of a drawing, to be changed. Custom properties are lines of the form name=value.
+class PropertiesDialog final : public QDialog {
+    Q_OBJECT
+
+public:
+    PropertiesDialog(const dwg::Properties& properties, QWidget* parent);
+    dwg::Properties properties() const;
+
+private:
+    dwg::Properties m_properties;
+    QLineEdit* Title;
+    QLineEdit* Subject;
+    QLineEdit* Author;
+    QLineEdit* Keywords;
+    QPlainTextEdit* Comments;
+    QPlainTextEdit* Custom;
+};
+
+} // namespace zv::bench

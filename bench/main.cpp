@@ -1,0 +1,36 @@
+#include "BenchWindow.h"
+#include "HostServer.h"
+
+#include "controls/TextBytes.h"
+
+#include <QApplication>
+#include <QStyleFactory>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Zelvora Bench"));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    zv::bench::BenchWindow window;
+    zv::bench::HostServer server({window.workshop(), window.commandLine(), window});
+    for (const char* name : {"AutoCAD.Application", "AutoCAD.Application.20"}) {
+        if (const zv::Result<void> listening = server.listen(name); !listening) {
+            std::fprintf(stderr, "zelvora-bench: %s\n", listening.error().text.c_str());
+            return 1;
+        }
+    }
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() > 1) {
+        const auto opened = window.workshop().open(zv::toBytes(arguments[1]));
+        if (!opened)
+            window.write(opened.error().text);
+    }
+    if (!window.workshop().active())
+        window.workshop().add();
+    window.show();
+    return QApplication::exec();
+}
