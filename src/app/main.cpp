@@ -1,8 +1,7 @@
-#include "app/OutsideServices.h"
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
 #include "controls/MessageBoxes.h"
-#include "host/LoadAcad.h"
+#include "host/ProgramHost.h"
 #include "platform/System.h"
 
 #include <QApplication>
@@ -49,12 +48,11 @@ int main(int argc, char** argv)
 
     zv::MessageBoxes messages;
     zv::RunningProgram program({zv::installationFolder(), zv::userFolder()}, messages);
-    zv::OutsideServices outside(program);
-    program.setActionServices(outside.services());
+    zv::ProgramHost host(program);
+    program.setActionServices(host.services());
     application.guard(program);
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
-    program.add(QStringLiteral("LoadAcad"), [&program] { return new zv::LoadAcad(program); });
     zv::addBrowserWindows(program);
     program.load(QStringLiteral("Zelvora"));
     return QApplication::exec();

@@ -52,11 +52,13 @@ public:
     BrowserFields& fields;
 
     // Library choice and panels.
+    QWidget* LibraryRow;
     QLabel* LabelLibrary;
     SortedCombo* Combo1;
     QLabel* Labelx;
     CaptionFrame* Frame4;
     std::array<DwgThumbnail*, kCells + 1> DwgThumbnails; ///< DwgThumbnail1 to DwgThumbnail20, from index 1.
+    QWidget* TurnRow;
     PictureButton *Command2, *Command3;
     CaptionFrame* Frame1;
     PathList* List1;
@@ -107,6 +109,7 @@ private:
     void makePanels();
     void makeInformation();
     void makeAction();
+    void layOutAction();
     void makeRibbon();
     void makeTools();
     void makeSettings();

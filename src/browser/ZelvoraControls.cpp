@@ -11,6 +11,7 @@
 #include "controls/SortedCombo.h"
 #include "host/ActionProcedure.h"
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -58,6 +59,23 @@ template <class Option> Option* option(const char* name, const QString& caption,
     auto* made = named<Option>(name, parent);
     made->setText(caption);
     return made;
+}
+
+/// A row or a block of controls that share what room they get; the hidden ones leave theirs to the others.
+template <class Layout> Layout* layoutOf(QWidget* block)
+{
+    auto* layout = new Layout(block);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(8);
+    // The block is as large as the window's proportions have it, however little that is.
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    return layout;
+}
+
+void fillRow(QHBoxLayout* row, std::initializer_list<QWidget*> controls)
+{
+    for (QWidget* control : controls)
+        row->addWidget(control);
 }
 
 } // namespace
@@ -150,14 +168,18 @@ void Zelvora::makeSettings()
 
 void Zelvora::makeLibraryChoice()
 {
-    LabelLibrary = named<QLabel>("LabelLibrary", this);
+    LibraryRow = named<QWidget>("LibraryRow", this);
+    LabelLibrary = named<QLabel>("LabelLibrary", LibraryRow);
     LabelLibrary->setText(tr("Library"));
-    Combo1 = named<SortedCombo>("Combo1", this);
+    Combo1 = named<SortedCombo>("Combo1", LibraryRow);
     LabelLibrary->setBuddy(Combo1);
     Combo1->setToolTip(QStringLiteral("Library List"));
     Combo1->setAccessibleName(tr("Library"));
     Command4 = button("Command4", PictureButton::Caption::Beside, QStringLiteral("&Search"),
-                      QStringLiteral("Perform Search"), this);
+                      QStringLiteral("Perform Search"), LibraryRow);
+    auto* row = layoutOf<QHBoxLayout>(LibraryRow);
+    fillRow(row, {LabelLibrary, Combo1, Command4});
+    row->setStretchFactor(Combo1, 1);
 }
 
 void Zelvora::makePanels()
@@ -177,10 +199,14 @@ void Zelvora::makePanels()
     // It lies over the panel, whose frame must not show through.
     Frame8->setAutoFillBackground(true);
     Frame8->hide();
+    TurnRow = named<QWidget>("TurnRow", this);
     Command2 = button("Command2", PictureButton::Caption::Beside, QStringLiteral("&Previous"),
-                      QStringLiteral("Previous Panel"), this);
+                      QStringLiteral("Previous Panel"), TurnRow);
     Command3 = button("Command3", PictureButton::Caption::Beside, QStringLiteral("&Next"),
-                      QStringLiteral("Next Panel"), this);
+                      QStringLiteral("Next Panel"), TurnRow);
+    auto* row = layoutOf<QHBoxLayout>(TurnRow);
+    fillRow(row, {Command2, Command3});
+    row->addStretch(1);
     Frame1 = frame("Frame1", QStringLiteral("Drawing Label"), this);
     List1 = named<PathList>("List1", Frame1);
     List1->setAccessibleName(tr("Drawing labels"));
@@ -226,6 +252,24 @@ void Zelvora::makeAction()
     Command24->hide();
     Command11 = button("Command11", PictureButton::Caption::Beside, QStringLiteral("&Insert"),
                        QStringLiteral("Insert/Attach Selected"), Picture4);
+    layOutAction();
+}
+
+void Zelvora::layOutAction()
+{
+    auto* rows = layoutOf<QVBoxLayout>(Picture4);
+    auto* modes = new QHBoxLayout;
+    auto* doing = new QHBoxLayout;
+    rows->addLayout(modes);
+    rows->addLayout(doing);
+    fillRow(modes, {Option1, Option2, Option3, Option4});
+    modes->setSpacing(16);
+    modes->addStretch(1);
+    fillRow(doing, {Check1, Check4, Label1, x});
+    doing->setSpacing(8);
+    doing->addStretch(1);
+    fillRow(doing, {Command24, Command11});
+    x->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
 }
 
 void Zelvora::makeTimers()

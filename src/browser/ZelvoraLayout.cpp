@@ -99,15 +99,12 @@ void Zelvora::placeControls()
     for (PictureBox* logo : {Picture2, Picture11})
         place(logo, 620, 4, 72, 52, logo->minimumSizeHint());
 
-    place(LabelLibrary, 8, 100, 48, 26, natural(LabelLibrary));
-    place(Combo1, 60, 100, 314, 26, line);
-    place(Command4, 382, 100, 92, 26, natural(Command4));
+    place(LibraryRow, 8, 100, 466, 26, line);
     for (QWidget* view : std::initializer_list<QWidget*>{Frame4, Frame8})
         place(view, 8, 132, 466, 350, {100, 64});
     place(Labelx, 60, 120, 346, 120);
     place(DwgViewX1, 8, 22, 450, 320);
-    place(Command2, 8, 488, 110, 26, natural(Command2));
-    place(Command3, 126, 488, 110, 26, natural(Command3));
+    place(TurnRow, 8, 488, 466, 26, line);
 
     // The caption in the upper edge of a frame keeps its height.
     const QSize caption(0, Frame1->naturalCaptionHeight() + 2);
@@ -119,17 +116,6 @@ void Zelvora::placeControls()
     place(Text1, 8, 22, 207, 162);
 
     place(Picture4, 8, 518, 697, 60, {0, 2 * row + 4});
-    left = 0;
-    for (QRadioButton* option : {Option1, Option2, Option3, Option4}) {
-        place(option, left, 2, 116, 26, {boldWidth(option), row});
-        left += 120;
-    }
-    place(Check1, 0, 32, 100, 26, natural(Check1));
-    place(Check4, 108, 32, 88, 26, natural(Check4));
-    place(Label1, 204, 32, 36, 26, natural(Label1));
-    place(x, 244, 32, 64, 26, {40, row});
-    place(Command24, 474, 32, 104, 26, {Command24->minimumSizeHint().width(), row});
-    place(Command11, 586, 32, 111, 26, {Command11->minimumSizeHint().width(), row});
     place(StatusBar1, 0, 582, 713, 24, line);
 }
 
