@@ -78,6 +78,17 @@ void fillRow(QHBoxLayout* row, std::initializer_list<QWidget*> controls)
         row->addWidget(control);
 }
 
+/// Width of a control when its caption is bold, as that of a chosen option is.
+int boldWidth(const QAbstractButton* control)
+{
+    QFont bold = control->font();
+    bold.setBold(true);
+    const auto width = [control](const QFont& font) {
+        return QFontMetrics(font).size(Qt::TextShowMnemonic, control->text()).width();
+    };
+    return control->sizeHint().width() + width(bold) - width(control->font());
+}
+
 } // namespace
 
 Zelvora::Zelvora(Program& program, BrowserFields& kept)
@@ -263,6 +274,9 @@ void Zelvora::layOutAction()
     rows->addLayout(modes);
     rows->addLayout(doing);
     fillRow(modes, {Option1, Option2, Option3, Option4});
+    // The caption of the option that is set is bold; the others must not move for it.
+    for (QRadioButton* option : {Option1, Option2, Option3, Option4})
+        option->setMinimumWidth(boldWidth(option));
     modes->setSpacing(16);
     modes->addStretch(1);
     fillRow(doing, {Check1, Check4, Label1, x});

@@ -35,17 +35,6 @@ int part(int whole, double divisor)
     return int(std::lround(whole / divisor));
 }
 
-/// Width of a control when its caption is bold, as that of a chosen option is.
-int boldWidth(const QAbstractButton* control)
-{
-    QFont bold = control->font();
-    bold.setBold(true);
-    const auto width = [control](const QFont& font) {
-        return QFontMetrics(font).size(Qt::TextShowMnemonic, control->text()).width();
-    };
-    return control->sizeHint().width() + width(bold) - width(control->font());
-}
-
 /// Captions below the pictures of a page are shown when there is room for each of them, else none is.
 void showCaptionsTogether(const QObjectList& page)
 {

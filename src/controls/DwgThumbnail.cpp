@@ -98,7 +98,10 @@ void DwgThumbnail::setStretchBltMode(int mode)
 
 void DwgThumbnail::takeFocusRect()
 {
-    for (DwgThumbnail* other : parent()->findChildren<DwgThumbnail*>(QString(), Qt::FindDirectChildrenOnly)) {
+    const QList<DwgThumbnail*> siblings =
+        parent() ? parent()->findChildren<DwgThumbnail*>(QString(), Qt::FindDirectChildrenOnly)
+                 : QList<DwgThumbnail*>();
+    for (DwgThumbnail* other : siblings) {
         if (other != this && other->m_hasFocusRect) {
             other->m_hasFocusRect = false;
             other->update();

@@ -107,11 +107,12 @@ std::optional<QRgb> groundOf(const QImage& picture)
 {
     const int right = picture.width() - 1;
     const int bottom = picture.height() - 1;
-    const QRgb ground = picture.pixel(0, 0);
-    for (const QPoint corner : {QPoint(right, 0), QPoint(0, bottom), QPoint(right, bottom)})
-        if (picture.pixel(corner) != ground)
-            return {};
-    return ground;
+    const std::array corners{picture.pixel(0, 0), picture.pixel(right, 0), picture.pixel(right, bottom),
+                             picture.pixel(0, bottom)};
+    for (const QRgb ground : {corners[0], corners[1]})
+        if (std::count(corners.begin(), corners.end(), ground) >= 3)
+            return ground;
+    return {};
 }
 
 /// The pixel of a box that stands out most from the ground.
@@ -183,7 +184,7 @@ Result<QImage> readThumbnail(const std::string& path)
 
 bool hasGround(const QImage& picture)
 {
-    return !picture.isNull() && (qAlpha(picture.pixel(0, 0)) == 0 || groundOf(picture));
+    return !picture.isNull() && groundOf(picture);
 }
 
 QImage onGround(const QImage& picture, QColor ground)

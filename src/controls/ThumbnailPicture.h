@@ -18,7 +18,8 @@ Result<QImage> readThumbnail(const std::string& path);
 /// fails too.
 using ThumbnailRenderer = std::function<QImage(const std::string& path, QSize pixels)>;
 
-/// Whether the picture lies on a ground of one colour: its corners are alike, or transparent.
+/// Whether the picture lies on a ground of one colour: three of its corners are alike. The fourth may hold a
+/// mark of the program that saved it.
 bool hasGround(const QImage& picture);
 /// The picture with its ground turned into `ground`. What was drawn to be seen on a dark ground is turned
 /// light for dark and dark for light, its hue kept. A picture without a

@@ -1,0 +1,146 @@
+#include "controls/MessageBoxes.h"
+#include "controls/OuterGeometry.h"
+#include "controls/PathList.h"
+#include "controls/SortedCombo.h"
+#include "controls/TextBytes.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+namespace zv {
+namespace {
+
+TEST(PathList, ALongPathCanBeScrolledToAndTheExtentNeverShrinks)
+{
+    PathList list;
+    list.resize(100, 100);
+    list.show();
+    list.addItemWithExtent(QString(200, QLatin1Char('w')));
+    const int extent = list.horizontalExtent();
+    EXPECT_GE(extent, list.fontMetrics().horizontalAdvance(QString(200, QLatin1Char('w'))));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return list.horizontalScrollBar()->maximum() > 0; }));
+    list.clear();
+    list.addItemWithExtent(QStringLiteral("short"));
+    EXPECT_EQ(list.horizontalExtent(), extent);
+}
+
+TEST(PathList, TellsARowOnceHoweverItIsSelected)
+{
+    PathList list;
+    list.addItemsWithExtent({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    list.show();
+    QSignalSpy selected(&list, &PathList::rowSelected), again(&list, &PathList::rowClickedAgain);
+    list.setCurrentRow(1);
+    EXPECT_EQ(selected.count(), 1);
+    list.setCurrentRow(1);
+    EXPECT_EQ(selected.count(), 1);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(2)).center());
+    EXPECT_EQ(selected.count(), 2);
+    EXPECT_EQ(again.count(), 0);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(2)).center());
+    EXPECT_EQ(selected.count(), 2);
+    EXPECT_EQ(again.count(), 1);
+    list.clear();
+    EXPECT_EQ(selected.count(), 2) << "clearing selects nothing";
+}
+
+TEST(SortedCombo, SortsWithoutRegardToCaseAndKeepsItsText)
+{
+    SortedCombo combo;
+    combo.setShownText(QStringLiteral("No row"));
+    QSignalSpy activated(&combo, &QComboBox::activated);
+    combo.add({QStringLiteral("beta"), QStringLiteral("Alpha")});
+    combo.add({QStringLiteral("ALBERT"), QString()});
+    QStringList rows;
+    for (int row = 0; row < combo.count(); ++row)
+        rows << combo.itemText(row);
+    EXPECT_EQ(rows, (QStringList{QString(), QStringLiteral("ALBERT"), QStringLiteral("Alpha"),
+                                 QStringLiteral("beta")}));
+    EXPECT_EQ(combo.currentText(), QStringLiteral("No row"));
+    EXPECT_EQ(combo.currentIndex(), -1);
+    EXPECT_EQ(activated.count(), 0);
+}
+
+TEST(SortedCombo, OneChoiceIsToldOnce)
+{
+    SortedCombo combo;
+    combo.add({QStringLiteral("a"), QStringLiteral("b")});
+    combo.show();
+    QSignalSpy activated(&combo, &QComboBox::activated);
+    QTest::keyClick(&combo, Qt::Key_Down);
+    EXPECT_EQ(activated.count(), 1);
+}
+
+TEST(TextBytes, EveryByteComesBack)
+{
+    std::string bytes;
+    for (int value = 1; value < 256; ++value)
+        bytes += char(value);
+    EXPECT_EQ(toBytes(toText(bytes)), bytes);
+}
+
+/// Looks at the message box that stands and presses a button of it.
+void answerBox(QMessageBox::StandardButton button, const std::function<void(QMessageBox&)>& look)
+{
+    QTimer::singleShot(0, [=] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        look(*box);
+        box->button(button)->click();
+    });
+}
+
+TEST(MessageBoxes, ShowTextTitleAndIcon)
+{
+    MessageBoxes boxes;
+    answerBox(QMessageBox::Ok, [](QMessageBox& box) {
+        EXPECT_EQ(box.text(), QStringLiteral("<b>one</b>\r\ntwo"));
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("A title"));
+        EXPECT_EQ(box.icon(), QMessageBox::Critical);
+    });
+    boxes.show({"<b>one</b>\r\ntwo", "A title", MessageIcon::Critical});
+    answerBox(QMessageBox::Ok, [](QMessageBox& box) {
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Zelvora"));
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
+    });
+    boxes.show({"text", {}, MessageIcon::Information});
+}
+
+TEST(MessageBoxes, AskYesOrNoAndClosingIsNo)
+{
+    MessageBoxes boxes;
+    answerBox(QMessageBox::Yes, [](QMessageBox& box) { EXPECT_EQ(box.icon(), QMessageBox::Question); });
+    EXPECT_TRUE(boxes.ask({"text", "title", MessageIcon::Question}));
+    answerBox(QMessageBox::No, [](QMessageBox&) {});
+    EXPECT_FALSE(boxes.ask({"text", "title", MessageIcon::Question}));
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    EXPECT_FALSE(boxes.ask({"text", "title", MessageIcon::Question}));
+}
+
+TEST(OuterGeometry, ComesBackAsItWasSet)
+{
+    QWidget window;
+    OuterGeometry geometry(&window);
+    geometry.set({40, 50, 300, 200});
+    window.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return geometry.get() == QRect(40, 50, 300, 200); }));
+}
+
+TEST(OuterGeometry, APlaceOffEveryScreenIsMovedOntoOne)
+{
+    QWidget window;
+    OuterGeometry geometry(&window);
+    geometry.set({100000, 100000, 300, 200});
+    window.show();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.screen()->geometry().intersects(geometry.get()); }));
+    EXPECT_LT(geometry.get().left(), 10000);
+}
+
+} // namespace
+} // namespace zv
