@@ -2,6 +2,8 @@
 
 #include "controls/Window.h"
 
+#include <exception>
+
 namespace zv {
 
 RunningProgram::RunningProgram(Folders folders, Messages& messages)
@@ -74,6 +76,17 @@ bool RunningProgram::takeOut(const QString& name)
     // Its handlers are still running.
     window->deleteLater();
     return true;
+}
+
+bool RunningProgram::guarded(const std::function<void()>& handler)
+{
+    try {
+        handler();
+        return true;
+    } catch (const std::exception& failure) {
+        fail(failure.what());
+        return false;
+    }
 }
 
 void RunningProgram::fail(const std::string& text)

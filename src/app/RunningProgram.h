@@ -39,6 +39,8 @@ public:
     ActionServices& actionServices() override { return *m_services; }
     void fail(const std::string& text) override;
 
+    /// Runs what may let a failure of the language through, and ends the program with it. False when it did.
+    bool guarded(const std::function<void()>& handler);
     /// 0, or 1 once the program has failed.
     int exitStatus() const { return m_exitStatus; }
 

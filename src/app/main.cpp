@@ -1,5 +1,6 @@
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
+#include "controls/ImageList.h"
 #include "controls/MessageBoxes.h"
 #include "host/ProgramHost.h"
 #include "platform/System.h"
@@ -8,30 +9,30 @@
 #include <QStyleFactory>
 
 #include <clocale>
-#include <exception>
 
 namespace {
 
-/// Ends the program with a plain message when a handler lets a failure of the language or of Qt through.
+/// An application in which no exception leaves a handler.
 class Application final : public QApplication {
 public:
     using QApplication::QApplication;
 
-    void guard(zv::Program& program) { m_program = &program; }
+    /// Null guards no longer.
+    void guardBy(zv::RunningProgram* program) { m_program = program; }
 
     bool notify(QObject* receiver, QEvent* event) override
     {
-        try {
-            return QApplication::notify(receiver, event);
-        } catch (const std::exception& failure) {
-            if (m_program)
-                m_program->fail(failure.what());
-            return false;
-        }
+        bool handled = false;
+        const auto deliver = [&] { handled = QApplication::notify(receiver, event); };
+        if (m_program)
+            m_program->guarded(deliver);
+        else
+            deliver();
+        return handled;
     }
 
 private:
-    zv::Program* m_program = nullptr;
+    zv::RunningProgram* m_program = nullptr;
 };
 
 } // namespace
@@ -43,6 +44,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Zelvora"));
     QApplication::setApplicationVersion(QStringLiteral(ZELVORA_VERSION));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setWindowIcon(zv::namedPicture(QStringLiteral("logo")));
     // Hidden windows are loaded all the same; the program knows when the last one has gone.
     QApplication::setQuitOnLastWindowClosed(false);
 
@@ -50,10 +52,12 @@ int main(int argc, char** argv)
     zv::RunningProgram program({zv::installationFolder(), zv::userFolder()}, messages);
     zv::ProgramHost host(program);
     program.setActionServices(host.services());
-    application.guard(program);
+    application.guardBy(&program);
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     zv::addBrowserWindows(program);
-    program.load(QStringLiteral("Zelvora"));
-    return QApplication::exec();
+    program.guarded([&program] { program.load(QStringLiteral("Zelvora")); });
+    const int status = QApplication::exec();
+    application.guardBy(nullptr);
+    return status;
 }

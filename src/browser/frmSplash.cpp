@@ -1,5 +1,6 @@
 #include "browser/frmSplash.h"
 
+#include "config/PublicValues.h"
 #include "controls/ImageList.h"
 
 #include <QCoreApplication>
@@ -50,6 +51,7 @@ frmSplash::frmSplash(Program& program)
 
 void frmSplash::load()
 {
+    setTopmost(values().AlwaysOnTop == 1);
     const QVersionNumber version = QVersionNumber::fromString(QCoreApplication::applicationVersion());
     lblVersion->setText(QStringLiteral("Version %1.%2.%3")
                             .arg(version.majorVersion())

@@ -45,6 +45,8 @@ QImage decode(const dwg::PreviewImage& preview)
     }
 }
 
+constexpr int kReadableOnWhite = 140; ///< Lightness, of 255, that stands out from white.
+
 bool isLight(QRgb color)
 {
     return qGray(color) >= 128;
@@ -58,7 +60,7 @@ int distance(QRgb a, QRgb b)
 /// Turns pixels on one ground into the same picture on another.
 class GroundChange {
 public:
-    GroundChange(QRgb from, QRgb to) : m_flips(isLight(from) != isLight(to))
+    GroundChange(QRgb from, QRgb to) : m_flips(isLight(from) != isLight(to)), m_toLight(isLight(to))
     {
         for (int value = 0; value < 256; ++value) {
             fill(m_plainRed, value, qRed(from), isLight(from));
@@ -80,8 +82,10 @@ public:
             red += shift;
             green += shift;
             blue += shift;
+            if (m_toLight)
+                return onLight(red, green, blue);
         }
-        return qRgb(m_red[red], m_green[green], m_blue[blue]);
+        return qRgb(m_red[std::size_t(red)], m_green[std::size_t(green)], m_blue[std::size_t(blue)]);
     }
 
 private:
@@ -94,12 +98,26 @@ private:
             light ? value * 255 / std::max(ground, 1) : (value - ground) * 255 / std::max(255 - ground, 1);
         table[std::size_t(value)] = uchar(std::clamp(plain, 0, 255));
     }
+    // Yellow and cyan are as light as they are strong, so on white they are darkened, the more the stronger.
+    QRgb onLight(int red, int green, int blue) const
+    {
+        const int light = qGray(red, green, blue);
+        const int strength = std::max({red, green, blue}) - std::min({red, green, blue});
+        if (light > kReadableOnWhite) {
+            const double kept = 1 - strength / 255.0 * (1 - double(kReadableOnWhite) / light);
+            red = int(red * kept);
+            green = int(green * kept);
+            blue = int(blue * kept);
+        }
+        return qRgb(m_red[std::size_t(red)], m_green[std::size_t(green)], m_blue[std::size_t(blue)]);
+    }
     static uchar onTarget(int value, int ground, bool light)
     {
         return uchar(light ? value * ground / 255 : ground + value * (255 - ground) / 255);
     }
 
     bool m_flips;
+    bool m_toLight;
     Table m_plainRed, m_plainGreen, m_plainBlue, m_red, m_green, m_blue;
 };
 

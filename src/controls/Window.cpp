@@ -73,8 +73,10 @@ void Window::setTopmost(bool topmost)
 
 void Window::closeEvent(QCloseEvent* event)
 {
-    event->accept();
-    m_program.unload(objectName());
+    // A window that another one has disabled is out of the user's reach, its close box as well.
+    event->setAccepted(isEnabled());
+    if (isEnabled())
+        m_program.unload(objectName());
 }
 
 } // namespace zv

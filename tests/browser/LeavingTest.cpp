@@ -118,6 +118,8 @@ TEST_F(LeavingTest, TheQueueOpensInQueueModeOnly)
     EXPECT_FALSE(main().isEnabled());
     EXPECT_EQ(main().fields.cartFromButton, 1);
     EXPECT_TRUE(program->loaded("Cart")->isTopmost());
+    main().close();
+    EXPECT_NE(program->loaded("Zelvora"), nullptr) << "out of reach, its close box as well";
 }
 
 TEST_F(LeavingTest, LoadingUnloadsPrintAndSearch)

@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <stdexcept>
 
 namespace zv {
 namespace {
@@ -334,6 +335,16 @@ TEST_F(LoadTest, AFailureWithoutGuardEndsTheProgramWithAPlainMessage)
     EXPECT_EQ(endedWith, 1);
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+}
+
+TEST_F(LoadTest, AnExceptionEndsTheProgramInTheSameWay)
+{
+    start();
+    EXPECT_TRUE(program->guarded([] {}));
+    EXPECT_FALSE(program->guarded([] { throw std::runtime_error("out of everything"); }));
+    EXPECT_EQ(lastMessage(), "out of everything");
+    EXPECT_EQ(endedWith, 1);
+    EXPECT_EQ(program->exitStatus(), 1);
 }
 
 TEST_F(LoadTest, TheStubTimerIsNeverStarted)
