@@ -1,9 +1,13 @@
 #include "drawing/EntityRecord.h"
+#include "drawing/ExtendedData.h"
+
+#include <algorithm>
 
 namespace zv::dwg {
 
 namespace {
 
+constexpr std::int32_t kMostColumns = 1000;
 constexpr unsigned kBackward = 2, kUpsideDown = 4;
 
 HorizontalAlign horizontalAlign(int value)
@@ -108,12 +112,43 @@ void readMTextColumns(RecordReader& in, MText& text)
     text.columnGap = in.bitDouble();
     const bool ownHeight = in.bit();
     in.bit(); // The other way round.
-    text.columns = count;
+    text.columns = std::clamp(count, 0, kMostColumns);
     if (ownHeight || columns != kDynamicColumns)
         return;
     text.columnHeights.resize(in.checkedCount(count, kFewestDoubleBits));
     for (double& height : text.columnHeights)
         height = in.bitDouble();
+}
+
+/// Before R2018 the columns hang on the text as extended data, between two marks: pairs of a number that
+/// names a field and its value; behind the number of heights stand the heights.
+void readOldColumns(const RecordReader& in, const EntityHeader& header, MText& text)
+{
+    enum : std::int32_t { kKind = 75, kCount = 76, kWidth = 48, kGap = 49 };
+    for (const ExtendedData& data : readExtendedData(in, header)) {
+        auto item = data.items.begin();
+        while (item != data.items.end() && item->text != u"ACAD_MTEXT_COLUMN_INFO_BEGIN")
+            ++item;
+        std::int32_t kind = 0;
+        for (; item != data.items.end() && item->text != u"ACAD_MTEXT_COLUMN_INFO_END"; ++item) {
+            const auto value = item + 1;
+            if (item->code == 1040)
+                text.columnHeights.push_back(item->real);
+            if (item->code != 1070 || value == data.items.end())
+                continue;
+            if (item->number == kKind)
+                kind = value->number;
+            else if (item->number == kCount)
+                text.columns = std::clamp(value->number, 0, kMostColumns);
+            else if (item->number == kWidth)
+                text.columnWidth = value->real;
+            else if (item->number == kGap)
+                text.columnGap = value->real;
+            item = value;
+        }
+        if (kind == 0)
+            text.columns = 0;
+    }
 }
 
 void readMTextFields(RecordReader& in, MText& text)
@@ -216,7 +251,10 @@ void readAttribDefinition(RecordReader& in, EntityRecord& out)
 
 void readMText(RecordReader& in, EntityRecord& out)
 {
-    readMTextFields(in, out.geometry.emplace<MText>());
+    auto& text = out.geometry.emplace<MText>();
+    readMTextFields(in, text);
+    if (in.version() < Version::R2018)
+        readOldColumns(in, out.header, text);
 }
 
 void readTolerance(RecordReader& in, EntityRecord& out)

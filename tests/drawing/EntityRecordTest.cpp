@@ -27,6 +27,31 @@ std::optional<EntityRecord> readEntity(const std::string& bytes, Version version
     return entity;
 }
 
+/// The fields of a text in several lines, up to the columns of R2018.
+void writeMText(TestRecord& text)
+{
+    text.fields.bitPoint3({1, 2, 0});
+    text.fields.bitPoint3(kZAxis);
+    text.fields.bitPoint3({0, 1, 0});
+    text.fields.bitDouble(40);
+    if (!text.before(Version::R2007))
+        text.fields.bitDouble(12);
+    text.fields.bitDouble(2.5);
+    text.fields.bitShort(5);
+    text.fields.bitShort(1);
+    text.fields.bitDouble(0);
+    text.fields.bitDouble(0);
+    text.text("{\\H3;Top}\\PBase");
+    text.pointer(kStyle);
+    if (!text.before(Version::R2000)) {
+        text.fields.bitShort(2);
+        text.fields.bitDouble(1.5);
+        text.fields.bit(false);
+    }
+    if (!text.before(Version::R2004))
+        text.fields.bitLong(2);
+}
+
 class EntityRecordTest : public ::testing::TestWithParam<Version> {
 protected:
     /// Reads the record, and tries all that is left of it when it is cut short.
@@ -137,26 +162,7 @@ TEST_P(EntityRecordTest, MText)
 {
     TestRecord text = record(0x2C);
     text.beginEntity(kLayer);
-    text.fields.bitPoint3({1, 2, 0});
-    text.fields.bitPoint3(kZAxis);
-    text.fields.bitPoint3({0, 1, 0});
-    text.fields.bitDouble(40);
-    if (!text.before(Version::R2007))
-        text.fields.bitDouble(12);
-    text.fields.bitDouble(2.5);
-    text.fields.bitShort(5);
-    text.fields.bitShort(1);
-    text.fields.bitDouble(0);
-    text.fields.bitDouble(0);
-    text.text("{\\H3;Top}\\PBase");
-    text.pointer(kStyle);
-    if (!text.before(Version::R2000)) {
-        text.fields.bitShort(2);
-        text.fields.bitDouble(1.5);
-        text.fields.bit(false);
-    }
-    if (!text.before(Version::R2004))
-        text.fields.bitLong(2);
+    writeMText(text);
     if (!text.before(Version::R2018))
         text.fields.bit(false);
     const MText shape = read<MText>(text, readMText);
@@ -168,6 +174,58 @@ TEST_P(EntityRecordTest, MText)
     EXPECT_EQ(shape.style, kStyle);
     EXPECT_EQ(shape.lineSpacing, text.before(Version::R2000) ? 1 : 1.5);
     EXPECT_EQ(shape.backgroundWindowColor, !text.before(Version::R2004));
+}
+
+TEST_P(EntityRecordTest, MTextInColumns)
+{
+    TestRecord text = record(0x2C);
+    if (text.before(Version::R2018)) {
+        const auto number = [&text](std::uint16_t value) {
+            text.extendedData.rawChar(70);
+            text.extendedData.rawShort(value);
+        };
+        const auto real = [&text](double value) {
+            text.extendedData.rawChar(40);
+            text.extendedData.rawDouble(value);
+        };
+        text.extendedText("ACAD_MTEXT_COLUMN_INFO_BEGIN");
+        for (const std::uint16_t value : {75, 2, 79, 0, 76, 2, 78, 0, 48})
+            number(value);
+        real(30);
+        number(49);
+        real(5);
+        for (const std::uint16_t value : {50, 2})
+            number(value);
+        real(20);
+        real(10);
+        text.extendedText("ACAD_MTEXT_COLUMN_INFO_END");
+    }
+    text.beginEntity(kLayer);
+    writeMText(text);
+    if (!text.before(Version::R2018)) {
+        text.fields.bit(true);
+        text.fields.bitShort(0);
+        text.fields.bit(true);
+        text.pointer(0x12);
+        text.fields.bitLong(1);
+        text.fields.bitPoint3({1, 0, 0});
+        text.fields.bitPoint3({0, 0, 0});
+        for (int i = 0; i < 4; ++i)
+            text.fields.bitDouble(0);
+        text.fields.bitShort(2);
+        text.fields.bitLong(2);
+        text.fields.bitDouble(30);
+        text.fields.bitDouble(5);
+        text.fields.bit(false);
+        text.fields.bit(false);
+        text.fields.bitDouble(20);
+        text.fields.bitDouble(10);
+    }
+    const MText shape = read<MText>(text, readMText);
+    EXPECT_EQ(shape.columns, 2);
+    EXPECT_EQ(shape.columnWidth, 30);
+    EXPECT_EQ(shape.columnGap, 5);
+    EXPECT_EQ(shape.columnHeights, (std::vector<double>{20, 10}));
 }
 
 TEST_P(EntityRecordTest, LightPolyline)

@@ -12,6 +12,7 @@ namespace zv::dwg {
 class TestRecord {
 public:
     BitWriter fields, handles;
+    BitWriter extendedData; ///< What the application 0x12 hung on the object; whole bytes.
 
     TestRecord(Version version, int type, Handle handle) : m_version(version), m_type(type), m_handle(handle)
     {
@@ -28,6 +29,23 @@ public:
         m_texts.bitShort(static_cast<std::int16_t>(letters.size()));
         for (const char letter : letters)
             m_texts.rawShort(static_cast<std::uint8_t>(letter));
+    }
+    /// A text of the extended data.
+    void extendedText(std::string_view letters)
+    {
+        extendedData.rawChar(0);
+        const bool wide = !before(Version::R2007);
+        if (wide) {
+            extendedData.rawShort(static_cast<std::uint16_t>(letters.size()));
+        } else {
+            extendedData.rawChar(static_cast<std::uint8_t>(letters.size()));
+            extendedData.rawShort(30);
+        }
+        for (const char letter : letters) {
+            extendedData.rawChar(static_cast<std::uint8_t>(letter));
+            if (wide)
+                extendedData.rawChar(0);
+        }
     }
     void pointer(Handle handle) { handles.handle(5, handle); }
 
@@ -116,6 +134,11 @@ private:
         BitWriter start, middle, end;
         type(start);
         middle.handle(0, m_handle);
+        if (extendedData.size() != 0) {
+            middle.bitShort(static_cast<std::int16_t>(extendedData.size() / 8));
+            middle.handle(5, 0x12);
+            middle.append(extendedData);
+        }
         middle.bitShort(0);
         if (m_entity)
             middle.bit(false);
