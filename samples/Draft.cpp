@@ -12,24 +12,24 @@ namespace zv::samples {
 using namespace zv::dwg;
 
 namespace {
-    constexpr double kDegree = std::numbers::pi / 180;
+constexpr double kDegree = std::numbers::pi / 180;
 
-    Entity entityOf(Geometry geometry, Handle layer)
-    {
-        Entity entity;
-        entity.layer = layer;
-        entity.geometry = std::move(geometry);
-        return entity;
-    }
-
-    std::vector<PolylineVertex> vertices(const Outline& outline)
-    {
-        std::vector<PolylineVertex> out;
-        for (const Corner& corner : outline)
-            out.push_back({{corner.x, corner.y, 0}, corner.bulge});
-        return out;
-    }
+Entity entityOf(Geometry geometry, Handle layer)
+{
+    Entity entity;
+    entity.layer = layer;
+    entity.geometry = std::move(geometry);
+    return entity;
 }
+
+std::vector<PolylineVertex> vertices(const Outline& outline)
+{
+    std::vector<PolylineVertex> out;
+    for (const Corner& corner : outline)
+        out.push_back({{corner.x, corner.y, 0}, corner.bulge});
+    return out;
+}
+} // namespace
 
 Outline rectangle(double x, double y, double width, double height)
 {

@@ -30,7 +30,8 @@ enum class Align { Left, Centre, Right };
 /// texts and arrows are those of the printed sheet, so that they follow the drawing's scale.
 class Draft {
 public:
-    /// `scale` is how many units of the drawing one of the sheet stands for: 48 is a quarter inch to the foot.
+    /// `scale` is how many units of the drawing one of the sheet stands for: 48 is a quarter inch to the
+    /// foot.
     Draft(Units units, double scale);
 
     /// The layer for what follows; it is made at its first use. `color` is an AutoCAD colour index.
@@ -97,7 +98,7 @@ private:
     Units m_units;
     double m_scale;
     dwg::Document m_document;
-    dwg::Handle m_next = 0x100;
+    dwg::Handle m_next = 0x30;
     dwg::Handle m_layer = 0;
     std::vector<std::size_t> m_blocks{0}; ///< The block being drawn is the last one.
     std::vector<Box> m_boxes;             ///< Beside the document's blocks.

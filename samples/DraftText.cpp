@@ -11,32 +11,32 @@ namespace zv::samples {
 using namespace zv::dwg;
 
 namespace {
-    constexpr double kDegree = std::numbers::pi / 180;
-    /// About how wide a letter is for its height.
-    constexpr double kLetterWidth = 0.85;
+constexpr double kDegree = std::numbers::pi / 180;
+/// About how wide a letter is for its height.
+constexpr double kLetterWidth = 0.85;
 
-    /// Feet, inches and sixteenths, as drafters write them.
-    std::string feetText(double inches)
-    {
-        const long sixteenths = std::lround(inches * 16);
-        const long feet = sixteenths / 192;
-        long rest = sixteenths % 192;
-        const long whole = rest / 16;
-        rest %= 16;
-        std::string text = feet > 0 ? std::to_string(feet) + "'-" : std::string();
-        if (whole > 0 || feet > 0 || rest == 0)
-            text += std::to_string(whole);
-        if (rest > 0) {
-            long denominator = 16;
-            while (rest % 2 == 0) {
-                rest /= 2;
-                denominator /= 2;
-            }
-            text += (whole > 0 || feet > 0 ? " " : "") + std::to_string(rest) + "/" + std::to_string(denominator);
+/// Feet, inches and sixteenths, as drafters write them.
+std::string feetText(double inches)
+{
+    const long sixteenths = std::lround(inches * 16);
+    const long feet = sixteenths / 192;
+    long rest = sixteenths % 192;
+    const long whole = rest / 16;
+    rest %= 16;
+    std::string text = feet > 0 ? std::to_string(feet) + "'-" : std::string();
+    if (whole > 0 || feet > 0 || rest == 0)
+        text += std::to_string(whole);
+    if (rest > 0) {
+        long denominator = 16;
+        while (rest % 2 == 0) {
+            rest /= 2;
+            denominator /= 2;
         }
-        return text + "\"";
+        text += (whole > 0 || feet > 0 ? " " : "") + std::to_string(rest) + "/" + std::to_string(denominator);
     }
+    return text + "\"";
 }
+} // namespace
 
 void Draft::text(double x, double y, const std::string& words, Align align, double height, double angle)
 {
@@ -112,7 +112,8 @@ void Draft::leader(const std::vector<Point2>& points, const std::string& words)
     const Point2 last = points.back();
     const bool toLeft = last.x < points[points.size() - 2].x;
     const double gap = noteHeight() / 2;
-    text(last.x + (toLeft ? -gap : gap), last.y - noteHeight() / 2, words, toLeft ? Align::Right : Align::Left);
+    text(last.x + (toLeft ? -gap : gap), last.y - noteHeight() / 2, words,
+         toLeft ? Align::Right : Align::Left);
 }
 
 std::string Draft::lengthText(double length) const

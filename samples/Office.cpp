@@ -11,89 +11,89 @@ namespace zv::samples {
 namespace fs = std::filesystem;
 
 namespace {
-    /// A library of the catalogue: its name and the lines of its list.
-    struct Listed {
-        std::string name;
-        std::vector<fs::path> drawings;
-    };
+/// A library of the catalogue: its name and the lines of its list.
+struct Listed {
+    std::string name;
+    std::vector<fs::path> drawings;
+};
 
-    dwg::Properties propertiesOf(const Sample& sample)
-    {
-        dwg::Properties properties;
-        properties.title = wide(sample.title);
-        properties.subject = u"Sample office";
-        properties.author = u"Zelvora";
-        properties.comments = wide(sample.comments);
-        properties.keywords = wide(sample.keywords);
-        properties.lastSavedBy = u"Zelvora";
-        // The first custom property is the scale that an automatic insertion asks for.
-        properties.custom = {{u"Scale", wide(numberText(sample.draft.scale()))},
-                             {u"Units", sample.draft.units() == Units::Inches ? u"in" : u"mm"}};
-        return properties;
-    }
-
-    std::string listText(const Listed& library)
-    {
-        std::string text;
-        for (const fs::path& drawing : library.drawings)
-            text += drawing.string() + ";" + upper(drawing.stem().string()) + "\r\n";
-        return text;
-    }
-
-    Result<void> makeDrawings(const Library& library, const fs::path& office, const Painter& painter,
-                              std::vector<Listed>& catalogue)
-    {
-        const fs::path folder = office / library.name;
-        std::error_code ignored;
-        fs::create_directories(folder, ignored);
-        Listed listed{library.name, {}};
-        for (const Sample& sample : library.samples) {
-            const auto file = drawingFile(sample, painter);
-            if (!file)
-                return Error{file.error().code, sample.name + ": " + file.error().text};
-            const fs::path path = folder / (sample.name + ".dwg");
-            if (const auto written = writeFile(path.string(), *file); !written)
-                return written;
-            listed.drawings.push_back(path);
-        }
-        catalogue.push_back(std::move(listed));
-        return {};
-    }
-
-    /// Every `step`-th drawing of the libraries so far, so that a project's list shares the office's drawings.
-    std::vector<fs::path> gathered(const std::vector<Listed>& catalogue, std::size_t step)
-    {
-        std::vector<fs::path> drawings;
-        for (const Listed& library : catalogue)
-            for (std::size_t i = step / 2; i < library.drawings.size(); i += step)
-                drawings.push_back(library.drawings[i]);
-        return drawings;
-    }
-
-    /// Libraries as they are met in offices: one that lists a drawing which is gone, one with a damaged file,
-    /// one without any.
-    Result<void> addTroubled(const fs::path& office, std::vector<Listed>& catalogue)
-    {
-        Listed project{"Project Details", gathered(catalogue, 19)};
-        project.drawings.insert(project.drawings.begin() + 2, office / "Project Details" / "Lobby Column.dwg");
-        Listed vendor{"Vendor Details", gathered(catalogue, 37)};
-        const auto whole = readFile(vendor.drawings.front().string());
-        if (!whole)
-            return whole.error();
-        const fs::path folder = office / vendor.name;
-        std::error_code ignored;
-        fs::create_directories(folder, ignored);
-        const fs::path damaged = folder / "Canopy Bracket.dwg";
-        // As a copy that stopped in its first part leaves it.
-        if (const auto written = writeFile(damaged.string(), whole->substr(0, 150)); !written)
-            return written;
-        vendor.drawings.insert(vendor.drawings.begin() + 1, damaged);
-        catalogue.push_back(std::move(project));
-        catalogue.push_back(std::move(vendor));
-        catalogue.push_back({"New Library", {}});
-        return {};
-    }
+dwg::Properties propertiesOf(const Sample& sample)
+{
+    dwg::Properties properties;
+    properties.title = wide(sample.title);
+    properties.subject = u"Sample office";
+    properties.author = u"Zelvora";
+    properties.comments = wide(sample.comments);
+    properties.keywords = wide(sample.keywords);
+    properties.lastSavedBy = u"Zelvora";
+    // The first custom property is the scale that an automatic insertion asks for.
+    properties.custom = {{u"Scale", wide(numberText(sample.draft.scale()))},
+                         {u"Units", sample.draft.units() == Units::Inches ? u"in" : u"mm"}};
+    return properties;
 }
+
+std::string listText(const Listed& library)
+{
+    std::string text;
+    for (const fs::path& drawing : library.drawings)
+        text += drawing.string() + ";" + upper(drawing.stem().string()) + "\r\n";
+    return text;
+}
+
+Result<void> makeDrawings(const Library& library, const fs::path& office, const Painter& painter,
+                          std::vector<Listed>& catalogue)
+{
+    const fs::path folder = office / library.name;
+    std::error_code ignored;
+    fs::create_directories(folder, ignored);
+    Listed listed{library.name, {}};
+    for (const Sample& sample : library.samples) {
+        const auto file = drawingFile(sample, painter);
+        if (!file)
+            return Error{file.error().code, sample.name + ": " + file.error().text};
+        const fs::path path = folder / (sample.name + ".dwg");
+        if (const auto written = writeFile(path.string(), *file); !written)
+            return written;
+        listed.drawings.push_back(path);
+    }
+    catalogue.push_back(std::move(listed));
+    return {};
+}
+
+/// Every `step`-th drawing of the libraries so far, so that a project's list shares the office's drawings.
+std::vector<fs::path> gathered(const std::vector<Listed>& catalogue, std::size_t step)
+{
+    std::vector<fs::path> drawings;
+    for (const Listed& library : catalogue)
+        for (std::size_t i = step / 2; i < library.drawings.size(); i += step)
+            drawings.push_back(library.drawings[i]);
+    return drawings;
+}
+
+/// Libraries as they are met in offices: one that lists a drawing which is gone, one with a damaged file,
+/// one without any.
+Result<void> addTroubled(const fs::path& office, std::vector<Listed>& catalogue)
+{
+    Listed project{"Project Details", gathered(catalogue, 19)};
+    project.drawings.insert(project.drawings.begin() + 2, office / "Project Details" / "Lobby Column.dwg");
+    Listed vendor{"Vendor Details", gathered(catalogue, 37)};
+    const auto whole = readFile(vendor.drawings.front().string());
+    if (!whole)
+        return whole.error();
+    const fs::path folder = office / vendor.name;
+    std::error_code ignored;
+    fs::create_directories(folder, ignored);
+    const fs::path damaged = folder / "Canopy Bracket.dwg";
+    // As a copy that stopped in its first part leaves it.
+    if (const auto written = writeFile(damaged.string(), whole->substr(0, 150)); !written)
+        return written;
+    vendor.drawings.insert(vendor.drawings.begin() + 1, damaged);
+    catalogue.push_back(std::move(project));
+    catalogue.push_back(std::move(vendor));
+    catalogue.push_back({"New Library", {}});
+    return {};
+}
+} // namespace
 
 Result<std::string> drawingFile(const Sample& sample, const Painter& painter)
 {
@@ -129,15 +129,16 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
 }
 
 namespace {
-    void set(const fs::path& file, const char* section, const char* key, const char* value)
-    {
-        WritePrivateProfileStringA(section, key, value, file.string().c_str());
-    }
+void set(const fs::path& file, const char* section, const char* key, const char* value)
+{
+    WritePrivateProfileStringA(section, key, value, file.string().c_str());
 }
+} // namespace
 
 Result<void> makeUser(const fs::path& office)
 {
-    const fs::path data = office / "user" / "data" / "zelvora", config = office / "user" / "config" / "zelvora";
+    const fs::path data = office / "user" / "data" / "zelvora",
+                   config = office / "user" / "config" / "zelvora";
     std::error_code error;
     for (const fs::path& folder : {data, config}) {
         fs::create_directories(folder, error);

@@ -10,61 +10,60 @@ namespace zv::samples {
 using namespace zv::dwg;
 
 namespace {
-    /// A family of parallel lines: the angle in degrees, how far the next one stands off, how far it is
-    /// shifted along, and its dashes; lengths in sheet inches.
-    struct Family {
-        double angle = 0, apart = 0.125, shift = 0;
-        std::vector<double> dashes{};
-        Point2 base{};
-    };
+/// A family of parallel lines: the angle in degrees, how far the next one stands off, how far it is
+/// shifted along, and its dashes; lengths in sheet inches.
+struct Family {
+    double angle = 0, apart = 0.125, shift = 0;
+    std::vector<double> dashes{};
+    Point2 base{};
+};
 
-    struct Pattern {
-        const char* name;
-        std::vector<Family> families;
-    };
+struct Pattern {
+    const char* name;
+    std::vector<Family> families;
+};
 
-    Pattern patternOf(Fill fill)
-    {
-        switch (fill) {
-        case Fill::Solid:
-            return {"SOLID", {}};
-        case Fill::Steel:
-            return {"ANSI31", {{45, 0.0625}}};
-        case Fill::Concrete:
-            return {"CONCRETE",
-                    {{50, 0.19, 0.11, {0.05, -0.31}},
-                     {355, 0.23, 0.17, {0.04, -0.27}, {0.07, 0.05}},
-                     {100, 0.21, 0.09, {0.04, -0.33}, {0.03, 0.11}},
-                     {0, 0.061, 0.031, {0, -0.113}},
-                     {20, 0.087, 0.053, {0, -0.137}, {0.02, 0.03}}}};
-        case Fill::Earth:
-            return {"EARTH",
-                    {{45, 0.06, 0, {0.18, -0.18}},
-                     {135, 0.06, 0, {0.18, -0.18}, {0.127, 0.127}}}};
-        case Fill::Gravel:
-            return {"GRAVEL",
-                    {{0, 0.09, 0.05, {0.05, -0.06}},
-                     {60, 0.11, 0.03, {0.04, -0.09}, {0.02, 0.01}},
-                     {120, 0.1, 0.06, {0.04, -0.1}, {0.05, 0.02}}}};
-        case Fill::Insulation:
-            return {"INSULATION", {{60, 0.06}, {120, 0.06}}};
-        case Fill::Wood:
-            return {"WOOD", {{15, 0.05, 0.02, {0.4, -0.06}}, {12, 0.11, 0.05, {0.22, -0.09}, {0.05, 0.02}}}};
-        case Fill::Glass:
-            return {"GLASS", {{45, 0.3, 0, {0.2, -0.4}}, {45, 0.3, 0, {0.12, -0.48}, {0.06, 0}}}};
-        case Fill::Brick:
-            return {"BRICK",
-                    {{0, 0.083333}, {90, 0.25, 0.083333, {0.083333, -0.083333}},
-                     {90, 0.25, 0.083333, {0.083333, -0.083333}, {0.125, 0.083333}}}};
-        case Fill::Grass:
-            return {"GRASS",
-                    {{90, 0.17, 0.11, {0.04, -0.2}},
-                     {45, 0.17, 0.11, {0.03, -0.22}},
-                     {135, 0.17, 0.11, {0.03, -0.22}}}};
-        }
+Pattern patternOf(Fill fill)
+{
+    switch (fill) {
+    case Fill::Solid:
         return {"SOLID", {}};
+    case Fill::Steel:
+        return {"ANSI31", {{45, 0.0625}}};
+    case Fill::Concrete:
+        return {"CONCRETE",
+                {{50, 0.19, 0.11, {0.05, -0.31}},
+                 {355, 0.23, 0.17, {0.04, -0.27}, {0.07, 0.05}},
+                 {100, 0.21, 0.09, {0.04, -0.33}, {0.03, 0.11}},
+                 {0, 0.061, 0.031, {0, -0.113}},
+                 {20, 0.087, 0.053, {0, -0.137}, {0.02, 0.03}}}};
+    case Fill::Earth:
+        return {"EARTH", {{45, 0.06, 0, {0.18, -0.18}}, {135, 0.06, 0, {0.18, -0.18}, {0.127, 0.127}}}};
+    case Fill::Gravel:
+        return {"GRAVEL",
+                {{0, 0.09, 0.05, {0.05, -0.06}},
+                 {60, 0.11, 0.03, {0.04, -0.09}, {0.02, 0.01}},
+                 {120, 0.1, 0.06, {0.04, -0.1}, {0.05, 0.02}}}};
+    case Fill::Insulation:
+        return {"INSULATION", {{60, 0.06}, {120, 0.06}}};
+    case Fill::Wood:
+        return {"WOOD", {{15, 0.05, 0.02, {0.4, -0.06}}, {12, 0.11, 0.05, {0.22, -0.09}, {0.05, 0.02}}}};
+    case Fill::Glass:
+        return {"GLASS", {{45, 0.3, 0, {0.2, -0.4}}, {45, 0.3, 0, {0.12, -0.48}, {0.06, 0}}}};
+    case Fill::Brick:
+        return {"BRICK",
+                {{0, 0.083333},
+                 {90, 0.25, 0.083333, {0.083333, -0.083333}},
+                 {90, 0.25, 0.083333, {0.083333, -0.083333}, {0.125, 0.083333}}}};
+    case Fill::Grass:
+        return {"GRASS",
+                {{90, 0.17, 0.11, {0.04, -0.2}},
+                 {45, 0.17, 0.11, {0.03, -0.22}},
+                 {135, 0.17, 0.11, {0.03, -0.22}}}};
     }
+    return {"SOLID", {}};
 }
+} // namespace
 
 Hatch hatchOf(Fill fill, double unit)
 {

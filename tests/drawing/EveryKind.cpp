@@ -78,6 +78,8 @@ void addPolylines(std::vector<Entity>& out)
     light.vertices = {{{0, 0, 0}, 0.5}, {{10, 0, 0}, 0, 1, 2}, {{10, 10, 0}}};
     light.closed = true;
     light.elevation = 3;
+        for (PolylineVertex& vertex : light.vertices)
+            vertex.position.z = 3;
     out.push_back(entityOf(light));
     Polyline heavy = light;
     heavy.lightweight = false;
@@ -132,7 +134,7 @@ void addFaces(std::vector<Entity>& out)
     Hatch solid;
     solid.pattern = u"SOLID";
     solid.solid = true;
-    solid.loops.push_back({1, {}, {{{0, 0, 0}}, {{4, 0, 0}}, {{4, 4, 0}}}, true});
+    solid.loops.push_back({3, {}, {{{0, 0, 0}}, {{4, 0, 0}}, {{4, 4, 0}}}, true});
     out.push_back(entityOf(solid));
     Wipeout wipeout;
     wipeout.uVector = {5, 0, 0};

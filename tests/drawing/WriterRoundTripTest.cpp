@@ -1,0 +1,245 @@
+#include "drawing/Describe.h"
+#include "drawing/EveryKind.h"
+#include "drawing/Preview.h"
+#include "drawing/PropertiesReader.h"
+#include "drawing/Reader.h"
+#include "drawing/Writer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace zv::dwg {
+namespace {
+/// A document written and read again, with the bytes between.
+struct RoundTrip {
+    explicit RoundTrip(const Document& document, const WriteOptions& options = {})
+    {
+        auto written = writeDocument(document, options);
+        EXPECT_TRUE(written.ok()) << (written.ok() ? "" : written.error().text);
+        if (!written)
+            return;
+        bytes = *written;
+        auto read = readDocument(source());
+        EXPECT_TRUE(read.ok()) << (read.ok() ? "" : read.error().text);
+        if (read)
+            back = std::move(*read);
+    }
+    MemorySource source() const { return MemorySource(std::as_bytes(std::span(bytes.data(), bytes.size()))); }
+
+    std::string bytes;
+    Document back;
+};
+
+template <class Entry> const Entry* named(const std::vector<Entry>& entries, std::u16string_view name)
+{
+    const auto found =
+        std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.name == name; });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+TEST(WriterRoundTrip, EveryKindOfEntityComesBackInItsPlaceWithItsValues)
+{
+    const Document document = test::everyKind();
+    const RoundTrip trip(document);
+    EXPECT_TRUE(trip.back.damage.empty());
+    EXPECT_TRUE(trip.back.skipped.empty());
+    for (const BlockRecord& block : document.blocks) {
+        const BlockRecord* back = named(trip.back.blocks, block.name);
+        ASSERT_NE(back, nullptr);
+        ASSERT_EQ(back->entities.size(), block.entities.size());
+        for (std::size_t i = 0; i < block.entities.size(); ++i)
+            EXPECT_EQ(test::describe(back->entities[i].geometry), test::describe(block.entities[i].geometry))
+                << back->entities[i].kind;
+        ASSERT_EQ(back->attributes.size(), block.attributes.size());
+        for (std::size_t i = 0; i < block.attributes.size(); ++i)
+            EXPECT_EQ(test::describe(back->attributes[i].geometry),
+                      test::describe(block.attributes[i].geometry));
+    }
+}
+
+TEST(WriterRoundTrip, TheMarksOfAnEntityComeBack)
+{
+    const RoundTrip trip(test::everyKind());
+    const Entity& entity = trip.back.blocks[trip.back.modelSpace].entities.front();
+    EXPECT_EQ(entity.layer, test::kWallLayer);
+    EXPECT_EQ(entity.linetype, test::kDashed);
+    EXPECT_EQ(entity.linetypeScale, 2);
+    EXPECT_EQ(entity.lineweight, 35);
+    EXPECT_EQ(entity.color.kind, Color::Kind::Index);
+    EXPECT_EQ(entity.color.index, 1);
+}
+
+TEST(WriterRoundTrip, TablesComeBack)
+{
+    const RoundTrip trip(test::everyKind());
+    const Layer* layer = named(trip.back.layers, u"A-WALL");
+    ASSERT_NE(layer, nullptr);
+    EXPECT_EQ(layer->handle, test::kWallLayer);
+    EXPECT_EQ(layer->color.index, 3);
+    EXPECT_EQ(layer->linetype, test::kDashed);
+    EXPECT_EQ(layer->lineweight, 50);
+    EXPECT_TRUE(layer->off);
+    EXPECT_FALSE(layer->frozen);
+    EXPECT_NE(named(trip.back.layers, u"0"), nullptr);
+
+    const Linetype* linetype = named(trip.back.linetypes, u"GAS_LINE");
+    ASSERT_NE(linetype, nullptr);
+    ASSERT_EQ(linetype->dashes.size(), 2u);
+    EXPECT_EQ(linetype->dashes[1].length, -1);
+    EXPECT_EQ(linetype->dashes[1].text, u"GAS");
+    EXPECT_EQ(linetype->dashes[1].scale, 0.1);
+    EXPECT_EQ(linetype->dashes[1].offset.x, -0.1);
+
+    const TextStyle* style = named(trip.back.textStyles, u"NOTES");
+    ASSERT_NE(style, nullptr);
+    EXPECT_EQ(style->font, u"arial.ttf");
+    EXPECT_EQ(style->typeface, u"Arial");
+    EXPECT_TRUE(style->bold);
+    EXPECT_FALSE(style->italic);
+    EXPECT_EQ(style->widthFactor, 0.9);
+}
+
+TEST(WriterRoundTrip, BlocksKeepTheirBasePointDescriptionAndReference)
+{
+    const RoundTrip trip(test::everyKind());
+    const BlockRecord* door = named(trip.back.blocks, u"DOOR");
+    ASSERT_NE(door, nullptr);
+    EXPECT_EQ(door->base.x, 1);
+    EXPECT_EQ(door->description, u"A door");
+    const BlockRecord* reference = named(trip.back.blocks, u"SITE");
+    ASSERT_NE(reference, nullptr);
+    EXPECT_TRUE(reference->xref);
+    EXPECT_EQ(reference->xrefPath, u"C:\\Plans\\Site.dwg");
+    const BlockRecord* dimension = named(trip.back.blocks, u"*D7");
+    ASSERT_NE(dimension, nullptr);
+    EXPECT_TRUE(dimension->anonymous);
+}
+
+TEST(WriterRoundTrip, TheHeaderComesBack)
+{
+    Document document = test::documentOf(Line{{0, 0, 0}, {4, 3, 0}});
+    HeaderVariables& header = document.header;
+    header.insertionBase = {1, 2, 0};
+    header.extentsMin = {0, 0, 0};
+    header.extentsMax = {4, 3, 0};
+    header.linetypeScale = 24;
+    header.dimScale = 48;
+    header.textSize = 4.5;
+    header.pointMode = 34;
+    header.insertionUnits = 1;
+    header.fillMode = false;
+    const RoundTrip trip(document);
+    EXPECT_EQ(trip.back.version, Version::R2000);
+    const HeaderVariables& back = trip.back.header;
+    EXPECT_EQ(back.insertionBase.y, 2);
+    EXPECT_EQ(back.extentsMax.x, 4);
+    EXPECT_EQ(back.linetypeScale, 24);
+    EXPECT_EQ(back.dimScale, 48);
+    EXPECT_EQ(back.textSize, 4.5);
+    EXPECT_EQ(back.pointMode, 34);
+    EXPECT_EQ(back.insertionUnits, 1);
+    EXPECT_FALSE(back.fillMode);
+    EXPECT_GT(back.handleSeed, 0u);
+}
+
+TEST(WriterRoundTrip, AnEmptyDocumentBecomesADrawingWithItsSpaces)
+{
+    const RoundTrip trip{Document{}};
+    EXPECT_NE(named(trip.back.blocks, u"*Model_Space"), nullptr);
+    EXPECT_NE(named(trip.back.blocks, u"*Paper_Space"), nullptr);
+    EXPECT_NE(named(trip.back.layouts, u"Model"), nullptr);
+    EXPECT_NE(named(trip.back.layouts, u"Layout1"), nullptr);
+    EXPECT_FALSE(readProperties(trip.source())->has_value());
+    const auto previews = readPreviews(trip.source());
+    ASSERT_TRUE(previews.ok());
+    EXPECT_TRUE(previews->empty());
+}
+
+TEST(WriterRoundTrip, WhatWasReadCanBeWrittenAgain)
+{
+    const RoundTrip first(test::everyKind());
+    const RoundTrip second(first.back);
+    ASSERT_EQ(second.back.blocks.size(), first.back.blocks.size());
+    for (std::size_t i = 0; i < first.back.blocks.size(); ++i) {
+        ASSERT_EQ(second.back.blocks[i].entities.size(), first.back.blocks[i].entities.size());
+        for (std::size_t k = 0; k < first.back.blocks[i].entities.size(); ++k)
+            EXPECT_EQ(second.back.blocks[i].entities[k].handle, first.back.blocks[i].entities[k].handle);
+    }
+}
+
+TEST(WriterRoundTrip, HandlesThatAreTakenTwiceAreGivenAnew)
+{
+    Document document = test::documentOf(Line{{0, 0, 0}, {1, 0, 0}});
+    Entity same = document.blocks.front().entities.front();
+    same.handle = 0x500;
+    document.blocks.front().entities = {same, same};
+    const RoundTrip trip(document);
+    const std::vector<Entity>& back = trip.back.blocks[trip.back.modelSpace].entities;
+    ASSERT_EQ(back.size(), 2u);
+    EXPECT_EQ(back[0].handle, 0x500u);
+    EXPECT_NE(back[1].handle, 0x500u);
+}
+
+TEST(WriterRoundTrip, PropertiesComeBackInOrderAndInUnicode)
+{
+    WriteOptions options;
+    Properties& properties = options.properties.emplace();
+    properties = {
+        u"Title",    u"Subject", u"\u00C5ngstr\u00F6m", u"Two\r\nlines", u"door, \u6249", u"me", u"3",
+        u"http://x", {}};
+    properties.custom = {{u"Scale", u"48"}, {u"Units", u"in=inch"}};
+    const RoundTrip trip(Document{}, options);
+    const auto read = readProperties(trip.source());
+    ASSERT_TRUE(read.ok());
+    ASSERT_TRUE(read->has_value());
+    const Properties& back = **read;
+    EXPECT_EQ(back.title, properties.title);
+    EXPECT_EQ(back.subject, properties.subject);
+    EXPECT_EQ(back.author, properties.author);
+    EXPECT_EQ(back.comments, properties.comments);
+    EXPECT_EQ(back.keywords, properties.keywords);
+    EXPECT_EQ(back.lastSavedBy, properties.lastSavedBy);
+    EXPECT_EQ(back.revision, properties.revision);
+    EXPECT_EQ(back.hyperlinkBase, properties.hyperlinkBase);
+    ASSERT_GE(back.custom.size(), 2u);
+    EXPECT_EQ(back.custom[0], properties.custom[0]);
+    EXPECT_EQ(back.custom[1], properties.custom[1]);
+}
+
+TEST(WriterRoundTrip, ThePreviewComesBackPixelForPixel)
+{
+    WriteOptions options;
+    Pixels& pixels = options.preview.emplace();
+    pixels = {5, 3, {}};
+    for (int i = 0; i < 15; ++i)
+        pixels.bgra.insert(pixels.bgra.end(),
+                           {static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(i * 9), 77, 255});
+    const RoundTrip trip(Document{}, options);
+    const auto previews = readPreviews(trip.source());
+    ASSERT_TRUE(previews.ok());
+    ASSERT_EQ(previews->size(), 1u);
+    const PreviewImage& image = previews->front();
+    EXPECT_EQ(image.kind, PreviewKind::Bmp);
+    EXPECT_EQ(image.bits, 24);
+    const auto decoded = decodeBitmap(image.bytes);
+    ASSERT_TRUE(decoded.ok());
+    EXPECT_EQ(decoded->width, 5);
+    EXPECT_EQ(decoded->height, 3);
+    EXPECT_EQ(decoded->bgra, pixels.bgra);
+}
+
+TEST(WriterRoundTrip, ManyObjectsSpreadOverSeveralPiecesOfTheObjectMap)
+{
+    Document document = test::documentOf(Line{});
+    std::vector<Entity>& entities = document.blocks.front().entities;
+    for (int i = 0; i < 3000; ++i) {
+        Entity entity;
+        entity.geometry = Circle{{static_cast<double>(i), 0, 0}, 1};
+        entities.push_back(entity);
+    }
+    const RoundTrip trip(document);
+    EXPECT_EQ(trip.back.blocks[trip.back.modelSpace].entities.size(), 3001u);
+}
+} // namespace
+} // namespace zv::dwg
