@@ -57,7 +57,7 @@ Result<void> makeContactSheet(const std::string& path)
         top += kTitle + rowsOf(library) * (kCellHeight + kLabel + kGap);
     }
     painter.end();
-    if (!sheet.convertToFormat(QImage::Format_Indexed8).save(QString::fromStdString(path), "PNG"))
+    if (!sheet.save(QString::fromStdString(path), "PNG"))
         return Error{ErrorCode::Failed, path + " cannot be written"};
     return {};
 }

@@ -326,6 +326,14 @@ Document Draft::document() const
         done.header.limitsMin = {box.x1, box.y1};
         done.header.limitsMax = {box.x2, box.y2};
     }
+    const auto index = [](const auto& entries, auto& places) {
+        for (std::size_t i = 0; i < entries.size(); ++i)
+            places[entries[i].handle] = i;
+    };
+    index(done.blocks, done.blockIndex);
+    index(done.layers, done.layerIndex);
+    index(done.linetypes, done.linetypeIndex);
+    index(done.textStyles, done.textStyleIndex);
     return done;
 }
 

@@ -164,7 +164,7 @@ Sample lettered(const std::string& name, const std::string& letters, bool square
 {
     Sample s = sheet(name, comments, "utility, symbol, plan", 24);
     Draft& d = s.draft;
-    d.on("C-UTIL-SYMB", 5, {}, 35);
+    d.on("C-UTIL-SYMB", 4, {}, 35);
     if (square) {
         d.rect(-16, -16, 32, 32);
         for (int bar = -2; bar <= 2; ++bar)
