@@ -16,11 +16,9 @@ public:
     {
         if (m_variable.empty())
             return {"Enter variable name:", false, false, {}};
-        const Result<AutomationValue> value = variables().get(m_variable);
-        return {"Enter new value for " + m_variable + " <" + (value ? shownValue(*value) : "") + ">:",
-                true,
-                false,
-                {}};
+        const AutomationValue value = variables().get(m_variable).valueOr({});
+        const bool isText = std::holds_alternative<std::string>(value);
+        return {"Enter new value for " + m_variable + " <" + shownValue(value) + ">:", isText, false, {}};
     }
     Step answer(const Answer& answer) override
     {

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "CommandLine.h"
+#include "DocumentEdit.h"
+#include "Workshop.h"
+
+#include "drawing/Writer.h"
+#include "platform/Files.h"
+#include "platform/Text.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace zv::bench {
+
+/// The bench without a window: what it would show is kept.
+class BenchFixture : public testing::Test, protected BenchFront {
+protected:
+    BenchFixture() { workshop.add(); }
+
+    void write(const std::string& text) override { history.push_back(text); }
+    void zoom(const ZoomRequest& request) override { zooms.push_back(request); }
+    void refresh() override {}
+    std::string chooseFile(bool) override { return chosenFile; }
+    bool editProperties(dwg::Properties& properties) override
+    {
+        properties.comments = u"edited";
+        return true;
+    }
+    void quit() override { history.push_back("quit"); }
+
+    BenchDrawing& drawing() { return *workshop.active(); }
+    std::vector<dwg::Entity>& entities() { return drawing().modelSpace().entities; }
+    template <class Shape> const Shape& shape(std::size_t index)
+    {
+        return std::get<Shape>(entities()[index].geometry);
+    }
+    std::string prompt() const { return line.prompt().text; }
+
+    /// A library drawing with a line from (1,1) to (2,1) on layer "Steel", its base at (1,1).
+    std::string makeBolt(const std::string& name = "Bolt.dwg", int units = 0)
+    {
+        dwg::Document document = emptyDocument();
+        dwg::Layer layer;
+        layer.name = u"Steel";
+        layer.handle = giveHandle(document);
+        const dwg::Handle steel = layer.handle;
+        document.layers.push_back(layer);
+        reindex(document);
+        document.header.insertionBase = {1, 1, 0};
+        document.header.insertionUnits = units;
+        document.blocks[document.modelSpace].entities.push_back(
+            newEntity(document, "LINE", dwg::Line{{1, 1, 0}, {2, 1, 0}, 0, dwg::kZAxis}, steel));
+        return folder.write(name, dwg::writeDocument(document, {}).valueOr(""));
+    }
+
+    TemporaryFolder folder;
+    std::vector<std::string> history;
+    std::vector<ZoomRequest> zooms;
+    std::string chosenFile;
+    Workshop workshop{*this};
+    CommandLine line{workshop};
+};
+
+} // namespace zv::bench

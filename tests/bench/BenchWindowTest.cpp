@@ -1,0 +1,262 @@
+#include "BenchWindow.h"
+#include "Canvas.h"
+#include "DocumentEdit.h"
+#include "HostServer.h"
+
+#include "drawing/Writer.h"
+#include "platform/LocalHosts.h"
+#include "support/TemporaryFolder.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTabBar>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <functional>
+#include <thread>
+
+namespace zv::bench {
+
+namespace {
+
+constexpr const char* kName = "AutoCAD.Application";
+
+/// The bench in its own window, and another program that drives it from a thread of its own.
+class BenchProgram : public testing::Test {
+protected:
+    BenchProgram()
+    {
+        ::setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
+        window = std::make_unique<BenchWindow>();
+        server =
+            std::make_unique<HostServer>(HostProgram{window->workshop(), window->commandLine(), *window});
+        listens = static_cast<bool>(server->listen(kName));
+        window->workshop().add();
+        window->show();
+        canvas = window->findChild<Canvas*>(QStringLiteral("Canvas"));
+        line = window->findChild<QLineEdit*>(QStringLiteral("CommandLine"));
+    }
+
+    QString prompt() const { return window->findChild<QLabel*>(QStringLiteral("Prompt"))->text(); }
+
+    /// Runs `client` beside the window; `meanwhile` runs in the window's thread.
+    void drive(const std::function<void(AutomationObject&)>& client,
+               const std::function<void()>& meanwhile = {})
+    {
+        std::atomic<bool> done = false;
+        std::thread other([&] {
+            PlainEventPump pump;
+            const auto carrier = socketAutomation(pump, {1'000, 200});
+            if (const auto application = carrier->attach(kName))
+                client(**application);
+            done = true;
+        });
+        if (meanwhile)
+            meanwhile();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return done.load(); }, 20'000));
+        other.join();
+    }
+
+    void pickAt(double x, double y)
+    {
+        QTest::mouseClick(canvas, Qt::LeftButton, {}, canvas->toPixels({x, y, 0}).toPoint());
+    }
+    bool waitForPrompt(const QString& text)
+    {
+        return QTest::qWaitFor([&] { return prompt() == text; }, 10'000);
+    }
+
+    TemporaryFolder folder;
+    std::unique_ptr<BenchWindow> window;
+    std::unique_ptr<HostServer> server;
+    bool listens = false;
+    Canvas* canvas = nullptr;
+    QLineEdit* line = nullptr;
+};
+
+TEST_F(BenchProgram, AnswersTheOperationsOfTheProgram)
+{
+    ASSERT_TRUE(listens);
+    drive([&](AutomationObject& application) {
+        EXPECT_EQ(*asText(application.get("Version")), "20.0");
+        EXPECT_EQ(*asText(application.get("CAPTION")), "Zelvora Bench - [Drawing1.dwg]");
+        EXPECT_TRUE(application.set("Visible", true));
+        EXPECT_FALSE(application.set("Caption", std::string("x")));
+        EXPECT_EQ(application.get("Nonsense").error().code, ErrorCode::NotFound);
+        const auto drawing = asObject(application.get("ActiveDocument"));
+        ASSERT_TRUE(drawing);
+        EXPECT_EQ(std::get<std::int64_t>(*(*drawing)->call("GetVariable", {std::string("filedia")})), 1);
+        EXPECT_TRUE((*drawing)->call("SetVariable", {std::string("Filedia"), std::int64_t{0}}));
+        EXPECT_FALSE((*drawing)->call("SetVariable", {std::string("Filedia"), 0.0}));
+        EXPECT_FALSE((*drawing)->call("GetVariable", {std::string("nonsense")}));
+        EXPECT_TRUE(*asBool((*drawing)->get("ObjectSnapMode")));
+        EXPECT_TRUE((*drawing)->set("ObjectSnapMode", false));
+        EXPECT_FALSE(*asBool((*drawing)->get("ObjectSnapMode")));
+        EXPECT_TRUE((*drawing)->get("ActiveSpace"));
+        const auto blocks = (*asObject((*drawing)->get("Blocks")))->items();
+        ASSERT_EQ(blocks->size(), 2U);
+        const auto space = asObject((*blocks)[0]);
+        EXPECT_EQ(*asText((*space)->get("Name")), "*Model_Space");
+        EXPECT_TRUE(*asBool((*space)->get("IsLayout")));
+        EXPECT_FALSE(*asBool((*space)->get("IsXRef")));
+        const auto documents = asObject((*asObject((*drawing)->get("Application")))->get("Documents"));
+        EXPECT_TRUE((*documents)->call("Add", {}));
+        EXPECT_EQ(*asNumber((*documents)->get("Count")), 2);
+        EXPECT_TRUE((*drawing)->call("Close", {false, std::string("x.dwg")}));
+        EXPECT_EQ(*asNumber((*documents)->get("Count")), 1);
+        EXPECT_FALSE((*drawing)->get("Blocks"));
+    });
+}
+
+TEST_F(BenchProgram, PointIsPickedOnTheCanvas)
+{
+    AutomationPoint picked;
+    drive(
+        [&](AutomationObject& application) {
+            const auto drawing = asObject(application.get("ActiveDocument"));
+            const auto utility = asObject((*drawing)->get("Utility"));
+            const auto point =
+                asPoint((*utility)->call("GetPoint", {MissingArgument{}, std::string("\r\nWhere: ")}));
+            ASSERT_TRUE(point);
+            picked = *asPoint((*utility)->call("TranslateCoordinates",
+                                               {*point, std::monostate{}, std::monostate{}, false}));
+        },
+        [&] {
+            EXPECT_TRUE(waitForPrompt(QStringLiteral("Where: ")));
+            pickAt(4, 3);
+        });
+    EXPECT_NEAR(picked.x, 4, 0.05);
+    EXPECT_NEAR(picked.y, 3, 0.05);
+}
+
+TEST_F(BenchProgram, EscapeAtAPromptOfAnotherProgramIsCancelled)
+{
+    for (const char* call : {"GetPoint", "GetString"}) {
+        ErrorCode code = ErrorCode::Failed;
+        drive(
+            [&](AutomationObject& application) {
+                const auto drawing = asObject(application.get("ActiveDocument"));
+                code = (*asObject((*drawing)->get("Utility")))
+                           ->call(call, {MissingArgument{}, std::string("Say: ")})
+                           .error()
+                           .code;
+            },
+            [&] {
+                EXPECT_TRUE(waitForPrompt(QStringLiteral("Say: ")));
+                QTest::keyClick(line, Qt::Key_Escape);
+            });
+        EXPECT_EQ(code, ErrorCode::Cancelled) << call;
+    }
+}
+
+TEST_F(BenchProgram, TextIsTypedAtTheCommandLine)
+{
+    for (const char* typed : {"name", ""}) {
+        std::string text = "none";
+        drive(
+            [&](AutomationObject& application) {
+                const auto drawing = asObject(application.get("ActiveDocument"));
+                text = asText((*asObject((*drawing)->get("Utility")))
+                                  ->call("GetString", {false, std::string("Name: ")}))
+                           .valueOr("failed");
+            },
+            [&] {
+                EXPECT_TRUE(waitForPrompt(QStringLiteral("Name: ")));
+                QTest::keyClicks(line, QLatin1String(typed));
+                QTest::keyClick(line, Qt::Key_Return);
+            });
+        EXPECT_EQ(text, typed);
+    }
+}
+
+TEST_F(BenchProgram, OthersAreBusyWhileACallWaitsAndACallersEndTakesItsPromptAway)
+{
+    drive(
+        [&](AutomationObject& application) {
+            PlainEventPump pump;
+            const auto carrier = socketAutomation(pump, {1'000, 100});
+            std::thread waiting([&] {
+                const auto drawing = asObject(application.get("ActiveDocument"));
+                static_cast<void>((*asObject((*drawing)->get("Utility")))->call("GetPoint", {}));
+            });
+            const auto second = carrier->attach(kName);
+            ASSERT_TRUE(second);
+            // The first call needs its time to arrive.
+            while ((*second)->get("Version")) {
+            }
+            EXPECT_EQ((*second)->get("Version").error().code, ErrorCode::Failed);
+            waiting.join();
+        },
+        [&] {
+            EXPECT_TRUE(waitForPrompt(QStringLiteral("Specify a point:")));
+            QTest::qWaitFor([] { return false; }, 600);
+            QTest::keyClick(line, Qt::Key_Escape);
+        });
+    EXPECT_EQ(prompt(), QStringLiteral("Command:"));
+}
+
+TEST_F(BenchProgram, SendCommandReturnsAsSoonAsAPromptWaits)
+{
+    dwg::Document document = emptyDocument();
+    document.blocks[document.modelSpace].entities.push_back(
+        newEntity(document, "CIRCLE", dwg::Circle{{0, 0, 0}, 1, 0, dwg::kZAxis}, 0));
+    const std::string path = folder.write("Bolt.dwg", dwg::writeDocument(document, {}).valueOr(""));
+    drive([&](AutomationObject& application) {
+        const auto drawing = asObject(application.get("ActiveDocument"));
+        EXPECT_TRUE((*drawing)->call(
+            "SendCommand", {"(command \"_.-insert\" \"" + path + "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\")\r"}));
+        EXPECT_EQ(*asNumber((*drawing)->call("GetVariable", {std::string("CMDACTIVE")})), 1);
+    });
+    pickAt(5, 4);
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(prompt(), QStringLiteral("Command:"));
+    const auto& entities = window->workshop().active()->modelSpace().entities;
+    ASSERT_EQ(entities.size(), 1U);
+    EXPECT_NEAR(std::get<dwg::Insert>(entities[0].geometry).position.x, 5, 0.05);
+    EXPECT_TRUE(window->findChild<QPlainTextEdit*>(QStringLiteral("History"))
+                    ->toPlainText()
+                    .contains(QStringLiteral("_.-insert")));
+}
+
+TEST_F(BenchProgram, PropertiesDialogKeepsTheCallWaitingAndOthersBusy)
+{
+    bool sent = false;
+    drive(
+        [&](AutomationObject& application) {
+            const auto drawing = asObject(application.get("ActiveDocument"));
+            sent = (*drawing)->call("SendCommand", {std::string(".DWGPROPS\r")}).ok();
+        },
+        [&] {
+            QDialog* dialog = nullptr;
+            EXPECT_TRUE(QTest::qWaitFor([&] {
+                dialog = window->findChild<QDialog*>(QStringLiteral("DwgProps"));
+                if (dialog == nullptr || !dialog->isVisible())
+                    return false;
+                dialog->findChild<QLineEdit*>(QStringLiteral("Keywords"))->setText(QStringLiteral("bolt m8"));
+                dialog->accept();
+                return true;
+            }));
+        });
+    EXPECT_TRUE(sent);
+    EXPECT_EQ(window->workshop().active()->properties().keywords, u"bolt m8");
+}
+
+TEST_F(BenchProgram, TabsFollowTheDrawings)
+{
+    auto* const tabs = window->findChild<QTabBar*>(QStringLiteral("Drawings"));
+    window->workshop().add();
+    EXPECT_EQ(tabs->count(), 2);
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    tabs->setCurrentIndex(0);
+    EXPECT_EQ(window->workshop().active()->title(), "Drawing1.dwg");
+    EXPECT_EQ(window->windowTitle(), QStringLiteral("Zelvora Bench - [Drawing1.dwg]"));
+}
+
+} // namespace
+
+} // namespace zv::bench

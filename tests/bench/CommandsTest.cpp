@@ -1,0 +1,149 @@
+#include "BenchFixture.h"
+
+namespace zv::bench {
+
+namespace {
+
+using Commands = BenchFixture;
+
+TEST_F(Commands, LinesAndCirclesAreDrawnAndUndone)
+{
+    line.type("LINE 0,0 1,0 @0,1 \r");
+    line.type("_circle 5,5 2 ");
+    ASSERT_EQ(entities().size(), 3U);
+    EXPECT_EQ(shape<dwg::Line>(1).end.y, 1);
+    EXPECT_EQ(shape<dwg::Circle>(2).radius, 2);
+    line.type("U\r");
+    EXPECT_EQ(entities().size(), 2U);
+    line.type("undo 2 ");
+    EXPECT_TRUE(entities().empty());
+    line.type("U\r");
+    EXPECT_EQ(history.back(), "Everything has been undone");
+}
+
+TEST_F(Commands, InvalidAnswersAskAgain)
+{
+    line.type("circle here ");
+    EXPECT_EQ(prompt(), "Specify center point for circle:");
+    line.type("1,1 -3 ");
+    EXPECT_EQ(prompt(), "Specify radius of circle:");
+    line.cancel();
+    EXPECT_EQ(prompt(), "Command:");
+}
+
+TEST_F(Commands, EnterRepeatsTheLastCommand)
+{
+    line.type("LINE 0,0 1,1 \r");
+    line.type("\r");
+    EXPECT_EQ(prompt(), "Specify first point:");
+}
+
+TEST_F(Commands, UnknownCommandIsToldAndForgotten)
+{
+    line.type("FROBNICATE\r");
+    EXPECT_EQ(history.back(), "Unknown command \"FROBNICATE\".");
+    EXPECT_TRUE(line.isIdle());
+}
+
+TEST_F(Commands, UnfinishedEntryWaitsForItsEnd)
+{
+    line.type("LI");
+    EXPECT_TRUE(line.isIdle());
+    line.type("NE\r");
+    EXPECT_EQ(prompt(), "Specify first point:");
+}
+
+TEST_F(Commands, VariablesAreTypedChecked)
+{
+    line.type("DIMSCALE 48 ");
+    EXPECT_EQ(drawing().variables().real("DIMSCALE"), 48);
+    line.type("filedia 2 0 ");
+    EXPECT_EQ(workshop.variables().whole("FILEDIA"), 0);
+    line.type("(setvar \"FILEDIA\" 1)\r");
+    EXPECT_EQ(workshop.variables().whole("FILEDIA"), 1);
+    EXPECT_FALSE(workshop.variables().set("FILEDIA", 1.0));
+    EXPECT_FALSE(workshop.variables().set("ACADVER", std::string("1")));
+    EXPECT_FALSE(workshop.variables().set("NONSENSE", std::int64_t{1}));
+    EXPECT_TRUE(drawing().variables().set("DIMSCALE", std::int64_t{2}));
+}
+
+TEST_F(Commands, SeveralDrawingsForbidTheSingleMode)
+{
+    workshop.add();
+    EXPECT_FALSE(workshop.variables().set("SDI", std::int64_t{1}));
+    workshop.close(workshop.active());
+    EXPECT_TRUE(workshop.variables().set("SDI", std::int64_t{1}));
+    workshop.add();
+    EXPECT_EQ(workshop.drawings().size(), 1U);
+}
+
+TEST_F(Commands, ZoomTakesItsOptions)
+{
+    zooms.clear();
+    line.type("ZOOM E ZOOM A ZOOM 2x ZOOM W 0,0 2,2 ZOOM P ");
+    ASSERT_EQ(zooms.size(), 5U);
+    EXPECT_EQ(zooms[2].factor, 2);
+    EXPECT_EQ(zooms[3].kind, ZoomRequest::Kind::Window);
+    EXPECT_EQ(zooms[4].kind, ZoomRequest::Kind::Previous);
+}
+
+TEST_F(Commands, OpenSaveAndPropertiesWorkOnFiles)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{0}));
+    const std::string path = makeBolt();
+    line.type("OPEN\r" + path + "\r");
+    ASSERT_EQ(workshop.drawings().size(), 2U);
+    EXPECT_EQ(drawing().path(), path);
+    line.type(".DWGPROPS\r");
+    EXPECT_TRUE(drawing().isModified());
+    line.type(".qsave\r");
+    EXPECT_FALSE(drawing().isModified()) << history.back();
+    const auto again = BenchDrawing::load(path);
+    ASSERT_TRUE(again);
+    EXPECT_EQ((*again)->properties().comments, u"edited");
+    line.type("CLOSE\r");
+    EXPECT_EQ(workshop.drawings().size(), 1U);
+}
+
+TEST_F(Commands, FileDialogsAreAskedWhenTheyAreOn)
+{
+    chosenFile = makeBolt();
+    line.type("OPEN\r");
+    EXPECT_EQ(drawing().path(), chosenFile);
+}
+
+TEST_F(Commands, FileThatCannotBeReadIsTold)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{0}));
+    line.type("OPEN\r" + folder.write("bad.dwg", "no drawing") + "\r");
+    EXPECT_EQ(workshop.drawings().size(), 1U);
+    EXPECT_FALSE(history.back().empty());
+}
+
+TEST_F(Commands, XrefIsAttachedByPathAndDetached)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{0}));
+    const std::string path = makeBolt();
+    line.type("-XREF O " + path + "\r5,5 1 1 0 ");
+    ASSERT_EQ(entities().size(), 1U) << history.back();
+    const dwg::BlockRecord* block = findBlock(drawing().document(), u"Bolt");
+    ASSERT_NE(block, nullptr);
+    EXPECT_TRUE(block->xref);
+    EXPECT_TRUE(block->xrefOverlay);
+    line.type("-insert\rBolt\r");
+    EXPECT_TRUE(line.isIdle());
+    line.type("-XREF D Bolt\r");
+    EXPECT_TRUE(entities().empty());
+}
+
+TEST_F(Commands, EraseTakesTheLastOrAll)
+{
+    line.type("LINE 0,0 1,0 2,0 \rERASE L ");
+    EXPECT_EQ(entities().size(), 1U);
+    line.type("ERASE ALL ");
+    EXPECT_TRUE(entities().empty());
+}
+
+} // namespace
+
+} // namespace zv::bench
