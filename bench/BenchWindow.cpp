@@ -83,7 +83,6 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
 
     m_workshop.commandRuns = [this] { return !m_commandLine.isIdle(); };
     m_commandLine.changed = [this] { showPrompt(); };
-    connect(m_line, &QLineEdit::returnPressed, this, &BenchWindow::enter);
     connect(m_canvas, &Canvas::picked, this, [this](double x, double y) {
         m_commandLine.pick({x, y, 0});
         m_line->setFocus();
@@ -214,26 +213,34 @@ void BenchWindow::closeEvent(QCloseEvent* event)
     QCoreApplication::quit();
 }
 
-/// Typing belongs to the command line, wherever the focus is.
+/// Typing belongs to the command line, wherever the focus is. What the line itself does not take comes back
+/// here and ends.
 void BenchWindow::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape) {
-        m_line->clear();
-        m_commandLine.cancel();
+    if (m_forwarding)
         return;
-    }
+    m_forwarding = true;
     m_line->setFocus();
     QCoreApplication::sendEvent(m_line, event);
+    m_forwarding = false;
 }
 
 bool BenchWindow::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Escape:
         m_line->clear();
         m_commandLine.cancel();
         return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        enter();
+        return true;
+    default:
+        return QMainWindow::eventFilter(watched, event);
     }
-    return QMainWindow::eventFilter(watched, event);
 }
 
 void BenchWindow::enter()

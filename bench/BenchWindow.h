@@ -62,6 +62,7 @@ private:
     QLabel* Coordinates;
     int m_dialogs = 0;
     bool m_fillingTabs = false;
+    bool m_forwarding = false; ///< A key goes to the command line just now.
 };
 
 } // namespace zv::bench
