@@ -107,6 +107,7 @@ Zelvora::Zelvora(Program& program, BrowserFields& kept)
     m_hover = new RibbonHover(*this);
     placeControls();
     connectHandlers();
+    Combo1->setFocus();
 }
 
 Zelvora::~Zelvora() = default;

@@ -178,6 +178,7 @@ void Zelvora::setScaleGround(bool inUse)
         // The ground is the same in a dark palette, so the text on it has to be dark there too.
         colors.setColor(QPalette::Base, kScaleGround);
         colors.setColor(QPalette::Text, Qt::black);
+        colors.setColor(QPalette::Disabled, QPalette::Text, Qt::gray);
     } else {
         colors.setColor(QPalette::Base, colors.color(QPalette::Button));
     }
