@@ -1,7 +1,9 @@
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
+#include "controls/DwgThumbnail.h"
 #include "controls/ImageList.h"
 #include "controls/MessageBoxes.h"
+#include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
 #include "platform/System.h"
 
@@ -48,6 +50,8 @@ int main(int argc, char** argv)
     // Hidden windows are loaded all the same; the program knows when the last one has gone.
     QApplication::setQuitOnLastWindowClosed(false);
 
+    zv::DwgThumbnail::setRenderer(
+        [](const std::string& path, QSize pixels) { return zv::dwg::drawThumbnail(path, pixels); });
     zv::MessageBoxes messages;
     zv::RunningProgram program({zv::installationFolder(), zv::userFolder()}, messages);
     zv::ProgramHost host(program);

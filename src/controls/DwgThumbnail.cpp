@@ -114,7 +114,7 @@ void DwgThumbnail::takeFocusRect()
 void DwgThumbnail::renderLater()
 {
     m_renderPending = false;
-    QTimer::singleShot(0, this, [this, fileName = m_fileName, pixels = size() * devicePixelRatioF()] {
+    QTimer::singleShot(0, this, [this, fileName = m_fileName, pixels = pictureRoom()] {
         if (fileName != m_fileName || !m_picture.isNull() || !renderer())
             return;
         m_picture = renderer()(toBytes(fileName), pixels);
@@ -123,11 +123,16 @@ void DwgThumbnail::renderLater()
     });
 }
 
+/// What the picture can take, in pixels of the screen.
+QSize DwgThumbnail::pictureRoom() const
+{
+    return rect().marginsRemoved({kMargin, kMargin, kMargin, kMargin}).size() * devicePixelRatioF();
+}
+
 void DwgThumbnail::paintPicture(QPainter& painter)
 {
     const qreal ratio = devicePixelRatioF();
-    const QSize room = (rect().marginsRemoved({kMargin, kMargin, kMargin, kMargin}).size() * ratio);
-    const QSize wanted = m_picture.size().scaled(room, Qt::KeepAspectRatio);
+    const QSize wanted = m_picture.size().scaled(pictureRoom(), Qt::KeepAspectRatio);
     if (wanted.isEmpty())
         return;
     if (m_scaled.size() != wanted || m_scaled.devicePixelRatio() != ratio) {

@@ -62,6 +62,7 @@ protected:
 private:
     void takeFocusRect();
     void renderLater();
+    QSize pictureRoom() const;
     void paintPicture(QPainter& painter);
     void paintName(QPainter& painter);
 
