@@ -51,6 +51,7 @@ Result<void> DwgThumbnail::setDrawing(const std::string& path)
     m_scaled = {};
     m_readable = false;
     m_renderPending = false;
+    m_drawn = false;
     update();
     const QString name = toText(fileNamePart(path));
     setToolTip(m_fileName);
@@ -115,9 +116,10 @@ void DwgThumbnail::renderLater()
 {
     m_renderPending = false;
     QTimer::singleShot(0, this, [this, fileName = m_fileName, pixels = pictureRoom()] {
-        if (fileName != m_fileName || !m_picture.isNull() || !renderer())
+        if (fileName != m_fileName || !renderer())
             return;
         m_picture = renderer()(toBytes(fileName), pixels);
+        m_drawn = true;
         m_scaled = {};
         update();
     });
@@ -173,6 +175,15 @@ void DwgThumbnail::paintEvent(QPaintEvent*)
         const qreal inset = hasFocus() ? 1 : 0.5;
         painter.drawRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset));
     }
+}
+
+// A drawn picture is drawn anew once it would have to be blown up.
+void DwgThumbnail::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const QSize room = pictureRoom();
+    if (m_drawn && (room.width() > m_picture.width() || room.height() > m_picture.height()))
+        m_renderPending = true;
 }
 
 void DwgThumbnail::mousePressEvent(QMouseEvent* event)

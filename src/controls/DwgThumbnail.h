@@ -52,6 +52,7 @@ Q_SIGNALS:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -75,6 +76,7 @@ private:
     bool m_hasFocusRect = false;
     bool m_readable = false;
     bool m_renderPending = false;
+    bool m_drawn = false; ///< The picture was drawn from the geometry.
     bool m_pressed = false;
 };
 
