@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QListWidget>
 
 namespace zv {
@@ -26,16 +27,17 @@ Q_SIGNALS:
     void lostFocus();
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    void widen(const QString& text);
+    int widthOf(const QString& text);
 
     int m_extent = 0;
-    qsizetype m_longest = 0; ///< Characters of the longest text measured.
+    QHash<QChar, int> m_letterWidths;
     bool m_rowChanged = false;
 };
 
