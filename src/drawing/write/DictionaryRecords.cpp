@@ -114,7 +114,7 @@ void putReal(std::string& data, std::uint16_t code, double value)
 }
 } // namespace
 
-std::string propertiesRecordData(const Properties& properties)
+std::string propertiesRecordData(const Properties& properties, JulianTime saved)
 {
     std::string data;
     putText(data, 1, u"DWGPROPS COOKIE");
@@ -125,14 +125,15 @@ std::string propertiesRecordData(const Properties& properties)
     putText(data, 7, properties.keywords);
     putText(data, 8, properties.lastSavedBy);
     putText(data, 9, properties.revision);
-    for (std::size_t i = 0; i < 10; ++i) {
+    for (std::size_t i = 0; i < kMostCustomProperties; ++i) {
         Text pair = u"=";
         if (i < properties.custom.size())
             pair = properties.custom[i].first + u"=" + properties.custom[i].second;
         putText(data, static_cast<std::uint16_t>(300 + i), pair);
     }
-    for (const std::uint16_t code : {40, 41, 42})
-        putReal(data, code, 0); // Times of work, creation and change.
+    putReal(data, 40, 0); // Time of work.
+    putReal(data, 41, saved.days());
+    putReal(data, 42, saved.days());
     putText(data, 1, properties.hyperlinkBase);
     putShort(data, 90);
     putLong(data, 0);
@@ -176,7 +177,7 @@ void addDictionaries(ObjectStream& objects, const Plan& plan, const std::optiona
     if (properties) {
         Record record(kXrecord, plan.properties);
         record.beginObject(plan.namedObjects, plan.namedObjects);
-        const std::string data = propertiesRecordData(*properties);
+        const std::string data = propertiesRecordData(*properties, JulianTime::now());
         record.fields.bitLong(static_cast<std::int32_t>(data.size()));
         record.fields.rawBytes(data);
         record.fields.bitShort(1);

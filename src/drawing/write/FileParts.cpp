@@ -225,9 +225,10 @@ std::string secondHeader(const Plan& plan, const PartPlaces& places, std::uint32
         fields.rawChar(static_cast<std::uint8_t>(i));
         fields.bits(handles[i], length * 8);
     }
-    constexpr std::size_t kBehind = 2 + 8; // Check code and eight bytes of no known use.
+    // The length counts itself, the check code, and eight bytes of no known use.
+    constexpr std::size_t kFrame = 4 + 2 + 8;
     std::string sized;
-    putLong(sized, static_cast<std::uint32_t>(fields.bytes().size() + kBehind));
+    putLong(sized, static_cast<std::uint32_t>(fields.bytes().size() + kFrame));
     sized += fields.bytes();
     putShort(sized, checkCode(sized));
     sized += std::string(8, '\0');

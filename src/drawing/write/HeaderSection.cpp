@@ -10,7 +10,8 @@ JulianTime JulianTime::now()
 {
     using std::chrono::duration_cast, std::chrono::system_clock;
     constexpr std::int64_t kEpochDay = 2440588; // 1970-01-01
-    const std::int64_t ms = duration_cast<std::chrono::milliseconds>(system_clock::now().time_since_epoch()).count();
+    const std::int64_t ms =
+        duration_cast<std::chrono::milliseconds>(system_clock::now().time_since_epoch()).count();
     constexpr std::int64_t kDay = 86400000;
     return {static_cast<std::uint32_t>(kEpochDay + ms / kDay), static_cast<std::uint32_t>(ms % kDay)};
 }

@@ -51,16 +51,16 @@ constexpr std::array<char16_t, 32> kUpperControls{
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 } // namespace
 
-std::string encodeText(std::u16string_view text)
+std::string encodeText(std::u16string_view text, int codePage)
 {
     std::string bytes;
     for (const char16_t c : text) {
-        if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
+        if (c < 0x80 || (c >= 0xA0 && c <= 0xFF && codePage == kAnsi1252)) {
             bytes.push_back(static_cast<char>(c));
             continue;
         }
         const auto found = std::find(kUpperControls.begin(), kUpperControls.end(), c);
-        if (found != kUpperControls.end()) {
+        if (codePage == kAnsi1252 && found != kUpperControls.end()) {
             bytes.push_back(static_cast<char>(0x80 + (found - kUpperControls.begin())));
             continue;
         }

@@ -117,7 +117,10 @@ struct ObjectStream {
     }
 };
 
-/// Text of a drawing in the bytes of ANSI 1252; what has no place there becomes \U+XXXX.
-std::string encodeText(std::u16string_view text);
+inline constexpr int kAnsi1252 = 30; ///< The number that files give this code page.
+
+/// Text of a drawing in the bytes of ANSI 1252; what has no place there becomes \U+XXXX. For files of another
+/// code page that is all but ASCII.
+std::string encodeText(std::u16string_view text, int codePage = kAnsi1252);
 
 } // namespace zv::dwg

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/Writer.h"
+#include "drawing/write/HeaderSection.h"
 #include "drawing/write/Plan.h"
 #include "drawing/write/Record.h"
 
@@ -23,7 +24,9 @@ struct DimensionVariables {
 };
 DimensionVariables dimensionVariables(const Plan& plan, const DimensionStyle& style);
 
-/// The data of a record with one text or number after another, each behind its group code.
-std::string propertiesRecordData(const Properties& properties);
+/// The data of the properties' record: one text or number after another, each behind its group code.
+std::string propertiesRecordData(const Properties& properties, JulianTime saved);
+/// AutoCAD 2000 knows as many.
+inline constexpr std::size_t kMostCustomProperties = 10;
 
 } // namespace zv::dwg

@@ -9,8 +9,6 @@
 namespace zv::dwg {
 
 namespace {
-constexpr std::size_t kMostCustomProperties = 10;
-
 Result<void> check(const WriteOptions& options)
 {
     if (options.properties && options.properties->custom.size() > kMostCustomProperties)
