@@ -302,7 +302,7 @@ Sample failedDrawing()
     d.line(0, 0, 4, 3);
     d.line(0, 3, 4, 0);
     d.on("WORDS", 7);
-    d.mask(2, 1.5, 3.4, 0.8);
+    d.mask(0.2, 1.05, 3.6, 0.9);
     d.letters(2, 1.68, 0.24, "Drawing cannot");
     d.letters(2, 1.3, 0.24, "be shown");
     return s;
