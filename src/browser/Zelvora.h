@@ -6,6 +6,7 @@
 
 #include <array>
 #include <memory>
+#include <vector>
 
 class QCheckBox;
 class QLabel;
@@ -28,6 +29,7 @@ class PictureButton;
 class Resizer;
 class RibbonHover;
 class SortedCombo;
+struct ListLine;
 
 constexpr int kCells = 20; ///< Of one panel.
 
@@ -145,13 +147,13 @@ private:
     void writeSetting(const char* key, const std::string& value);
 
     // Panels.
-    enum class BadLines { Taken, Refused };
     enum class Blank { No, AtFirstLine };
     void selectLibrary();
     std::string libraryPath(const std::string& name) const;
-    bool loadLibrary(BadLines badLines);
+    void showLibrary(const std::vector<ListLine>& list);
     void endOfShortList();
     void showMissingLibrary();
+    void refuseLongLibrary(const std::string& name);
     void showTotalFiles(int count);
     void setCaption();
     void fillCell(int cell, const std::string& path);

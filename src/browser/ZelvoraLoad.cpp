@@ -13,6 +13,7 @@
 #include "controls/TextBytes.h"
 #include "help/ProgramHelp.h"
 #include "library/Catalogue.h"
+#include "library/ListFile.h"
 #include "platform/Text.h"
 
 #include <QApplication>
@@ -204,7 +205,9 @@ void Zelvora::loadFirstLibrary(bool hasLastLibrary)
     if (del == 1)
         profiles().write(keys::zelvora::del, "0");
     const bool wanted = del != 1 && (hasLastLibrary || del != 0);
-    if (wanted && loadLibrary(BadLines::Taken)) {
+    // A line without its separator is all label here, under the path of the line before it.
+    if (const auto list = readListFile(fields.LibraryPath); wanted && list) {
+        showLibrary(*list);
         setTopmost(values().AlwaysOnTop == 1);
         Combo1->setFocus();
         return;

@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 
+#include <algorithm>
 #include <limits>
 
 namespace zv {
@@ -24,6 +25,11 @@ namespace zv {
 void Zelvora::selectLibrary()
 {
     const std::string name = toBytes(Combo1->currentText());
+    const auto list = readListFile(libraryPath(name));
+    if (!list && list.error().code == ErrorCode::TooLarge) {
+        refuseLongLibrary(name);
+        return;
+    }
     Labelx->hide();
     setAllCellsVisible(true);
     fields.LibraryName = name;
@@ -36,7 +42,10 @@ void Zelvora::selectLibrary()
     Command2->setEnabled(false);
     Command3->setEnabled(false);
     List1->clear();
-    if (!loadLibrary(BadLines::Refused))
+    // A line without its separator is no better than a missing file.
+    if (list && std::all_of(list->begin(), list->end(), [](const ListLine& line) { return line.separated; }))
+        showLibrary(*list);
+    else
         showMissingLibrary();
     setTopmost(values().AlwaysOnTop == 1);
     Combo1->setFocus();
@@ -47,18 +56,11 @@ std::string Zelvora::libraryPath(const std::string& name) const
     return sameText(name, values().LoginName) ? values().MyLibPath : listFilePath(values().MasterPath, name);
 }
 
-/// False, with nothing shown, when the list is missing, too long, or has a line without a separator that is
-/// refused. A line without one that is taken is all label, under the path of the line before it.
-bool Zelvora::loadLibrary(BadLines badLines)
+void Zelvora::showLibrary(const std::vector<ListLine>& list)
 {
-    const auto list = readListFile(fields.LibraryPath);
-    if (!list)
-        return false;
     QStringList labels;
     fields.LineCount = 0;
-    for (const ListLine& line : *list) {
-        if (!line.separated && badLines == BadLines::Refused)
-            return false;
+    for (const ListLine& line : list) {
         ++fields.LineCount;
         labels << toText(line.label);
         if (fields.LineCount <= kCells)
@@ -74,7 +76,6 @@ bool Zelvora::loadLibrary(BadLines badLines)
     fields.FirstLine = 1;
     setCaption();
     showTotalFiles(List1->count());
-    return true;
 }
 
 void Zelvora::endOfShortList()
@@ -103,6 +104,16 @@ void Zelvora::showMissingLibrary()
     if (!isMyLib)
         Frame4->setTitle(toText(fields.LibraryPath + " Not Found!"));
     showTotalFiles(0);
+}
+
+/// The library in view stays, and the box shows its name again.
+void Zelvora::refuseLongLibrary(const std::string& name)
+{
+    messages().show({libraryPath(name) + " has more than " + std::to_string(kMostListLines) +
+                         " drawings, which is the most that a library can hold.",
+                     "Library Too Long", MessageIcon::Critical});
+    Combo1->setShownText(toText(fields.LibraryName));
+    Combo1->setFocus();
 }
 
 void Zelvora::showTotalFiles(int count)

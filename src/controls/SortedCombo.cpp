@@ -15,6 +15,8 @@ SortedCombo::SortedCombo(QWidget* parent) : QComboBox(parent)
     setMaxCount(std::numeric_limits<int>::max());
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(8);
+    // A text that is only left standing picks no row: nobody has chosen it.
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
 }
 
 void SortedCombo::add(const QStringList& texts)

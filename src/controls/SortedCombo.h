@@ -4,7 +4,8 @@
 
 namespace zv {
 
-/// A combo box whose rows stand sorted without regard to case. Its text may be one that is no row.
+/// A combo box whose rows stand sorted without regard to case. Its text may be one that is no row. A row is
+/// picked in the list, by the arrows or by Enter; a text that is left standing picks none.
 class SortedCombo : public QComboBox {
     Q_OBJECT
 

@@ -244,6 +244,7 @@ TEST_F(PanelsTest, ALineWithoutSeparatorIsRefusedLikeAMissingFile)
     EXPECT_EQ(lastMessage(), listPath("Other") + " Not Found!");
     EXPECT_EQ(rows("List1"), QStringList());
     EXPECT_EQ(visibleCells(), 0);
+    EXPECT_FALSE(enabled("Command3"));
 }
 
 TEST_F(PanelsTest, PathsWithSeparatorsAndEmptyLabelsAreKept)
@@ -268,7 +269,7 @@ TEST_F(PanelsTest, HiddenCellsKeepWhatTheyHeld)
     EXPECT_EQ(main().fields.LineCount, 20);
 }
 
-TEST_F(PanelsTest, ALibraryOf32767LinesLoadsAndALongerOneDoesNot)
+TEST_F(PanelsTest, ALibraryOf32767LinesLoads)
 {
     office(1);
     std::string lines;
@@ -282,9 +283,47 @@ TEST_F(PanelsTest, ALibraryOf32767LinesLoadsAndALongerOneDoesNot)
     EXPECT_EQ(main().fields.FirstLine, 32761);
     EXPECT_EQ(main().fields.FocusCell, 7);
     EXPECT_TRUE(messages.shown.empty());
-    ASSERT_TRUE(writeFile(listPath("Other"), lines + lines.substr(0, lines.find('\n') + 1)));
+}
+
+TEST_F(PanelsTest, ALibraryThatIsTooLongIsToldAndChangesNothing)
+{
+    office(45);
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_TRUE(click("DwgThumbnail3"));
+    std::string lines;
+    for (int i = 0; i < 32768; ++i)
+        lines += drawings(1)[0] + ";L\r\n";
+    ASSERT_TRUE(writeFile(listPath("Other"), lines));
     ASSERT_TRUE(choose("Combo1", "Other"));
-    EXPECT_EQ(messages.shown.size(), 1U);
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(lastMessage(), listPath("Other") +
+                                 " has more than 32767 drawings, which is the most that a library can hold.");
+    EXPECT_EQ(text("Combo1"), "Doors");
+    EXPECT_EQ(text("Frame4"), "DOORS   Page 2 of 3");
+    EXPECT_EQ(text("StatusBar1Panel3"), "Total Files: 45");
+    EXPECT_EQ(visibleCells(), 20);
+    EXPECT_EQ(main().List1->currentRow(), 22);
+    EXPECT_TRUE(enabled("Command2"));
+    EXPECT_TRUE(enabled("Command3"));
+    EXPECT_EQ(key(User, "LibLoad", "LastLoad"), "Doors");
+    ASSERT_TRUE(click("Command3"));
+    EXPECT_EQ(text("Frame4"), "DOORS   Page 3 of 3") << "the library in view is still the one that turns";
+}
+
+TEST_F(PanelsTest, LeavingTheBoxOfLibrariesPicksNone)
+{
+    office(45);
+    setKey(User, "LibLoad", "LastLoad", "DOORS");
+    ASSERT_TRUE(writeFile(listPath("DOORS"), drawings(2)[1] + ";UPPER\r\n"));
+    program->loadAnew("Zelvora");
+    ASSERT_TRUE(appears("Zelvora"));
+    EXPECT_EQ(rows("List1"), QStringList{"UPPER"});
+    ASSERT_TRUE(click("DwgThumbnail1"));
+    control("Combo1")->setFocus();
+    control("List1")->setFocus();
+    EXPECT_EQ(text("Combo1"), "DOORS");
+    EXPECT_EQ(rows("List1"), QStringList{"UPPER"});
+    EXPECT_EQ(key(User, "LibLoad", "LastLoad"), "DOORS");
 }
 
 TEST_F(PanelsTest, CellsStandInAGridOfFiveByFour)
