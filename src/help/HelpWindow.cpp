@@ -19,7 +19,7 @@ namespace zv {
 namespace {
 
 constexpr int kPageRole = Qt::UserRole;
-const QSize kFirstSize(1060, 720);
+const QSize kFirstSize(1120, 740);
 
 QString text(const std::string& utf8)
 {
