@@ -304,7 +304,11 @@ Result<Document> readDocument(const ByteSource& source)
     auto container = Container::open(source);
     if (!container)
         return container.error();
-    return DocumentReader(**container).read();
+    auto document = DocumentReader(**container).read();
+    if (document)
+        document->damage.insert(document->damage.end(), (*container)->damage().begin(),
+                                (*container)->damage().end());
+    return document;
 }
 
 } // namespace zv::dwg

@@ -193,6 +193,19 @@ TEST(Container, SectionTooLargeForItsFileIsRefused)
     }
 }
 
+TEST(Container, PageThatIsNotInThePageMapCostsItsOwnSectionOnly)
+{
+    std::string file = buildR2004("AC1018", {{"AcDb:Header", text(100)}, {"AcDb:Classes", text(100)}});
+    // The number of a section's first page stands behind the section's name.
+    const std::size_t at = file.rfind("AcDb:Classes") + 64;
+    ASSERT_LT(at, file.size());
+    file[at] = 99;
+    const Opened opened(std::move(file));
+    ASSERT_TRUE(opened.container.ok());
+    EXPECT_EQ(opened.section(Section::Header), text(100));
+    EXPECT_EQ((*opened.container)->section(Section::Classes).error().code, ErrorCode::Damaged);
+}
+
 TEST(Container, SaysWhatIsDamagedAndWhere)
 {
     std::string file = buildR2004("AC1018", kSections);
