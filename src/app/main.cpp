@@ -5,6 +5,7 @@
 #include "controls/MessageBoxes.h"
 #include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
+#include "platform/Files.h"
 #include "platform/System.h"
 
 #include <QApplication>
@@ -50,8 +51,10 @@ int main(int argc, char** argv)
     // Hidden windows are loaded all the same; the program knows when the last one has gone.
     QApplication::setQuitOnLastWindowClosed(false);
 
-    zv::DwgThumbnail::setRenderer(
-        [](const std::string& path, QSize pixels) { return zv::dwg::drawThumbnail(path, pixels); });
+    zv::DwgThumbnail::setRenderer([](const std::string& path, QSize pixels) {
+        return zv::dwg::drawThumbnail(path, pixels, Qt::black,
+                                      zv::joinPath(zv::installationFolder(), "fonts"));
+    });
     zv::MessageBoxes messages;
     zv::RunningProgram program({zv::installationFolder(), zv::userFolder()}, messages);
     zv::ProgramHost host(program);

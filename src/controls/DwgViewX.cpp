@@ -1,22 +1,31 @@
 #include "controls/DwgViewX.h"
 
-#include <QFile>
+#include "controls/DwgViewXState.h"
+#include "controls/LayersDialog.h"
+#include "controls/TextBytes.h"
+
+#include <QElapsedTimer>
 #include <QPainter>
-#include <QPrinter>
+#include <QPrintDialog>
+#include <QTimerEvent>
 
 namespace zv {
 
-struct DwgViewX::State {
-    QString path, fontPath, error;
-    bool loaded = false, silent = false;
-    double unitsPerPixel = 1;
-    Mode mode = Mode::None;
-    std::function<bool(QPrinter&, QWidget*)> chooser;
-};
+namespace {
+
+const QColor kGround = Qt::black;
+constexpr double kStep = 1.25; ///< Of one zoom in or out.
+constexpr double kMargin = 8;  ///< Pixels round a drawing that is shown whole.
+constexpr qint64 kSlowMs = 40; ///< Pictures that take longer are not painted anew at each movement.
+constexpr int kRestMs = 90;
+
+} // namespace
 
 DwgViewX::DwgViewX(QWidget* parent) : QWidget(parent), m_state(std::make_unique<State>())
 {
     setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Drawing"));
 }
 
@@ -24,27 +33,47 @@ DwgViewX::~DwgViewX() = default;
 
 bool DwgViewX::setDrawing(const std::string& path)
 {
-    setDwgFileName(QString::fromLocal8Bit(path.c_str(), qsizetype(path.size())));
-    return m_state->loaded;
-}
-
-void DwgViewX::setDwgFileName(const QString& path)
-{
-    m_state->path = path;
-    QFile file(path);
-    m_state->loaded = file.open(QIODevice::ReadOnly) && file.read(4) == QByteArray("AC10");
-    m_state->error = m_state->loaded ? QString() : tr("The drawing cannot be read.");
+    State& s = *m_state;
+    s.path = toText(path);
+    s.drawing.reset();
+    s.error.clear();
+    s.stale = true;
+    s.whole = true;
+    s.unitsPerPixel = 0;
+    setMode(Mode::None);
     update();
+    if (path.empty())
+        return false;
+    auto opened = dwg::openDrawing(path, toBytes(s.fontPath));
+    if (!opened) {
+        s.error = tr("%1\ncannot be shown: %2").arg(s.path, QString::fromUtf8(opened.error().text.c_str()));
+        setAccessibleDescription(s.error);
+        return false;
+    }
+    s.drawing = std::make_unique<dwg::Drawing>(std::move(opened).value());
+    setAccessibleDescription(s.path);
+    zoomExtents();
+    return true;
 }
 
 void DwgViewX::setFontFolder(const std::string& folder)
 {
-    setFontPath(QString::fromLocal8Bit(folder.c_str(), qsizetype(folder.size())));
+    State& s = *m_state;
+    s.fontPath = toText(folder);
+    if (!s.drawing)
+        return;
+    s.drawing->scene = dwg::drawingScene(s.drawing->document, folder);
+    s.stale = true;
+    update();
 }
 
 QString DwgViewX::dwgFileName() const
 {
     return m_state->path;
+}
+void DwgViewX::setDwgFileName(const QString& path)
+{
+    setDrawing(toBytes(path));
 }
 QString DwgViewX::fontPath() const
 {
@@ -52,7 +81,7 @@ QString DwgViewX::fontPath() const
 }
 void DwgViewX::setFontPath(const QString& folder)
 {
-    m_state->fontPath = folder;
+    setFontFolder(toBytes(folder));
 }
 QString DwgViewX::errorText() const
 {
@@ -60,7 +89,7 @@ QString DwgViewX::errorText() const
 }
 bool DwgViewX::hasDrawing() const
 {
-    return m_state->loaded;
+    return m_state->drawing != nullptr;
 }
 DwgViewX::Mode DwgViewX::mode() const
 {
@@ -68,20 +97,59 @@ DwgViewX::Mode DwgViewX::mode() const
 }
 double DwgViewX::unitsPerPixel() const
 {
-    return m_state->loaded ? m_state->unitsPerPixel : 0;
+    return hasDrawing() ? m_state->unitsPerPixel : 0;
+}
+QSize DwgViewX::sizeHint() const
+{
+    return {480, 360};
 }
 
 void DwgViewX::zoomExtents()
 {
-    m_state->unitsPerPixel = 1;
+    State& s = *m_state;
+    if (!s.drawing)
+        return;
+    const dwg::Affine map = dwg::fitted(s.drawing->scene.bounds, rect(), kMargin);
+    s.center = s.drawing->scene.bounds.empty() ? dwg::Point2() : s.drawing->scene.bounds.center();
+    s.unitsPerPixel = 1 / map.xx;
+    s.whole = true;
+    s.stale = true;
+    update();
 }
+
+void DwgViewX::lookAt(double centerX, double centerY, double unitsPerPixel)
+{
+    State& s = *m_state;
+    if (!s.drawing)
+        return;
+    // So far in or out nothing can be seen any more, and numbers lose their meaning.
+    const dwg::Box& box = s.drawing->scene.bounds;
+    const double size = std::max({box.width(), box.height(), 1e-6});
+    s.unitsPerPixel = std::clamp(unitsPerPixel, size * 1e-9, size * 10);
+    s.center = {std::clamp(centerX, box.min.x - size * 100, box.max.x + size * 100),
+                std::clamp(centerY, box.min.y - size * 100, box.max.y + size * 100)};
+    s.whole = false;
+    s.stale = true;
+    update();
+}
+
+void DwgViewX::zoomAt(QPointF pixel, double factor)
+{
+    State& s = *m_state;
+    if (!s.drawing)
+        return;
+    const dwg::Point2 fixed = s.toDrawing(pixel, size());
+    const double units = s.unitsPerPixel * factor;
+    lookAt(fixed.x + (s.center.x - fixed.x) * factor, fixed.y + (s.center.y - fixed.y) * factor, units);
+}
+
 void DwgViewX::zoomIn()
 {
-    m_state->unitsPerPixel /= 1.25;
+    zoomAt(QRectF(rect()).center(), 1 / kStep);
 }
 void DwgViewX::zoomOut()
 {
-    m_state->unitsPerPixel *= 1.25;
+    zoomAt(QRectF(rect()).center(), kStep);
 }
 void DwgViewX::zoomWindow()
 {
@@ -103,86 +171,182 @@ void DwgViewX::view3DOrbit()
 {
     setMode(Mode::Pan);
 }
-void DwgViewX::layersDialog() {}
+
 void DwgViewX::setMode(Mode mode)
 {
-    m_state->mode = mode;
+    State& s = *m_state;
+    s.mode = mode;
+    s.dragging = s.cornerSet = false;
+    switch (mode) {
+    case Mode::ZoomWindow:
+        setCursor(Qt::CrossCursor);
+        break;
+    case Mode::Pan:
+        setCursor(Qt::OpenHandCursor);
+        break;
+    case Mode::ZoomRealtime:
+        setCursor(Qt::SizeVerCursor);
+        break;
+    case Mode::None:
+        unsetCursor();
+        break;
+    }
+    update();
+}
+
+void DwgViewX::layersDialog()
+{
+    State& s = *m_state;
+    if (!s.drawing)
+        return;
+    LayersDialog dialog(s.drawing->document, this);
+    connect(&dialog, &LayersDialog::layersChanged, this, [this, &s] {
+        s.drawing->scene = dwg::drawingScene(s.drawing->document, toBytes(s.fontPath));
+        s.stale = true;
+        update();
+    });
+    dialog.exec();
 }
 
 bool DwgViewX::print()
 {
-    QPrinter printer;
-    return hasDrawing() && (m_state->silent || !m_state->chooser || m_state->chooser(printer, this)) &&
-           printDirect(printer);
+    State& s = *m_state;
+    if (!s.drawing)
+        return false;
+    if (!s.printer) {
+        s.printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        const dwg::Box& box = s.drawing->scene.bounds;
+        s.printer->setPageOrientation(box.width() > box.height() ? QPageLayout::Landscape
+                                                                 : QPageLayout::Portrait);
+    }
+    s.printer->setDocName(s.path);
+    if (!s.printSilently) {
+        const bool chosen = s.chooser ? s.chooser(*s.printer, this)
+                                      : QPrintDialog(s.printer.get(), this).exec() == QDialog::Accepted;
+        if (!chosen)
+            return false;
+    }
+    return printDirect(*s.printer);
 }
 
 bool DwgViewX::printDirect(QPrinter& printer)
 {
-    QPainter painter;
-    return hasDrawing() && painter.begin(&printer);
+    State& s = *m_state;
+    if (!s.drawing || !printer.isValid())
+        return false;
+    const dwg::Scene plotted = dwg::drawingScene(s.drawing->document, toBytes(s.fontPath), true);
+    return dwg::printPicture(plotted, printer);
 }
 
 bool DwgViewX::printSilently() const
 {
-    return m_state->silent;
+    return m_state->printSilently;
 }
 void DwgViewX::setPrintSilently(bool silently)
 {
-    m_state->silent = silently;
+    m_state->printSilently = silently;
 }
 void DwgViewX::setPrinterChooser(std::function<bool(QPrinter&, QWidget*)> chooser)
 {
     m_state->chooser = std::move(chooser);
 }
 
-QSize DwgViewX::sizeHint() const
+void DwgViewX::paintPicture()
 {
-    return {480, 360};
+    State& s = *m_state;
+    const qreal ratio = devicePixelRatioF();
+    QPixmap picture(size() * ratio);
+    if (picture.isNull())
+        return;
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(kGround);
+    QElapsedTimer timer;
+    timer.start();
+    {
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const double scale = 1 / s.unitsPerPixel;
+        const dwg::Affine map{
+            scale, 0, 0, -scale, width() / 2.0 - s.center.x * scale, height() / 2.0 + s.center.y * scale};
+        dwg::PaintOptions options;
+        options.background = kGround;
+        options.lineweights = s.drawing->document.header.lineweightDisplay;
+        dwg::paintScene(painter, s.drawing->scene, map, rect(), options);
+    }
+    s.picture = picture;
+    s.pictureCenter = s.center;
+    s.pictureUnits = s.unitsPerPixel;
+    s.paintMs = timer.elapsed();
+    s.stale = false;
 }
 
 void DwgViewX::paintEvent(QPaintEvent*)
 {
+    State& s = *m_state;
     QPainter painter(this);
-    painter.fillRect(rect(), Qt::black);
-    painter.setPen(Qt::white);
-    painter.drawText(rect(), Qt::AlignCenter, m_state->loaded ? m_state->path : m_state->error);
+    painter.fillRect(rect(), kGround);
+    if (!s.drawing) {
+        painter.setPen(Qt::white);
+        const QRect inner = rect().adjusted(16, 16, -16, -16);
+        painter.drawText(inner, Qt::AlignCenter | Qt::TextWordWrap, s.error);
+        paintFocus(painter);
+        return;
+    }
+    const bool moving = s.dragging || s.panning || s.rest.isActive();
+    const bool sameSize = s.picture.size() == size() * devicePixelRatioF();
+    if (s.stale && (!moving || !sameSize || s.paintMs < kSlowMs))
+        paintPicture();
+    if (s.stale) {
+        // The old picture in its new place, until there is time for the exact one.
+        const double grow = s.pictureUnits / s.unitsPerPixel;
+        const QPointF middle(width() / 2.0 + (s.pictureCenter.x - s.center.x) / s.unitsPerPixel,
+                             height() / 2.0 - (s.pictureCenter.y - s.center.y) / s.unitsPerPixel);
+        const QSizeF shown = QSizeF(size()) * grow;
+        painter.drawPixmap(QRectF(middle.x() - shown.width() / 2, middle.y() - shown.height() / 2,
+                                  shown.width(), shown.height()),
+                           s.picture, s.picture.rect());
+    } else {
+        painter.drawPixmap(0, 0, s.picture);
+    }
+    if (s.mode == Mode::ZoomWindow && (s.dragging || s.cornerSet)) {
+        painter.setPen(QPen(Qt::white, 1, Qt::DashLine));
+        painter.drawRect(QRectF(s.pressed, s.last).normalized());
+    }
+    paintFocus(painter);
+}
+
+void DwgViewX::paintFocus(QPainter& painter) const
+{
+    if (!hasFocus())
+        return;
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(QPen(palette().highlight().color(), 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+}
+
+void DwgViewX::paintSoon()
+{
+    m_state->rest.start(kRestMs, this);
+    update();
+}
+
+void DwgViewX::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_state->rest.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    m_state->rest.stop();
+    update();
 }
 
 void DwgViewX::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
-}
-void DwgViewX::wheelEvent(QWheelEvent* event)
-{
-    QWidget::wheelEvent(event);
-}
-void DwgViewX::mousePressEvent(QMouseEvent* event)
-{
-    QWidget::mousePressEvent(event);
-}
-void DwgViewX::mouseMoveEvent(QMouseEvent* event)
-{
-    QWidget::mouseMoveEvent(event);
-}
-void DwgViewX::mouseReleaseEvent(QMouseEvent* event)
-{
-    QWidget::mouseReleaseEvent(event);
-}
-void DwgViewX::mouseDoubleClickEvent(QMouseEvent* event)
-{
-    QWidget::mouseDoubleClickEvent(event);
-}
-void DwgViewX::keyPressEvent(QKeyEvent* event)
-{
-    QWidget::keyPressEvent(event);
-}
-void DwgViewX::focusInEvent(QFocusEvent* event)
-{
-    QWidget::focusInEvent(event);
-}
-void DwgViewX::focusOutEvent(QFocusEvent* event)
-{
-    QWidget::focusOutEvent(event);
+    m_state->stale = true;
+    if (m_state->whole)
+        zoomExtents();
 }
 
 } // namespace zv

@@ -80,10 +80,17 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     struct State;
     void setMode(Mode mode);
+    void lookAt(double centerX, double centerY, double unitsPerPixel);
+    void zoomAt(QPointF pixel, double factor);
+    void finishWindow(QPointF corner);
+    void paintPicture();
+    void paintFocus(QPainter& painter) const;
+    void paintSoon();
 
     std::unique_ptr<State> m_state;
 };

@@ -411,6 +411,7 @@ struct HeaderVariables {
     int measurement = 0; ///< 0 English, 1 metric.
     bool fillMode = true, mirrorText = false, quickText = false, lineweightDisplay = false;
     bool paperSpaceLinetypeScaling = true;
+    bool modelTab = true; ///< The model was shown last, else a layout.
     Handle currentLayer = 0, currentTextStyle = 0, currentDimensionStyle = 0;
     Handle handleSeed = 1;
 };

@@ -101,7 +101,8 @@ private:
         bits(1); // WORLDVIEW
         if (m_old)
             bits(1); // WIREFRAME
-        bits(3);     // TILEMODE, PLIMCHECK, VISRETAIN
+        m_out.variables.modelTab = m_in.bit();
+        bits(2); // PLIMCHECK, VISRETAIN
         if (m_old)
             bits(1); // DELOBJ
         bits(2);     // DISPSILH, PELLIPSE

@@ -22,10 +22,13 @@ double marginOf(QSizeF size)
     return std::min(size.width(), size.height()) * kMarginPart;
 }
 
+QString qtext(const Text& text)
+{
+    return QString::fromUtf16(text.data(), qsizetype(text.size()));
+}
 QString qpath(const std::string& path)
 {
-    const std::u16string text = wide(path);
-    return QString::fromUtf16(text.data(), qsizetype(text.size()));
+    return qtext(wide(path));
 }
 
 void paintWhole(QPaintDevice& device, const Scene& scene, const QRectF& area, const PaintOptions& options,
@@ -50,19 +53,26 @@ Scene drawingScene(const Document& document, const std::string& fontFolder, bool
     const auto fonts = SystemFonts::shared(fontFolder);
     SceneOptions options;
     options.plotted = plotted;
-    Scene scene = buildScene(document, *fonts, options);
-    if (!scene.bounds.empty())
-        return scene;
-    for (const Layout& layout : document.layouts) {
-        const BlockRecord* block = document.block(layout.block);
-        if (layout.model || !block || block->entities.empty())
-            continue;
-        options.block = layout.block;
+    // The sheet that was shown last has this block; the others have numbers behind the name.
+    const auto sheet = std::find_if(document.blocks.begin(), document.blocks.end(), [](const BlockRecord& b) {
+        return qtext(b.name).compare(QLatin1String("*Paper_Space"), Qt::CaseInsensitive) == 0;
+    });
+    if (!document.header.modelTab && sheet != document.blocks.end() && !sheet->entities.empty()) {
+        options.block = sheet->handle;
         Scene paper = buildScene(document, *fonts, options);
         if (!paper.bounds.empty())
             return paper;
     }
-    return scene;
+    options.block = 0;
+    Scene model = buildScene(document, *fonts, options);
+    for (const Layout& layout : document.layouts) {
+        if (!model.bounds.empty())
+            break;
+        options.block = layout.block;
+        if (!layout.model && document.block(layout.block))
+            model = buildScene(document, *fonts, options);
+    }
+    return model;
 }
 
 Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder)
@@ -90,9 +100,10 @@ QImage paintPicture(const Scene& scene, QSize size, const QColor& background, bo
     return image;
 }
 
-QImage drawThumbnail(const std::string& path, QSize size, const QColor& background)
+QImage drawThumbnail(const std::string& path, QSize size, const QColor& background,
+                     const std::string& fontFolder)
 {
-    const auto drawing = openDrawing(path, {});
+    const auto drawing = openDrawing(path, fontFolder);
     if (!drawing || drawing->scene.bounds.empty())
         return {};
     return paintPicture(drawing->scene, size, background);

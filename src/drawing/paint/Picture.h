@@ -18,9 +18,9 @@ struct Drawing {
     Scene scene;
 };
 
-/// Reads a drawing and makes its scene: the model, or the first layout that shows something when the model is
-/// empty. `path` is in the system's 8-bit code page, as is the folder that fonts are looked for in first.
-/// Errors: as readDocument, and those of opening the file.
+/// Reads a drawing and makes its scene: of the tab that was shown last, or of the first one that shows
+/// something when that is empty, the model before the layouts. `path` is in the system's 8-bit code page, as
+/// is the folder that fonts are looked for in first. Errors: as readDocument, and those of opening the file.
 Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder);
 /// The scene of a drawing in memory, chosen in the same way.
 Scene drawingScene(const Document& document, const std::string& fontFolder, bool plotted = false);
@@ -29,7 +29,8 @@ Scene drawingScene(const Document& document, const std::string& fontFolder, bool
 QImage paintPicture(const Scene& scene, QSize size, const QColor& background, bool lineweights = false);
 
 /// A picture of a drawing's geometry on `background`; a null image when it cannot be read or shows nothing.
-QImage drawThumbnail(const std::string& path, QSize size, const QColor& background = Qt::black);
+QImage drawThumbnail(const std::string& path, QSize size, const QColor& background = Qt::black,
+                     const std::string& fontFolder = {});
 
 /// The picture that a written drawing carries, on black.
 Pixels renderPreview(const Document& document, int width, int height);

@@ -239,6 +239,29 @@ QPainterPath Artist::areaPath(const SceneItem& item, const Box& box)
     return path;
 }
 
+QBrush gradientBrush(const SceneItem& item, Point2 center, Point2 along, const QColor& from, const QColor& to)
+{
+    const double reach = std::max(length(along), 1e-3);
+    if (item.gradient == GradientForm::Linear || item.gradient == GradientForm::Cylinder) {
+        QLinearGradient across(qpoint(center - along), qpoint(center + along));
+        across.setColorAt(0, from);
+        across.setColorAt(1, item.gradient == GradientForm::Linear ? to : from);
+        if (item.gradient == GradientForm::Cylinder)
+            across.setColorAt(0.5, to);
+        return across;
+    }
+    // Half spheres are lit from their foot, curved ones from aside.
+    Point2 middle = center;
+    if (item.gradient == GradientForm::Hemisphere)
+        middle = {center.x, center.y + reach * 0.7};
+    else if (item.gradient == GradientForm::Curved)
+        middle = center - along;
+    QRadialGradient round(qpoint(middle), item.gradient == GradientForm::Sphere ? reach : reach * 1.7);
+    round.setColorAt(0, to);
+    round.setColorAt(1, from);
+    return round;
+}
+
 void Artist::area(const SceneItem& item, const Box& box)
 {
     flush();
@@ -247,14 +270,11 @@ void Artist::area(const SceneItem& item, const Box& box)
         brush = QBrush(m_options.background);
     if (item.kind == SceneItem::Kind::Gradient) {
         const Point2 center = box.center();
-        const double reach = std::hypot(box.width(), box.height()) / 2;
-        const Point2 along = Point2{std::cos(double(item.angle)), -std::sin(double(item.angle))} * reach;
-        QLinearGradient line(qpoint(center - along), qpoint(center + along));
-        QRadialGradient ring(qpoint(center), std::max(reach, 1e-3));
-        QGradient& gradient = item.round ? static_cast<QGradient&>(ring) : line;
-        gradient.setColorAt(0, paintedColor(item.color, m_options.background));
-        gradient.setColorAt(1, paintedColor(item.color2, m_options.background));
-        brush = item.round ? QBrush(ring) : QBrush(line);
+        const Point2 direction{std::cos(double(item.angle)), -std::sin(double(item.angle))};
+        const double reach = (box.width() * std::abs(direction.x) + box.height() * std::abs(direction.y)) / 2;
+        const Point2 along = direction * reach;
+        brush = gradientBrush(item, center, along, paintedColor(item.color, m_options.background),
+                              paintedColor(item.color2, m_options.background));
     }
     if (!m_options.exact && box.width() < 1 && box.height() < 1) {
         m_painter.fillRect(QRectF(box.center().x - 0.5, box.center().y - 0.5, 1, 1), brush);

@@ -63,8 +63,9 @@ int main(int argc, char** argv)
     }
     if (out.empty())
         return usage();
-    // A picture needs no display.
+    // A picture needs no display, and no words about the missing one.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_LOGGING_RULES", "default.warning=false");
     QGuiApplication application(argc, argv);
     std::setlocale(LC_ALL, "");
     if (fonts.empty())

@@ -95,14 +95,14 @@ void Ink::fill(const Path& path, SceneColor color, bool winding)
     add(path, item);
 }
 
-void Ink::gradient(const Path& path, SceneColor from, SceneColor to, double angle, bool round)
+void Ink::gradient(const Path& path, SceneColor from, SceneColor to, double angle, GradientForm form)
 {
     SceneItem item;
     item.kind = SceneItem::Kind::Gradient;
     item.color = from;
     item.color2 = to;
     item.angle = static_cast<float>(angle);
-    item.round = round;
+    item.gradient = form;
     add(path, item);
 }
 

@@ -29,7 +29,7 @@ public:
 
     void stroke(const Path& path, const Pen& pen);
     void fill(const Path& path, SceneColor color, bool winding = false);
-    void gradient(const Path& path, SceneColor from, SceneColor to, double angle, bool round);
+    void gradient(const Path& path, SceneColor from, SceneColor to, double angle, GradientForm form);
     void mask(const Path& path);
     void glyphs(const std::vector<GlyphPlace>& places, SceneColor color, int lineweight);
 

@@ -42,6 +42,11 @@ private:
     void place(Cell box);
     void newLine(bool firstOfParagraph);
     void arrange(LaidText& out);
+    std::vector<Point2> lineStarts(double frame, Point2& reach) const;
+    double lineWidth() const
+    {
+        return m_text.columns > 1 && m_text.columnWidth > 0 ? m_text.columnWidth : m_text.width;
+    }
     void put(LaidText& out, const Cell& box, Point2 at) const;
 
     const MText& m_text;
@@ -169,8 +174,8 @@ void TextLayout::place(Cell box)
         box.width =
             (std::floor((line->width + line->left) / stop + 1e-9) + 1) * stop - line->width - line->left;
     }
-    const double limit = m_text.width - line->left;
-    const bool tooWide = m_text.width > 0 && line->width + box.width > limit * (1 + 1e-9);
+    const double limit = lineWidth() - line->left;
+    const bool tooWide = lineWidth() > 0 && line->width + box.width > limit * (1 + 1e-9);
     if (tooWide && box.kind == Cell::Kind::Word && !line->boxes.empty()) {
         newLine(false);
         line = &m_lines.back();
@@ -218,6 +223,33 @@ LaidText TextLayout::lay()
     return out;
 }
 
+/// Where each line starts: its column to the right, its baseline below the top. `reach` is the size of all.
+std::vector<Point2> TextLayout::lineStarts(double frame, Point2& reach) const
+{
+    std::vector<Point2> starts;
+    const double spacing = m_text.lineSpacing > 0 ? m_text.lineSpacing : 1;
+    const int columns = m_text.columnWidth > 0 ? std::min(m_text.columns, 100) : 0;
+    int column = 0;
+    double down = 0;
+    bool first = true;
+    for (const LineOfText& line : m_lines) {
+        const double own = line.height > 0 ? line.height : m_text.height;
+        const double feed = kLineFeed * spacing * (m_text.lineSpacingStyle == 2 ? m_text.height : own);
+        down += first ? own : feed;
+        const auto place = static_cast<std::size_t>(column);
+        const double room =
+            place < m_text.columnHeights.size() ? m_text.columnHeights[place] : m_text.boxHeight;
+        if (!first && column + 1 < columns && room > 0 && down > room * (1 + 1e-6)) {
+            ++column;
+            down = own;
+        }
+        first = false;
+        starts.push_back({column * (m_text.columnWidth + m_text.columnGap), down});
+        reach = {std::max(reach.x, starts.back().x + frame), std::max(reach.y, down)};
+    }
+    return starts;
+}
+
 void TextLayout::arrange(LaidText& out)
 {
     double width = 0;
@@ -228,23 +260,12 @@ void TextLayout::arrange(LaidText& out)
         }
         width = std::max(width, line.left + line.width);
     }
-    const double frame = m_text.width > 0 ? m_text.width : width;
+    const double frame = lineWidth() > 0 ? lineWidth() : width;
     const int column = (m_text.attachment - 1) % 3, row = (m_text.attachment - 1) / 3;
-    // Baselines below the top of the first line.
-    std::vector<double> baselines;
-    double down = 0;
-    const double spacing = m_text.lineSpacing > 0 ? m_text.lineSpacing : 1;
-    for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        const double own = m_lines[i].height > 0 ? m_lines[i].height : m_text.height;
-        if (i == 0)
-            down = own;
-        else
-            down += kLineFeed * spacing * (m_text.lineSpacingStyle == 2 ? m_text.height : own);
-        baselines.push_back(down);
-    }
-    const double total = baselines.empty() ? 0 : baselines.back();
-    const double top = row == 0 ? 0 : row == 1 ? total / 2 : total;
-    const double left = column == 0 ? 0 : column == 1 ? -frame / 2 : -frame;
+    Point2 reach;
+    const std::vector<Point2> starts = lineStarts(frame, reach);
+    const double top = row == 0 ? 0 : row == 1 ? reach.y / 2 : reach.y;
+    const double left = column == 0 ? 0 : column == 1 ? -reach.x / 2 : -reach.x;
     for (std::size_t i = 0; i < m_lines.size(); ++i) {
         const LineOfText& line = m_lines[i];
         const char16_t justify = line.justify != 0 ? line.justify
@@ -252,20 +273,23 @@ void TextLayout::arrange(LaidText& out)
                                  : column == 2     ? u'r'
                                                    : u'l';
         const double spare = frame - line.left - line.width;
-        double x = left + line.left + (justify == u'c' ? spare / 2 : justify == u'r' ? spare : 0);
+        double x = left + starts[i].x + line.left +
+                   (justify == u'c'   ? spare / 2
+                    : justify == u'r' ? spare
+                                      : 0);
         const double begin = x;
         for (const Cell& box : line.boxes) {
             // Smaller text on a line stands on its baseline, in its middle or at its top.
             const double rise = box.look->align * (line.height - box.height) / 2;
-            put(out, box, {x, top - baselines[i] + rise});
+            put(out, box, {x, top - starts[i].y + rise});
             x += box.width;
         }
-        out.extents.add(Point2{begin, top - baselines[i]});
-        out.extents.add(Point2{x, top - baselines[i] + line.height});
+        out.extents.add(Point2{begin, top - starts[i].y});
+        out.extents.add(Point2{x, top - starts[i].y + line.height});
     }
-    if (m_text.width > 0 && !out.extents.empty()) {
+    if (lineWidth() > 0 && !out.extents.empty()) {
         out.extents.add(Point2{left, out.extents.min.y});
-        out.extents.add(Point2{left + frame, out.extents.min.y});
+        out.extents.add(Point2{left + reach.x, out.extents.min.y});
     }
 }
 

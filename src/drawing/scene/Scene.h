@@ -23,6 +23,10 @@ struct GlyphPlace {
     Affine map;
 };
 
+/// How a gradient goes from its first colour to its second: across, across and back, or from a middle
+/// outwards (full, half, or lying aside).
+enum class GradientForm : std::uint8_t { Linear, Cylinder, Sphere, Hemisphere, Curved };
+
 /// One thing to draw. Things are drawn in the order in which they stand.
 struct SceneItem {
     enum class Kind : std::uint8_t {
@@ -34,8 +38,8 @@ struct SceneItem {
     };
     Kind kind = Kind::Stroke;
     SceneColor color, color2;
-    float angle = 0;                    ///< Radians.
-    bool round = false;                 ///< A gradient from the middle outwards.
+    float angle = 0; ///< Radians.
+    GradientForm gradient = GradientForm::Linear;
     bool winding = false;               ///< The area is the union of the runs instead.
     std::int16_t clip = -1;             ///< Index into Scene::clips; -1: none.
     std::int16_t lineweight = 0;        ///< Hundredths of a millimetre; 0 is the thinnest line.

@@ -3,6 +3,43 @@
 
 namespace zv::dwg {
 
+namespace {
+
+/// The colour mixed with white above a tint of a half, with black below.
+std::uint32_t tinted(std::uint32_t rgb, double tint)
+{
+    const double light = std::clamp(tint, 0.0, 1.0) * 2 - 1;
+    std::uint32_t out = 0;
+    for (int shift = 0; shift < 24; shift += 8) {
+        const double value = rgb >> shift & 0xff;
+        const double mixed = light > 0 ? value + (255 - value) * light : value * (1 + light);
+        out |= static_cast<std::uint32_t>(mixed) << shift;
+    }
+    return out;
+}
+
+} // namespace
+
+void SceneParts::drawGradient(const Hatch& hatch, const Path& area, const Look& look)
+{
+    SceneColor from = resolve(hatch.gradientColor1, look.layer, look.frame, look.entity.alpha);
+    SceneColor to = resolve(hatch.gradientColor2, look.layer, look.frame, look.entity.alpha);
+    if (hatch.gradientOneColor)
+        to.rgb = tinted(from.rgb, hatch.gradientTint);
+    std::u16string_view name = hatch.gradientName;
+    if (name.starts_with(u"INV")) {
+        std::swap(from, to);
+        name.remove_prefix(3);
+    }
+    GradientForm form = GradientForm::Linear;
+    for (const auto& [known, shape] :
+         {std::pair{u"CYLINDER", GradientForm::Cylinder}, std::pair{u"SPHERICAL", GradientForm::Sphere},
+          std::pair{u"HEMISPHERICAL", GradientForm::Hemisphere}, std::pair{u"CURVED", GradientForm::Curved}})
+        if (name == known)
+            form = shape;
+    m_ink.gradient(area, from, to, hatch.gradientAngle, form);
+}
+
 void SceneParts::draw(const Hatch& hatch, const Look& look)
 {
     Matrix map = look.frame.map.of(ocsMatrix(hatch.normal));
@@ -11,10 +48,7 @@ void SceneParts::draw(const Hatch& hatch, const Look& look)
     if (area.elements.empty())
         return;
     if (hatch.gradient) {
-        const SceneColor from = resolve(hatch.gradientColor1, look.layer, look.frame, look.entity.alpha);
-        const SceneColor to = resolve(hatch.gradientColor2, look.layer, look.frame, look.entity.alpha);
-        const bool round = hatch.pattern.find(u"SPHER") != Text::npos;
-        m_ink.gradient(mapped(area, map), from, to, hatch.angle, round);
+        drawGradient(hatch, mapped(area, map), look);
         return;
     }
     if (hatch.solid || hatch.lines.empty()) {

@@ -141,8 +141,12 @@ void SceneParts::drawEntity(const Entity& entity, const BlockRecord& block, cons
     // What stands on layer 0 of a block takes the layer of the insert.
     if (frame.layer && (!layer || layer->name == u"0"))
         layer = frame.layer;
-    const bool isInsert = std::holds_alternative<Insert>(entity.geometry);
-    if (layer && (layer->frozen || (layer->off && !isInsert)))
+    // What is inside an insert or a view has layers of its own.
+    const bool container =
+        std::holds_alternative<Insert>(entity.geometry) || std::holds_alternative<Viewport>(entity.geometry);
+    if (layer && (layer->frozen || (layer->off && !container)))
+        return;
+    if (layer && m_frozen && std::find(m_frozen->begin(), m_frozen->end(), layer->handle) != m_frozen->end())
         return;
     if (layer && m_options.plotted && !layer->plotted)
         return;

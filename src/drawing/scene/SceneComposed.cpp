@@ -44,8 +44,13 @@ void SceneParts::draw(const MultiLeader& leader, const Look& look)
         strokePoints(points, look.frame.map, false, look);
         arrow(points[0], points[1], leader.arrowSize, look.frame.map, look);
     }
-    if (leader.hasText)
-        drawMText(leader.text, look.frame.map, look);
+    for (const auto& landing : leader.landings)
+        strokePoints({landing[0], landing[1]}, look.frame.map, false, look);
+    if (leader.hasText) {
+        Look own = look;
+        own.color = resolve(leader.textColor, look.layer, look.frame, look.entity.alpha);
+        drawMText(leader.text, look.frame.map, own);
+    }
     if (leader.block.block != 0)
         draw(leader.block, look);
 }
@@ -139,10 +144,20 @@ void SceneParts::draw(const Viewport& view, const Look& look)
     clip.add(Point2{view.center.x + view.width / 2, view.center.y + view.height / 2});
     if (clip.empty() || m_scene.clips.size() > 1000)
         return;
+    if (!look.layer || !look.layer->off) {
+        Path border;
+        border.moveTo(clip.min);
+        for (const Point2 corner : {Point2{clip.max.x, clip.min.y}, clip.max, Point2{clip.min.x, clip.max.y}})
+            border.lineTo(corner);
+        border.close(clip.min);
+        m_ink.stroke(border, look.pen);
+    }
     m_scene.bounds.add(clip);
     m_scene.clips.push_back(clip);
     m_ink.setClip(static_cast<int>(m_scene.clips.size() - 1));
+    m_frozen = &view.frozenLayers;
     drawBlock(model, frame);
+    m_frozen = nullptr;
     m_ink.setClip(-1);
 }
 

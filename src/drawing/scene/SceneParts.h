@@ -22,10 +22,7 @@ struct Frame {
     const Frame* outer = nullptr;
 
     /// Whether this is inside the block, at any depth.
-    bool inside(const BlockRecord& other) const
-    {
-        return block == &other || (outer && outer->inside(other));
-    }
+    bool inside(const BlockRecord& other) const { return block == &other || (outer && outer->inside(other)); }
 };
 
 /// Fonts by text style, found once each.
@@ -66,7 +63,6 @@ private:
 
     void drawBlock(const BlockRecord& block, const Frame& frame);
     void drawEntity(const Entity& entity, const BlockRecord& block, const Frame& frame);
-    bool visible(const Layer* layer, const Frame& frame) const;
     SceneColor resolve(const Color& color, const Layer* layer, const Frame& frame, std::uint8_t alpha) const;
     Pen penOf(const Entity& entity, const Layer* layer, SceneColor color, const Frame& frame) const;
     const Layer* layerOf(Handle handle) const;
@@ -109,6 +105,7 @@ private:
     // Areas
     void draw(const Hatch&, const Look&);
     void draw(const Wipeout&, const Look&);
+    void drawGradient(const Hatch& hatch, const Path& area, const Look& look);
 
     // Composed lines
     void draw(const Leader&, const Look&);
@@ -135,8 +132,9 @@ private:
     Ink m_ink;
     std::vector<DeferredRay> m_rays;
     std::vector<DeferredPoint> m_points;
-    std::size_t m_left;                   ///< Work that may still be done.
-    std::size_t m_hatchWork = 40'000'000; ///< Crossings of hatch lines that may still be looked for.
+    const std::vector<Handle>* m_frozen = nullptr; ///< Layers hidden in the view that is being drawn.
+    std::size_t m_left;                            ///< Work that may still be done.
+    std::size_t m_hatchWork = 40'000'000;          ///< Crossings of hatch lines that may still be looked for.
 };
 
 /// The outline of a path of the entity's plane in the scene.

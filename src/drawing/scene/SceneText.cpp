@@ -120,7 +120,10 @@ void SceneParts::draw(const Attribute& attribute, const Look& look)
     if (attribute.invisible || (definition && look.frame.depth > 0 && !attribute.constant))
         return;
     if (!definition || look.frame.depth > 0) {
-        draw(attribute.text, look);
+        if (attribute.lines.empty())
+            draw(attribute.text, look);
+        for (const MText& text : attribute.lines)
+            drawMText(text, look.frame.map, look);
         return;
     }
     TextLine tag = attribute.text;
@@ -155,7 +158,8 @@ void SceneParts::drawMText(const MText& text, const Matrix& map, const Look& loo
         for (const Point2 corner : {Point2{high.x, low.y}, high, Point2{low.x, high.y}})
             ground.lineTo(place.map(corner));
         ground.close(place.map(low));
-        if (text.backgroundColor.kind == Color::Kind::Index || text.backgroundColor.kind == Color::Kind::True)
+        if (!text.backgroundWindowColor && (text.backgroundColor.kind == Color::Kind::Index ||
+                                            text.backgroundColor.kind == Color::Kind::True))
             m_ink.fill(ground, resolve(text.backgroundColor, look.layer, look.frame, 255));
         else
             m_ink.mask(ground);

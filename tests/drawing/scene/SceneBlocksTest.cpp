@@ -286,9 +286,10 @@ TEST(SceneBlocks, ViewportShowsTheModelInItsFrame)
     SceneOptions options;
     options.block = paper;
     const Scene scene = m.scene(options);
-    ASSERT_EQ(scene.items.size(), 1u);
-    EXPECT_EQ(scene.items[0].clip, 0);
-    expectBox(scene.items[0].bounds, box(0, 5, 10, 5));
+    ASSERT_EQ(scene.items.size(), 2u) << "the view's border and the line in it";
+    EXPECT_EQ(scene.items[0].clip, -1);
+    EXPECT_EQ(scene.items[1].clip, 0);
+    expectBox(scene.items[1].bounds, box(0, 5, 10, 5));
     expectBox(scene.bounds, box(0, 0, 10, 10));
 }
 

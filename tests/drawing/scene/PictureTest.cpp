@@ -1,0 +1,225 @@
+#include "SceneMaker.h"
+
+#include "drawing/Writer.h"
+#include "drawing/paint/ClipPolygon.h"
+#include "drawing/paint/Picture.h"
+#include "drawing/paint/SystemFonts.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QPainter>
+#include <QSvgRenderer>
+#include <QTemporaryDir>
+
+namespace zv::dwg {
+namespace {
+
+/// One thing of nearly every kind, in a row.
+SceneMaker everything()
+{
+    SceneMaker m;
+    const Handle red = m.layer(u"RED", 1);
+    m.add(Line{{0, 0, 0}, {8, 8, 0}}).layer = red;
+    m.add(Circle{{14, 4, 0}, 4});
+    m.add(Arc{{24, 4, 0}, 4, 0, 4});
+    Polyline wide;
+    for (const Point3 p : {Point3{30, 0, 0}, Point3{38, 0, 0}, Point3{38, 8, 0}})
+        wide.vertices.push_back({p});
+    wide.constantWidth = 1;
+    m.add(wide).color = {Color::Kind::Index, 3, 0};
+    Hatch hatch;
+    HatchLoop loop;
+    for (const Point3 p : {Point3{42, 0, 0}, Point3{50, 0, 0}, Point3{50, 8, 0}, Point3{42, 8, 0}})
+        loop.polyline.push_back({p});
+    hatch.loops = {loop};
+    hatch.lines = {{kPi / 4, {0, 0}, {-0.7, 0.7}, {}}};
+    m.add(hatch);
+    Solid solid;
+    solid.corners = {{{54, 0, 0}, {62, 0, 0}, {54, 8, 0}, {62, 8, 0}}};
+    m.add(solid).color = {Color::Kind::Index, 5, 0};
+    TextLine text;
+    text.text = u"Abc 19";
+    text.height = 5;
+    text.insertion = {66, 1, 0};
+    m.add(text);
+    return m;
+}
+
+/// The mean difference of two pictures' channels; pictures of other sizes are wholly different.
+double difference(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size() || a.isNull())
+        return 255;
+    double sum = 0;
+    for (int y = 0; y < a.height(); ++y)
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            sum +=
+                std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+        }
+    return sum / 3 / a.width() / a.height();
+}
+
+TEST(Picture, LooksAsTheReference)
+{
+    SceneMaker m = everything();
+    const QImage found = paintPicture(m.scene(), {480, 80}, Qt::black);
+    const QString reference = QStringLiteral(ZELVORA_REFERENCES "/everything.png");
+    const double apart = difference(found, QImage(reference));
+    if (apart > 2) {
+        found.save(QStringLiteral("everything-found.png"));
+        ADD_FAILURE() << "differs by " << apart << "; see everything-found.png in the working folder";
+    }
+}
+
+TEST(Picture, SvgShowsTheSame)
+{
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.svg"));
+    SceneMaker m = everything();
+    ASSERT_TRUE(savePicture(m.scene(), file.toStdString(), {480, 80}, Qt::black));
+    QSvgRenderer svg(file);
+    ASSERT_TRUE(svg.isValid());
+    QImage image(480, 80, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    svg.render(&painter);
+    painter.end();
+    EXPECT_LT(difference(image, paintPicture(m.scene(), {480, 80}, Qt::black)), 8);
+}
+
+TEST(Picture, EveryFileKindIsWritten)
+{
+    QTemporaryDir folder;
+    SceneMaker m = everything();
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.pdf", "a.svg"}) {
+        const QString file = folder.filePath(QLatin1String(name));
+        EXPECT_TRUE(savePicture(m.scene(), file.toStdString(), {200, 100}, Qt::white)) << name;
+        EXPECT_GT(QFileInfo(file).size(), 100) << name;
+    }
+    EXPECT_EQ(savePicture(m.scene(), "a.tga", {10, 10}, Qt::white).error().code, ErrorCode::Unsupported);
+    EXPECT_EQ(savePicture(m.scene(), "/nowhere/a.png", {10, 10}, Qt::white).error().code, ErrorCode::Failed);
+}
+
+TEST(Picture, ColourSevenContrastsWithTheGround)
+{
+    EXPECT_EQ(paintedColor({0xffffff, true, 255}, Qt::black), QColor(Qt::white));
+    EXPECT_EQ(paintedColor({0xffffff, true, 255}, Qt::white), QColor(Qt::black));
+    EXPECT_EQ(paintedColor({0x000000, false, 255}, Qt::black), QColor(Qt::white));
+    EXPECT_EQ(paintedColor({0xff0000, false, 255}, Qt::white), QColor(Qt::red));
+}
+
+TEST(Picture, FitsTheDrawingIntoTheMiddle)
+{
+    const Affine map = fitted(box(10, 10, 20, 15), QRectF(0, 0, 100, 100), 0);
+    EXPECT_NEAR(map.map({10, 15}).x, 0, 1e-9);
+    EXPECT_NEAR(map.map({10, 15}).y, 25, 1e-9);
+    EXPECT_NEAR(map.map({20, 10}).y, 75, 1e-9);
+}
+
+TEST(Picture, EmptyDrawingsGiveTheGroundAlone)
+{
+    SceneMaker m;
+    const QImage image = paintPicture(m.scene(), {40, 30}, Qt::blue);
+    EXPECT_EQ(image.pixelColor(20, 15), QColor(Qt::blue));
+}
+
+TEST(Picture, WipeoutHidesWhatStandsBeforeIt)
+{
+    SceneMaker m;
+    m.add(Line{{0, 5, 0}, {10, 5, 0}});
+    m.add(Circle{{5, 5, 0}, 5});
+    Wipeout wipeout;
+    wipeout.insertion = {3, 3, 0};
+    wipeout.uVector = {4, 0, 0};
+    wipeout.vVector = {0, 4, 0};
+    wipeout.pixels = {1, 1};
+    wipeout.frame = false;
+    m.add(wipeout);
+    const QImage image = paintPicture(m.scene(), {101, 101}, Qt::black);
+    EXPECT_LT(image.pixelColor(50, 50).lightness(), 10);
+    EXPECT_GT(image.pixelColor(15, 50).lightness() + image.pixelColor(15, 51).lightness(), 60);
+}
+
+TEST(Picture, DeepZoomCutsWhatLiesOutside)
+{
+    SceneMaker m;
+    m.add(Circle{{0, 0, 0}, 100});
+    Solid solid;
+    solid.corners = {{{-100, -100, 0}, {100, -100, 0}, {-100, 0, 0}, {100, 0, 0}}};
+    m.add(solid).color = {Color::Kind::Index, 1, 0};
+    QImage image(100, 100, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    const double scale = 1e7;
+    paintScene(painter, m.scene(), {scale, 0, 0, -scale, 50, 50}, QRectF(0, 0, 100, 100), {});
+    painter.end();
+    EXPECT_EQ(image.pixelColor(50, 20), QColor(Qt::black));
+    EXPECT_EQ(image.pixelColor(50, 80), QColor(Qt::red));
+}
+
+TEST(Picture, SegmentsAndPolygonsAreCutToTheBox)
+{
+    Point2 a{-10, 5}, b{30, 5};
+    ASSERT_TRUE(clipSegment(a, b, box(0, 0, 10, 10), 0));
+    EXPECT_NEAR(a.x, 0, 1e-12);
+    EXPECT_NEAR(b.x, 10, 1e-12);
+    Point2 c{-10, 50}, d{30, 50};
+    EXPECT_FALSE(clipSegment(c, d, box(0, 0, 10, 10), 0));
+    const std::vector<Point2> large{{-100, -100}, {100, -100}, {100, 100}, {-100, 100}};
+    Box cut;
+    for (const Point2& p : clipPolygon(large, box(0, 0, 10, 10), 1))
+        cut.add(p);
+    expectBox(cut, box(-1, -1, 11, 11));
+}
+
+TEST(Picture, OutlineFontsHaveCapitalsOfHeightOne)
+{
+    SystemFonts fonts{std::string()};
+    FontRequest request;
+    request.typeface = u"DejaVu Sans";
+    const Glyph* glyph = fonts.find(request)->glyph(U'H');
+    ASSERT_NE(glyph, nullptr);
+    EXPECT_TRUE(!glyph->filled || std::abs(glyph->bounds.max.y - 1) < 0.02);
+}
+
+TEST(Picture, MissingFontsFallBack)
+{
+    SystemFonts fonts("/nowhere");
+    FontRequest request;
+    request.file = u"romans.shx";
+    ASSERT_NE(fonts.find(request)->glyph(U'A'), nullptr);
+    EXPECT_FALSE(fonts.find(request)->glyph(U'A')->filled);
+    request.file = u"nosuch.ttf";
+    EXPECT_NE(fonts.find(request)->glyph(U'A'), nullptr);
+}
+
+TEST(Picture, ThumbnailOfAWrittenDrawing)
+{
+    SceneMaker m = everything();
+    const auto written = writeDocument(m.document, {});
+    ASSERT_TRUE(written);
+    QTemporaryDir folder;
+    const QString name = folder.filePath(QStringLiteral("a.dwg"));
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(written.value().data(), qint64(written.value().size()));
+    file.close();
+    const QImage image = drawThumbnail(name.toStdString(), {480, 80});
+    EXPECT_LT(difference(image, paintPicture(m.scene(), {480, 80}, Qt::black)), 2);
+    EXPECT_TRUE(drawThumbnail("/nowhere.dwg", {10, 10}).isNull());
+}
+
+TEST(Picture, PreviewPixelsAreOpaque)
+{
+    SceneMaker m = everything();
+    const Pixels pixels = renderPreview(m.document, 64, 32);
+    EXPECT_EQ(pixels.width, 64);
+    ASSERT_EQ(pixels.bgra.size(), 64u * 32 * 4);
+    for (std::size_t i = 3; i < pixels.bgra.size(); i += 4)
+        ASSERT_EQ(pixels.bgra[i], 255);
+}
+
+} // namespace
+} // namespace zv::dwg
