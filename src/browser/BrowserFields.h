@@ -19,7 +19,7 @@ struct BrowserFields {
     double CurrentPage = 1;      ///< Panel in view, from 1.
     std::int16_t PageCursor = 2; ///< The panel once more, for enabling the buttons.
     std::int16_t PrevPageCursor = 0;
-    std::int16_t FirstLine = 0;           ///< Line number, from 1, of the panel's first cell.
+    int FirstLine = 0;                    ///< Line number, from 1, of the panel's first cell.
     std::int16_t LineCount = 0;           ///< Of the last load, at least 20.
     std::int16_t FocusCell = 0;           ///< The selected cell, from 1.
     std::array<std::string, 21> CellPath; ///< Drawing behind each cell, from 1.

@@ -160,8 +160,6 @@ private:
     bool fillPanel(int first, Blank blank);
     void setAllCellsVisible(bool visible);
     void blankAllCells();
-    /// Adds to a 16-bit field; a sum beyond its range ends the program.
-    bool add16(std::int16_t& field, int amount);
     void nextPanel();
     bool turnForward();
     void previousPanel();

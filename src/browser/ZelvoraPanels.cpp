@@ -17,7 +17,6 @@
 #include <QPlainTextEdit>
 
 #include <algorithm>
-#include <limits>
 
 namespace zv {
 // ---- loading a library
@@ -175,17 +174,6 @@ bool Zelvora::fillPanel(int first, Blank blank)
     return true;
 }
 
-bool Zelvora::add16(std::int16_t& field, int amount)
-{
-    const int sum = field + amount;
-    if (sum > std::numeric_limits<std::int16_t>::max() || sum < std::numeric_limits<std::int16_t>::min()) {
-        program().fail("Overflow");
-        return false;
-    }
-    field = std::int16_t(sum);
-    return true;
-}
-
 // ---- turning to the next panel
 
 void Zelvora::nextPanel()
@@ -224,8 +212,7 @@ bool Zelvora::turnForward()
         fields.CurrentPage = 1;
     Command2->setEnabled(true);
     fields.TurnedBack = 0;
-    if (!add16(fields.FirstLine, kCells))
-        return false;
+    fields.FirstLine += kCells;
     if (fields.PageCursor <= fields.PageCount && fields.PageCursor > 1)
         blankAllCells();
     if (!fillPanel(fields.FirstLine, Blank::No))
@@ -270,12 +257,10 @@ bool Zelvora::turnBack()
     if (fields.CurrentPage <= 0)
         fields.CurrentPage = 1;
     fields.PrevPageCursor = std::int16_t(fields.PageCursor - 1);
-    if (!add16(fields.PageCursor, -1))
-        return false;
+    fields.PageCursor = std::int16_t(fields.PageCursor - 1);
     if (fields.PageCount <= fields.PageCursor || fields.PageCount > fields.CurrentPage)
         Command3->setEnabled(true);
-    if (!add16(fields.FirstLine, -kCells))
-        return false;
+    fields.FirstLine -= kCells;
     if (fields.TurnedForward == 1 && fields.FirstLine > 0)
         fields.TurnedForward = 0;
     blankAllCells();
@@ -319,7 +304,7 @@ void Zelvora::selectRow(int row, bool rowChanged)
     jumpToCell(place.cell);
     if (!fillPanel(place.first, Blank::AtFirstLine))
         return;
-    fields.FirstLine = std::int16_t(place.first);
+    fields.FirstLine = place.first;
     setPanelButtons();
     if (fields.CurrentPage > fields.PageCount)
         fields.CurrentPage = fields.PageCount;

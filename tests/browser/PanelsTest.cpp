@@ -282,6 +282,12 @@ TEST_F(PanelsTest, ALibraryOf32767LinesLoads)
     ASSERT_TRUE(clickRow("List1", 32766));
     EXPECT_EQ(main().fields.FirstLine, 32761);
     EXPECT_EQ(main().fields.FocusCell, 7);
+    ASSERT_TRUE(clickRow("List1", 32765));
+    ASSERT_TRUE(click("Command3"));
+    EXPECT_EQ(visibleCells(), 0) << "the panel behind the last one";
+    EXPECT_EQ(text("Frame4"), "OTHER   Page 1639 of 1639");
+    ASSERT_TRUE(click("Command2"));
+    EXPECT_EQ(visibleCells(), 7);
     EXPECT_TRUE(messages.shown.empty());
 }
 
