@@ -103,7 +103,7 @@ void createUserFiles(const std::string& installationFolder, const PublicValues& 
     if (!fileExists(values.MyLibPath))
         createEmpty(values.MyLibPath);
     const Profiles profiles(installationFolder, values);
-    if (!fileExists(values.UserProfilePath)) {
+    if (!profileExists(values.UserProfilePath)) {
         createEmpty(values.UserProfilePath);
         writeFirstRun(profiles);
     } else if (profiles.number(keys::zelvora::AOT) == keys::kAbsent) {

@@ -26,6 +26,8 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
 /// The size of the program's buffer for one value; the value is cut to one less.
 inline constexpr unsigned long kProfileBuffer = 256;
 
+/// Whether the file that a profile's name means is there.
+bool profileExists(const std::string& file);
 /// A string read with the program's buffer.
 std::string profileString(const std::string& file, const std::string& section, const std::string& key,
                           const std::string& fallback);

@@ -171,6 +171,14 @@ TEST_F(StartUpTest, ALaterRunLeavesTheUsersFilesAsTheyAre)
     EXPECT_EQ(office.user.read("Ann.ini"), "[Settings]\r\nAOT=0\r\n");
 }
 
+TEST_F(StartUpTest, AProfileWhoseNameDiffersInCaseIsTheUsersOwn)
+{
+    office.user.write("ANN.INI", "[Settings]\r\nAOT=0\r\n");
+    createUserFiles(office.installation.path(), values);
+    EXPECT_EQ(office.user.read("ANN.INI"), "[Settings]\r\nAOT=0\r\n");
+    EXPECT_EQ(userText("Settings", "AOT"), "0");
+}
+
 TEST_F(StartUpTest, ADeletedAotIsWrittenBack)
 {
     office.user.write("Ann.ini", "[Settings]\r\ninsertmode=2\r\n");

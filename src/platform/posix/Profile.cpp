@@ -207,6 +207,11 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
     });
 }
 
+bool profileExists(const std::string& file)
+{
+    return fileExists(realFile(file));
+}
+
 std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
                                         const std::vector<std::string>& keys)
 {

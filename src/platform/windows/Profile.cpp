@@ -1,5 +1,6 @@
 #include "platform/Profile.h"
 
+#include "platform/Files.h"
 #include "platform/LocaleCase.h"
 
 #include <windows.h>
@@ -71,6 +72,11 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
         size += std::strlen(line) + 1;
     return size < kLongestSection ? ::WritePrivateProfileSectionA(section, text, file)
                                   : writeLongSection(section, text, file);
+}
+
+bool profileExists(const std::string& file)
+{
+    return fileExists(file);
 }
 
 std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
