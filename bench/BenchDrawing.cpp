@@ -115,7 +115,9 @@ Result<void> BenchDrawing::save(const std::string& path)
     const bool inPlace = target == m_path;
     if (inPlace && !isModified())
         return {};
-    if (const Result<void> saved = saveWhole(target); !saved)
+    const bool onlyProperties = inPlace && !m_lossReason.empty() && !m_geometryChanged;
+    const Result<void> saved = onlyProperties ? savePropertiesOnly(target) : saveWhole(target);
+    if (!saved)
         return saved;
     m_path = target;
     m_geometryChanged = false;
@@ -136,6 +138,17 @@ Result<void> BenchDrawing::saveWhole(const std::string& path)
     dwg::WriteOptions options;
     options.properties = m_properties;
     const Result<std::string> bytes = dwg::writeDocument(document, options);
+    if (!bytes)
+        return bytes.error();
+    return replaceFile(path, path + ".new", *bytes);
+}
+
+Result<void> BenchDrawing::savePropertiesOnly(const std::string& path)
+{
+    const Result<std::string> old = readFile(path);
+    if (!old)
+        return old.error();
+    const Result<std::string> bytes = dwg::replaceProperties(*old, m_properties);
     if (!bytes)
         return bytes.error();
     return replaceFile(path, path + ".new", *bytes);

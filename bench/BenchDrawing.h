@@ -42,7 +42,7 @@ public:
     void abandonChange();
 
     /// Saves under `path`, or under its own with an empty one. A file that holds more than this program keeps
-    /// is not written over. Errors: Unsupported, says what would be
+    /// is not written over: of it only the properties can be changed. Errors: Unsupported, says what would be
     /// lost; NotFound, it has no path; Denied, Failed.
     Result<void> save(const std::string& path = {});
 
@@ -50,6 +50,7 @@ private:
     BenchDrawing() = default;
     void addVariables();
     Result<void> saveWhole(const std::string& path);
+    Result<void> savePropertiesOnly(const std::string& path);
 
     dwg::Document m_document;
     dwg::Properties m_properties;

@@ -2,14 +2,17 @@
 #include "HostServer.h"
 
 #include "controls/TextBytes.h"
+#include "platform/LocalHosts.h"
 
 #include <QApplication>
+#include <QSocketNotifier>
 #include <QStyleFactory>
 
 #include <cstdio>
 
 int main(int argc, char** argv)
 {
+    const int endRequests = zv::openEndRequests();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zelvora Bench"));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -23,6 +26,8 @@ int main(int argc, char** argv)
             return 1;
         }
     }
+    QSocketNotifier ending(endRequests, QSocketNotifier::Read);
+    QObject::connect(&ending, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() > 1) {
         const auto opened = window.workshop().open(zv::toBytes(arguments[1]));

@@ -3,6 +3,7 @@
 #include "host/CommandText.h"
 #include "host/FilediaBracket.h"
 #include "platform/Text.h"
+#include "queue/QueueFile.h"
 
 namespace zv {
 
@@ -93,14 +94,14 @@ private:
 Result<void> ActionRun::queue(const std::string& selectedDrawing)
 {
     m_window.clearCartMark();
-    if (m_words.queuesAnything || selectedDrawing.size() > 1) {
+    if (m_words.queuesAnything || isQueuedPath(selectedDrawing)) {
         const Message added = {"Added: " + selectedDrawing + "\r\n" + m_words.addedLine,
                                "File Added to Queue", MessageIcon::Information};
         const auto tell = [this, &added] { m_window.messages().show(added); };
         if (const Result<void> written = m_services.addToQueue(selectedDrawing, tell); !written)
             return written;
     }
-    const bool refused = m_words.queuesAnything ? selectedDrawing.empty() : selectedDrawing.size() <= 1;
+    const bool refused = m_words.queuesAnything ? selectedDrawing.empty() : !isQueuedPath(selectedDrawing);
     if (refused) {
         m_window.messages().show(
             {"No Files Selected for the Drawing Queue", m_words.refusalTitle, MessageIcon::Information});

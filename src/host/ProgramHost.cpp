@@ -15,10 +15,7 @@ ProgramHost::ProgramHost(Program& program)
     m_services.activateWindow = activateWindowByTitle;
     m_services.addToQueue = [&program](const std::string& drawing, const std::function<void()>& whileOpen) {
         const std::string path = queuePath(program.folders().user, program.values().LoginName);
-        Result<void> added = addToQueue(path, drawing);
-        if (added)
-            whileOpen();
-        return added;
+        return addToQueue(path, drawing, whileOpen);
     };
     m_services.writeLog = [&program](const std::string& drawing, std::string_view method) {
         const PublicValues& values = program.values();

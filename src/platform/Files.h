@@ -3,6 +3,7 @@
 #include "platform/Result.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -26,8 +27,10 @@ Result<void> writeFile(const std::string& path, std::string_view bytes);
 /// Makes a file of these bytes that was not there; it takes its name as a whole. Errors: Busy, a file of the
 /// name is there; Denied, Failed.
 Result<void> createFile(const std::string& path, std::string_view bytes);
-/// Adds the bytes at the file's end with one write, creating the file. Errors: Denied, Failed.
-Result<void> appendFile(const std::string& path, std::string_view bytes);
+/// Adds the bytes at the file's end with one write, creating the file; `whileOpen` is called before the file
+/// is closed again. Errors: Denied, Failed.
+Result<void> appendFile(const std::string& path, std::string_view bytes,
+                        const std::function<void()>& whileOpen = {});
 /// Writes `bytes` to `workingCopy`, flushes it to disk, and lets it take the place of `path` in one step,
 /// also when `path` is read-only. On failure `path` is as it was. Errors: Denied, Failed.
 Result<void> replaceFile(const std::string& path, const std::string& workingCopy, std::string_view bytes);

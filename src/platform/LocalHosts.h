@@ -73,6 +73,11 @@ private:
     std::string m_path;
 };
 
+/// A descriptor that can be read once the system or the user asks this program to end by a signal, which then
+/// no longer ends it at once, so that its sockets go with it. To be asked for before other threads start; -1
+/// when there is none.
+int openEndRequests();
+
 /// The words of a start file's first line: split at blanks, double quotes keep blanks, and a program without
 /// a folder of its own is in the start file's `folder`. Empty when there is no program.
 std::vector<std::string> startCommand(std::string_view firstLine, const std::string& folder);

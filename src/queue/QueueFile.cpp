@@ -2,13 +2,13 @@
 
 #include "library/ListFile.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 namespace zv {
 
 namespace {
 
 constexpr const char* kLineEnd = "\r\n";
-constexpr std::size_t kShortestPath = 2;
 
 } // namespace
 
@@ -17,9 +17,15 @@ std::string queuePath(const std::string& userFolder, const std::string& loginNam
     return joinPath(userFolder, loginName + ".crt");
 }
 
-Result<void> addToQueue(const std::string& queuePath, const std::string& drawing)
+Result<void> addToQueue(const std::string& queuePath, const std::string& drawing,
+                        const std::function<void()>& whileOpen)
 {
-    return appendFile(queuePath, drawing + kLineEnd);
+    return appendFile(queuePath, drawing + kLineEnd, whileOpen);
+}
+
+bool isQueuedPath(std::string_view path)
+{
+    return wide(path).size() > 1;
 }
 
 Result<std::vector<std::string>> readQueue(const std::string& queuePath)
@@ -29,7 +35,7 @@ Result<std::vector<std::string>> readQueue(const std::string& queuePath)
         return bytes.error();
     std::vector<std::string> drawings;
     for (const std::string_view line : textLines(*bytes)) {
-        if (line.size() >= kShortestPath)
+        if (isQueuedPath(line))
             drawings.emplace_back(line);
     }
     return drawings;

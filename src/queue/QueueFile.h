@@ -2,7 +2,9 @@
 
 #include "platform/Result.h"
 
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace zv {
@@ -12,8 +14,12 @@ std::string queuePath(const std::string& userFolder, const std::string& loginNam
 
 /// Adds one drawing at the queue's end, as a whole line in one write, so that two programs of one user can
 /// add at once. A missing queue is made. The queue takes any text, an empty one too, and the same drawing
-/// again. Errors: Denied, Failed.
-Result<void> addToQueue(const std::string& queuePath, const std::string& drawing);
+/// again. `whileOpen` is called before the file is closed again. Errors: Denied, Failed.
+Result<void> addToQueue(const std::string& queuePath, const std::string& drawing,
+                        const std::function<void()>& whileOpen = {});
+
+/// Whether a path has the two characters that make it one: shorter ones are neither queued nor read.
+bool isQueuedPath(std::string_view path);
 
 /// The queued drawings in the order of adding, without lines of 0 or 1 characters. Errors: NotFound, Denied,
 /// Failed.

@@ -1,4 +1,5 @@
 #include "BenchFixture.h"
+#include "support/RealDrawings.h"
 
 namespace zv::bench {
 
@@ -103,6 +104,30 @@ TEST_F(Commands, OpenSaveAndPropertiesWorkOnFiles)
     EXPECT_EQ((*again)->properties().comments, u"edited");
     line.type("CLOSE\r");
     EXPECT_EQ(workshop.drawings().size(), 1U);
+}
+
+TEST_F(Commands, OfAFileThatHoldsMoreOnlyThePropertiesAreSaved)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{0}));
+    const RealDrawings real;
+    if (real.missing())
+        GTEST_SKIP() << "the real drawings are not there";
+    const std::string old = real.bytesOf("2018/sample_2018.dwg");
+    const std::string path = folder.write("More.dwg", old);
+    line.type("OPEN\r" + path + "\r");
+    ASSERT_EQ(drawing().path(), path) << history.back();
+    line.type(".DWGPROPS\r.qsave\r");
+    EXPECT_FALSE(drawing().isModified()) << history.back();
+    const auto again = BenchDrawing::load(path);
+    ASSERT_TRUE(again);
+    EXPECT_EQ((*again)->properties().comments, u"edited");
+    EXPECT_EQ((*again)->modelSpace().entities.size(), entities().size());
+
+    const std::string saved = folder.read("More.dwg");
+    line.type("LINE\r0,0\r1,1\r\rQSAVE\r");
+    EXPECT_TRUE(drawing().isModified());
+    EXPECT_NE(history.back().find("would be lost"), std::string::npos) << history.back();
+    EXPECT_EQ(folder.read("More.dwg"), saved);
 }
 
 TEST_F(Commands, FileDialogsAreAskedWhenTheyAreOn)

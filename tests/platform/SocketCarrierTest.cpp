@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
+#include <poll.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -247,6 +249,17 @@ TEST_F(SocketCarrier, CreateGivesUpOnAHostThatNeverAnswers)
     place.install(kHost, "listen Other.Application");
     const auto impatient = socketAutomation(*pump, {100, 100});
     EXPECT_EQ(impatient->create(kHost).error().code, ErrorCode::Failed);
+}
+
+TEST(EndRequests, ArriveInsteadOfEndingTheProgram)
+{
+    const int requests = openEndRequests();
+    ASSERT_GE(requests, 0);
+    pollfd watched{requests, POLLIN, 0};
+    EXPECT_EQ(::poll(&watched, 1, 0), 0);
+    ::raise(SIGTERM);
+    EXPECT_EQ(::poll(&watched, 1, 0), 1);
+    ::close(requests);
 }
 
 TEST(StartCommand, WordsAreSplitAtBlanksAndQuotesKeepThem)

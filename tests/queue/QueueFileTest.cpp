@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 namespace zv {
 namespace {
 
@@ -28,6 +30,21 @@ TEST_F(QueueFileTest, AddingMakesTheQueueAndAddsWholeLinesInOrder)
     EXPECT_EQ(folder.read("Ann.crt"), "C:\\b.dwg\r\nC:\\a;\xFF.dwg\r\n");
 }
 
+TEST_F(QueueFileTest, TheLineStandsInTheFileBeforeItIsClosed)
+{
+    std::string seen;
+    ASSERT_TRUE(addToQueue(queue, "a.dwg", [&] { seen = folder.read("Ann.crt"); }));
+    EXPECT_EQ(seen, "a.dwg\r\n");
+}
+
+TEST_F(QueueFileTest, NothingIsToldOfADrawingThatCannotBeAdded)
+{
+    std::filesystem::create_directory(queue);
+    bool told = false;
+    EXPECT_FALSE(addToQueue(queue, "a.dwg", [&] { told = true; }));
+    EXPECT_FALSE(told);
+}
+
 TEST_F(QueueFileTest, TheSameDrawingAgainIsTwoEntries)
 {
     ASSERT_TRUE(addToQueue(queue, "a.dwg"));
@@ -45,6 +62,18 @@ TEST_F(QueueFileTest, LinesOfNoneOrOneCharacterAreNotRead)
 {
     folder.write("Ann.crt", "\r\na\r\nab\r\n\r\nlast.dwg");
     EXPECT_EQ(readQueue(queue).valueOr({}), (Drawings{"ab", "last.dwg"}));
+}
+
+TEST_F(QueueFileTest, APathHasTwoCharactersHoweverManyBytesTheyTake)
+{
+    EXPECT_FALSE(isQueuedPath(""));
+    EXPECT_FALSE(isQueuedPath("a"));
+    EXPECT_TRUE(isQueuedPath("ab"));
+    if (std::setlocale(LC_ALL, "C.UTF-8") != nullptr) {
+        EXPECT_FALSE(isQueuedPath("\xC3\xA4"));
+        EXPECT_TRUE(isQueuedPath("\xC3\xA4\xC3\xA4"));
+    }
+    std::setlocale(LC_ALL, "C");
 }
 
 TEST_F(QueueFileTest, AMissingQueueAndAFolderAreErrors)

@@ -69,7 +69,8 @@ Result<void> createFile(const std::string& path, std::string_view bytes)
     return copy->become(path, bytes);
 }
 
-Result<void> appendFile(const std::string& path, std::string_view bytes)
+Result<void> appendFile(const std::string& path, std::string_view bytes,
+                        const std::function<void()>& whileOpen)
 {
     Result<Descriptor> file = openForWriting(path, O_APPEND);
     if (!file)
@@ -84,6 +85,8 @@ Result<void> appendFile(const std::string& path, std::string_view bytes)
         takeBack(*file, ::lseek(file->number(), 0, SEEK_CUR), count);
         return Error{ErrorCode::Failed, path + ": the disk is full"};
     }
+    if (whileOpen)
+        whileOpen();
     return {};
 }
 

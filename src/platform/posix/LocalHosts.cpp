@@ -3,10 +3,12 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -165,6 +167,17 @@ bool LineChannel::nextLine(std::string& line)
     m_received.erase(0, found + 1);
     m_searched = 0;
     return true;
+}
+
+int openEndRequests()
+{
+    sigset_t requests;
+    sigemptyset(&requests);
+    for (const int request : {SIGTERM, SIGINT, SIGHUP})
+        sigaddset(&requests, request);
+    if (::sigprocmask(SIG_BLOCK, &requests, nullptr) != 0)
+        return -1;
+    return ::signalfd(-1, &requests, SFD_CLOEXEC | SFD_NONBLOCK);
 }
 
 void LineChannel::waitQuietly(int timeoutMs) const

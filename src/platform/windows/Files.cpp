@@ -125,7 +125,8 @@ Result<void> createFile(const std::string& path, std::string_view bytes)
     return written;
 }
 
-Result<void> appendFile(const std::string& path, std::string_view bytes)
+Result<void> appendFile(const std::string& path, std::string_view bytes,
+                        const std::function<void()>& whileOpen)
 {
     // With this right alone the system itself puts each write at the end.
     const FileHandle file(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
@@ -136,6 +137,8 @@ Result<void> appendFile(const std::string& path, std::string_view bytes)
         return refused(path);
     if (count < bytes.size())
         return Error{ErrorCode::Failed, path + ": the disk is full"};
+    if (whileOpen)
+        whileOpen();
     return {};
 }
 

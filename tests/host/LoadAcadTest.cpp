@@ -1,0 +1,80 @@
+#include "host/LoadAcad.h"
+
+#include "app/RunningProgram.h"
+#include "controls/Clip.h"
+#include "support/TemporaryFolder.h"
+
+#include <QLabel>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace zv {
+namespace {
+
+class NoMessages final : public Messages {
+public:
+    void show(const Message&) override {}
+    bool ask(const Message&) override { return false; }
+};
+
+class LoadAcadTest : public testing::Test {
+protected:
+    LoadAcadTest()
+    {
+        program.add(QStringLiteral("LoadAcad"), [this] { return new LoadAcad(program); });
+        Clip clip{8, 4, 10, {}};
+        for (std::uint32_t frame = 0; frame < 50; ++frame)
+            clip.frames.emplace_back(8 * 4, frame);
+        folder.write("Zelvora_Logo.avi", writeClip(clip));
+    }
+    Window* window() { return program.loaded(QStringLiteral("LoadAcad")); }
+    ClipPlayer* animation() { return window()->findChild<ClipPlayer*>(QStringLiteral("Animation1")); }
+
+    TemporaryFolder folder;
+    NoMessages messages;
+    RunningProgram program{Folders{folder.path(), folder.path()}, messages};
+    LoadAcadSplash splash{program};
+};
+
+TEST_F(LoadAcadTest, TheSplashStandsOnTopWithItsWordsAndItsClipPlaying)
+{
+    splash.show();
+    ASSERT_TRUE(window());
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_EQ(window()->windowTitle(), QStringLiteral("AutoCAD Load"));
+    EXPECT_TRUE(window()->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    ASSERT_EQ(window()->findChildren<QLabel*>().size(), 1);
+    EXPECT_EQ(window()->findChild<QLabel*>()->text(), QStringLiteral("Loading AutoCAD..."));
+    EXPECT_TRUE(animation()->autoPlay());
+    EXPECT_TRUE(animation()->isPlaying());
+}
+
+TEST_F(LoadAcadTest, ShowingTheSplashAgainStartsTheClipAnew)
+{
+    splash.show();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return animation()->frame() > 0; }));
+    splash.show();
+    EXPECT_EQ(animation()->frame(), 0);
+    EXPECT_TRUE(animation()->isPlaying());
+}
+
+TEST_F(LoadAcadTest, WithoutAClipTheSplashIsShownAllTheSame)
+{
+    std::filesystem::remove(folder.file("Zelvora_Logo.avi"));
+    splash.show();
+    ASSERT_TRUE(window());
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_FALSE(animation()->isPlaying());
+}
+
+TEST_F(LoadAcadTest, UnloadingForgetsTheSplash)
+{
+    splash.show();
+    splash.unload();
+    EXPECT_FALSE(window());
+    splash.unload();
+    EXPECT_FALSE(window());
+}
+
+} // namespace
+} // namespace zv
