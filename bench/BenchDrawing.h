@@ -36,6 +36,8 @@ public:
 
     /// Must be called before the content is changed; what it was can then be had back.
     void beginChange();
+    /// Tells that a change that has been seen unfinished, as while its command asked on, has gone on.
+    void continueChange() { ++m_revision; }
     /// False when there is nothing to undo.
     bool undo();
     /// Takes back what was begun last, as if it had never been.

@@ -211,6 +211,7 @@ Step InsertCommand::insert()
     }
     dwg::Entity entity = newEntity(document, "INSERT", std::move(insert), currentLayer());
     m_drawing->modelSpace().entities.push_back(std::move(entity));
+    m_drawing->continueChange();
     return Step::Done;
 }
 
@@ -243,6 +244,7 @@ Step InsertCommand::insertParts()
     // Parts placed from a file leave no block behind.
     if (m_imported)
         removeBlock(document, m_block);
+    m_drawing->continueChange();
     return Step::Done;
 }
 

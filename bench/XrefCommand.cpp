@@ -133,6 +133,7 @@ private:
         dwg::Document& document = m_drawing->document();
         m_drawing->modelSpace().entities.push_back(
             newEntity(document, "INSERT", std::move(insert), document.header.currentLayer));
+        m_drawing->continueChange();
         return Step::Done;
     }
 

@@ -52,6 +52,21 @@ TEST_F(Insert, TypedExplodedInsertionPutsThePartsAtThePoint)
     EXPECT_EQ(findBlock(drawing().document(), u"Bolt"), nullptr);
 }
 
+TEST_F(Insert, WhatIsPlacedIsSeenThoughTheCommandWasSeenAskingBefore)
+{
+    const std::string path = makeBolt();
+    line.type("(command \"_.-insert\" \"" + path + "\"\"X\"\"1\"\"Y\"\"1\"\"Z\"\"1\")\r");
+    int seen = drawing().revision();
+    line.type("3,4\r0\r");
+    EXPECT_GT(drawing().revision(), seen);
+
+    line.type("_.-insert\r*" + path + "\r");
+    seen = drawing().revision();
+    line.type("1,2\r1\r0\r");
+    EXPECT_GT(drawing().revision(), seen);
+    EXPECT_EQ(entities().size(), 2U);
+}
+
 TEST_F(Insert, TypedEntriesEndAtBlanksButAPathKeepsThem)
 {
     const std::string path = makeBolt("a bolt.dwg");
