@@ -8,14 +8,27 @@
 #include <algorithm>
 
 namespace zv {
+namespace {
+
+/// In pixels; what is painted for a window costs memory, whatever of it can be seen.
+constexpr QSize kLargest(8192, 8192);
+
+QSize bounded(QSize outer)
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return outer.boundedTo(screen ? screen->virtualSize().expandedTo(kLargest) : kLargest);
+}
+
+} // namespace
 
 OuterGeometry::OuterGeometry(QWidget* window) : m_window(window)
 {
     window->installEventFilter(this);
 }
 
-void OuterGeometry::set(const QRect& outer)
+void OuterGeometry::set(const QRect& wanted)
 {
+    const QRect outer(wanted.topLeft(), bounded(wanted.size()));
     const QList<QScreen*> screens = QGuiApplication::screens();
     const bool onScreen = std::any_of(screens.begin(), screens.end(), [&outer](const QScreen* screen) {
         return screen->availableGeometry().intersects(outer);

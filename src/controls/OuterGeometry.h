@@ -15,8 +15,9 @@ class OuterGeometry : public QObject {
 public:
     explicit OuterGeometry(QWidget* window);
 
-    /// Outer edges and size, in logical pixels. A place off every screen is moved onto the first one.
-    void set(const QRect& outer);
+    /// Outer edges and size, in logical pixels. A place off every screen is moved onto the first one, and a
+    /// size that no screen has is cut.
+    void set(const QRect& wanted);
     QRect get() const;
 
 protected:

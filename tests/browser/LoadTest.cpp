@@ -293,6 +293,13 @@ TEST_F(LoadTest, GeometryIsSavedInTwipsAndRestoredWithoutDrift)
     EXPECT_EQ(settingsValue("Zelvora", "Settings", "MainHeight", ""), "6000");
 }
 
+TEST_F(LoadTest, ASizeThatNoScreenHasIsCut)
+{
+    setSettingsValue("Zelvora", "Settings", "MainWidth", "99999999999");
+    start();
+    EXPECT_EQ(main().frameGeometry().width(), 8192);
+}
+
 TEST_F(LoadTest, AMinimisedWindowKeepsTheGeometryOfBefore)
 {
     start().showMinimized();
