@@ -190,6 +190,7 @@ private:
     // Enlarge mode.
     void toggleEnlargeMode();
     void enlargeFailed();
+    void coverPanel(bool cover);
     bool showInViewer(const std::string& path);
     bool reloadViewer();
     void stepForward();

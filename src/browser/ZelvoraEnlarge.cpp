@@ -2,6 +2,7 @@
 
 #include "config/PublicValues.h"
 #include "controls/CaptionFrame.h"
+#include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
@@ -18,15 +19,14 @@ void Zelvora::toggleEnlargeMode()
     }
     unsetCursor();
     if (fields.EnlargeMode == 1) {
-        Frame8->hide();
+        coverPanel(false);
         fields.EnlargeMode = 0;
         Command12->setToolTip(QStringLiteral("Enlarge Selected Drawing"));
         resetPictures();
         return;
     }
     fields.EnlargeMode = 1;
-    Frame8->show();
-    Frame8->raise();
+    coverPanel(true);
     if (!showInViewer(fields.selectedDrawing)) {
         enlargeFailed();
         return;
@@ -44,11 +44,21 @@ void Zelvora::enlargeFailed()
     messages().show({"Drawing Failed to Load: " + fields.selectedDrawing +
                          "\r\nVerify the drawing exists or Run Recover.",
                      "Error Loading Drawing File", MessageIcon::Critical});
-    Frame8->hide();
+    coverPanel(false);
     Command2->setEnabled(true);
     Command3->setEnabled(true);
     Command12->setEnabled(true);
     fields.EnlargeMode = 0;
+}
+
+/// Cells that lie under the viewer are passed over by Tab, for a focus there could not be seen.
+void Zelvora::coverPanel(bool cover)
+{
+    Frame8->setVisible(cover);
+    if (cover)
+        Frame8->raise();
+    for (int cell = 1; cell <= kCells; ++cell)
+        DwgThumbnails[cell]->setFocusPolicy(cover ? Qt::ClickFocus : Qt::StrongFocus);
 }
 
 /// The viewer stays hidden when it refuses the drawing.

@@ -76,12 +76,12 @@ void Zelvora::selectCell(int cell)
 }
 
 /// Reads the library up to the selected drawing. Whatever fails on the way ends the reading, with nothing
-/// told: a list that is gone, properties that cannot be read, and the closing of every file by the selection
-/// of the row, which has by then done all this itself.
+/// told: a list that is gone or has become shorter, properties that cannot be read, and the closing of every
+/// file by the selection of the row, which has by then done all this itself.
 void Zelvora::readSelection(int cell, int target)
 {
     const auto list = readListFile(fields.LibraryPath);
-    if (!list)
+    if (!list || target > int(list->size()))
         return;
     const unsigned filesClosed = m_filesClosed;
     int line = 0;

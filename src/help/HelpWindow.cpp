@@ -2,18 +2,26 @@
 
 #include "controls/ImageList.h"
 
+#include <QBuffer>
+#include <QImageReader>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QSplitter>
+#include <QStyle>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QTextBlock>
 #include <QTextBrowser>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
+
+#include <cmath>
+#include <cstdlib>
 
 namespace zv {
 namespace {
@@ -26,7 +34,17 @@ QString text(const std::string& utf8)
     return QString::fromStdString(utf8);
 }
 
-/// Pages and pictures come from the book; an address outside it leads nowhere.
+/// The colour of links, or one that can be read where a dark palette has left theirs as it was.
+QColor linkColor(const QPalette& palette)
+{
+    constexpr int kLeastContrast = 70;
+    const QColor link = palette.color(QPalette::Link);
+    const int contrast = std::abs(qGray(link.rgb()) - qGray(palette.color(QPalette::Base).rgb()));
+    return contrast < kLeastContrast ? accentColor() : link;
+}
+
+/// Pages and pictures come from the book; an address outside it leads nowhere. Pictures that are too wide for
+/// the page shrink with it.
 class BookBrowser : public QTextBrowser {
 public:
     explicit BookBrowser(const HelpBook& book) : m_book(book)
@@ -53,11 +71,53 @@ protected:
     void doSetSource(const QUrl& name, QTextDocument::ResourceType type) override
     {
         const QUrl whole = source().resolved(name);
-        if (whole.scheme() == QStringLiteral("book") && m_book.file(whole.path().toStdString()))
-            QTextBrowser::doSetSource(whole, type);
+        if (whole.scheme() != QStringLiteral("book") || !m_book.file(whole.path().toStdString()))
+            return;
+        document()->setDefaultStyleSheet(QStringLiteral("a { color: %1; }").arg(linkColor(palette()).name()));
+        QTextBrowser::doSetSource(whole, type);
+        fitPictures();
+    }
+
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QTextBrowser::resizeEvent(event);
+        fitPictures();
     }
 
 private:
+    /// Width for a picture, the same with and without a scroll bar so that neither brings the other about.
+    int room(const QTextBlockFormat& block) const
+    {
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        const double margins = 2 * document()->documentMargin() + block.leftMargin() + block.rightMargin();
+        return contentsRect().width() - bar - int(std::ceil(margins));
+    }
+
+    void fitPictures()
+    {
+        for (QTextBlock block = document()->begin(); block.isValid(); block = block.next())
+            for (auto part = block.begin(); !part.atEnd(); ++part)
+                if (part.fragment().charFormat().isImageFormat())
+                    fitPicture(part.fragment(), room(block.blockFormat()));
+    }
+
+    void fitPicture(const QTextFragment& fragment, int room)
+    {
+        QTextImageFormat format = fragment.charFormat().toImageFormat();
+        QByteArray bytes = loadResource(QTextDocument::ImageResource, QUrl(format.name())).toByteArray();
+        QBuffer file(&bytes);
+        const QSize natural = QImageReader(&file).size();
+        const QSize fitting = natural.width() > room ? natural * (double(room) / natural.width()) : natural;
+        if (fitting.isEmpty() || fitting.width() == int(format.width()))
+            return;
+        format.setWidth(fitting.width());
+        format.setHeight(fitting.height());
+        QTextCursor cursor(document());
+        cursor.setPosition(fragment.position());
+        cursor.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
+        cursor.setCharFormat(format);
+    }
+
     const HelpBook& m_book;
 };
 
@@ -96,6 +156,9 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpBook> book) : m_book(std::move(book))
     m_sides->addTab(contentsSide(), tr("&Contents"));
     m_sides->addTab(indexSide(), tr("I&ndex"));
     m_sides->addTab(searchSide(), tr("&Search"));
+
+    // However small the window, each of the three lists can be reached.
+    m_sides->setMinimumWidth(m_sides->tabBar()->sizeHint().width());
 
     auto* splitter = new QSplitter;
     splitter->addWidget(m_sides);

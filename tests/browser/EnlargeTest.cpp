@@ -1,3 +1,4 @@
+#include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
@@ -57,6 +58,20 @@ TEST_F(EnlargeTest, TogglesTheViewerAndTheToolTip)
     EXPECT_FALSE(visible("Frame8"));
     EXPECT_EQ(main().fields.EnlargeMode, 0);
     EXPECT_EQ(main().Command12->toolTip(), "Enlarge Selected Drawing");
+}
+
+TEST_F(EnlargeTest, TabPassesOverTheCellsThatTheViewerCovers)
+{
+    office(3);
+    const auto reached = [this](int cell) {
+        return bool(main().DwgThumbnails[cell]->focusPolicy() & Qt::TabFocus);
+    };
+    enlarge(2);
+    EXPECT_FALSE(reached(1));
+    EXPECT_FALSE(reached(2));
+    ASSERT_TRUE(click("Command12"));
+    EXPECT_TRUE(reached(1));
+    EXPECT_TRUE(reached(2));
 }
 
 TEST_F(EnlargeTest, ARefusedDrawingReturnsToThePanels)

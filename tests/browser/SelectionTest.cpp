@@ -127,6 +127,12 @@ TEST_F(SelectionTest, AListThatIsGoneOrShorterSelectsNothing)
     ASSERT_TRUE(click("DwgThumbnail3"));
     EXPECT_EQ(main().fields.selectedDrawing, drawings(1)[0]);
     EXPECT_EQ(main().List1->currentRow(), 0);
+    const QString before = text("Text1");
+    makeLibrary("Doors", drawings(2));
+    ASSERT_TRUE(click("DwgThumbnail3"));
+    EXPECT_EQ(main().fields.selectedDrawing, drawings(1)[0]);
+    EXPECT_EQ(main().List1->currentRow(), 0);
+    EXPECT_EQ(text("Text1"), before);
     std::filesystem::remove(listPath("Doors"));
     ASSERT_TRUE(click("DwgThumbnail3"));
     EXPECT_EQ(main().fields.selectedDrawing, drawings(1)[0]);

@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTest>
@@ -184,6 +186,62 @@ TEST_F(HelpWindowTest, PicturesComeFromTheBook)
         browser->document()
             ->resource(QTextDocument::ImageResource, QUrl(QStringLiteral("file:///usr/share/pixmaps")))
             .isNull());
+}
+
+TEST_F(HelpWindowTest, PicturesShrinkWithThePageAndGrowToTheirOwnSize)
+{
+    viewer.ShowContents();
+    static_cast<HelpWindow*>(window())->showPage(QStringLiteral("second.html"));
+    const auto* browser = control<QTextBrowser>("HelpPage");
+    const auto widths = [browser] {
+        QList<int> found;
+        for (QTextBlock block = browser->document()->begin(); block.isValid(); block = block.next())
+            for (auto part = block.begin(); !part.atEnd(); ++part)
+                if (part.fragment().charFormat().isImageFormat())
+                    found << int(part.fragment().charFormat().toImageFormat().width());
+        return found;
+    };
+    window()->resize(433, 433);
+    QApplication::processEvents();
+    ASSERT_EQ(widths().size(), 2);
+    EXPECT_EQ(widths()[0], 8);
+    EXPECT_LT(widths()[1], 433);
+    EXPECT_GT(widths()[1], 100);
+    EXPECT_FALSE(browser->horizontalScrollBar()->isVisible());
+    window()->resize(1500, 1000);
+    QApplication::processEvents();
+    EXPECT_EQ(widths(), (QList<int>{8, 900}));
+}
+
+TEST_F(HelpWindowTest, LinksCanBeReadInADarkPalette)
+{
+    const QPalette before = QApplication::palette();
+    QPalette dark = before;
+    dark.setColor(QPalette::Window, QColor(35, 38, 41));
+    dark.setColor(QPalette::Base, QColor(27, 30, 32));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Link, Qt::blue);
+    QApplication::setPalette(dark);
+    viewer.ShowContents();
+    QColor link;
+    const QTextDocument* document = control<QTextBrowser>("HelpPage")->document();
+    for (QTextBlock block = document->begin(); block.isValid(); block = block.next())
+        for (auto part = block.begin(); !part.atEnd(); ++part)
+            if (part.fragment().charFormat().isAnchor())
+                link = part.fragment().charFormat().foreground().color();
+    ASSERT_TRUE(link.isValid()) << "the first page has a link";
+    EXPECT_GT(link.lightness(), 128 - 20);
+    EXPECT_NE(link, QColor(Qt::blue));
+    QApplication::setPalette(before);
+}
+
+TEST_F(HelpWindowTest, TheThreeListsCanBeReachedInASmallWindow)
+{
+    viewer.ShowContents();
+    window()->resize(433, 433);
+    QApplication::processEvents();
+    const auto* sides = control<QTabWidget>("HelpSides");
+    EXPECT_GE(sides->width(), sides->tabBar()->sizeHint().width());
 }
 
 TEST_F(HelpWindowTest, AKeywordIsChosenByItsFirstLetters)
