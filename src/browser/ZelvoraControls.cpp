@@ -376,6 +376,8 @@ void Zelvora::connectOptions()
         });
     };
     choosing(Option1, Mode::Block);
+    // The lock waits for any click, also one that finds the option set.
+    connect(Option1, &QRadioButton::clicked, this, &Zelvora::lockScaleOnce);
     choosing(Option2, Mode::Xref);
     choosing(Option3, Mode::OpenCopy);
     choosing(Option4, Mode::Queue);

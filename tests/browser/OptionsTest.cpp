@@ -84,6 +84,19 @@ TEST_F(OptionsTest, TheOneShotLockDisablesTheScaleOnce)
     EXPECT_TRUE(enabled("x"));
 }
 
+TEST_F(OptionsTest, TheOneShotLockAlsoTakesAClickOnTheOptionThatIsSet)
+{
+    ASSERT_TRUE(click("Option1"));
+    main().fields.OneShotScaleLock = 1;
+    ASSERT_TRUE(enabled("x"));
+    ASSERT_TRUE(click("Option1"));
+    EXPECT_FALSE(enabled("x"));
+    EXPECT_EQ(main().fields.OneShotScaleLock, 0);
+    ASSERT_TRUE(click("Option2"));
+    ASSERT_TRUE(click("Option1"));
+    EXPECT_TRUE(enabled("x"));
+}
+
 TEST_F(OptionsTest, TheScaleIsStoredWithoutTheKeyJustPressed)
 {
     ASSERT_TRUE(click("Option1"));
