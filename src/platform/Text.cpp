@@ -128,8 +128,7 @@ bool textNumber(std::string_view text, double& value)
     if (text.empty() || (text.front() != '.' && (text.front() < '0' || text.front() > '9')))
         return false;
     double parsed = 0;
-    const auto end =
-        std::from_chars(text.data(), text.data() + text.size(), parsed, std::chars_format::fixed);
+    const auto end = std::from_chars(text.data(), text.data() + text.size(), parsed);
     if (end.ec != std::errc() || end.ptr != text.data() + text.size())
         return false;
     value = negative ? -parsed : parsed;

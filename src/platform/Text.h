@@ -28,8 +28,8 @@ std::size_t findText(std::string_view text, std::string_view part);
 /// A number as text: shortest form of at most 15 digits, "." as decimal point, no exponent.
 /// What is no number or endless gives "0".
 std::string numberText(double value);
-/// The value of a text that is a whole number or a decimal, blanks around it allowed; false when it is none,
-/// and `value` then keeps what it held.
+/// The value of a text that is a whole number or a decimal, with an exponent or without, blanks around it
+/// allowed; false when it is none, and `value` then keeps what it held.
 bool textNumber(std::string_view text, double& value);
 /// The nearest whole number, ties to the even neighbour.
 double roundHalfEven(double value);

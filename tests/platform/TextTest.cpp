@@ -112,9 +112,14 @@ TEST(Text, NumbersAreReadWhole)
     EXPECT_EQ(value, 0.5);
     EXPECT_TRUE(textNumber("4.", value));
     EXPECT_EQ(value, 4);
-    for (const char* text : {"", " ", "x", "1x", "1 2", "--1", "1e3", "0x10", "nan", "inf", "-", "."})
+    EXPECT_TRUE(textNumber("1E3", value));
+    EXPECT_EQ(value, 1000);
+    EXPECT_TRUE(textNumber("4e-1", value));
+    EXPECT_EQ(value, 0.4);
+    for (const char* text :
+         {"", " ", "x", "1x", "1 2", "--1", "1e", "e3", "1e999", "2,5", "0x10", "nan", "inf", "-", "."})
         EXPECT_FALSE(textNumber(text, value)) << text;
-    EXPECT_EQ(value, 4);
+    EXPECT_EQ(value, 0.4);
 }
 
 TEST(Text, RoundingIsHalfToEven)
