@@ -27,7 +27,9 @@ int main(int argc, char** argv)
         }
     }
     QSocketNotifier ending(endRequests, QSocketNotifier::Read);
-    QObject::connect(&ending, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    QObject::connect(&ending, &QSocketNotifier::activated, &application,
+                     // Quitting would ask about what is not saved.
+                     [] { QCoreApplication::exit(0); });
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() > 1) {
         const auto opened = window.workshop().open(zv::toBytes(arguments[1]));
