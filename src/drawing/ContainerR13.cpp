@@ -9,6 +9,7 @@ namespace zv::dwg {
 
 namespace {
 
+constexpr std::uint64_t kMostObjects = std::uint64_t{1} << 30;
 constexpr std::size_t kLocatorCountAt = 0x15, kLocatorSize = 9, kMostLocators = 32;
 
 int locatorNumber(Section which)
@@ -69,8 +70,11 @@ Result<std::unique_ptr<Container>> ContainerR13::open(const ByteSource& source, 
 
 Result<std::vector<std::byte>> ContainerR13::section(Section which) const
 {
-    if (which == Section::Objects)
+    if (which == Section::Objects) {
+        if (m_source.size() > kMostObjects)
+            return Error{ErrorCode::TooLarge, "the drawing is larger than 1 GiB"};
         return objectBytes(0, m_source.size());
+    }
     if (which == Section::Preview)
         return preview();
     const int number = locatorNumber(which);

@@ -50,7 +50,8 @@ private:
     Dictionary dictionary(Handle handle);
     template <class Entry>
     void readEntries(const std::vector<Handle>& handles, int type,
-                     ObjectHeader (*readEntry)(RecordReader&, Entry&), std::vector<Entry>& to, const char* what);
+                     ObjectHeader (*readEntry)(RecordReader&, Entry&), std::vector<Entry>& to,
+                     const char* what);
     void readMLineStyles(Handle styles);
     void readLayouts(Handle layouts);
 
@@ -193,7 +194,12 @@ Result<void> DocumentReader::readBlocks()
     auto handles = entries(m_header.blockControl, objectType::kBlockControl, 2, "blocks");
     if (!handles)
         return handles.error();
-    const Handle model = handles->size() >= 2 ? (*handles)[handles->size() - 2] : m_header.modelSpace;
+    Handle model = handles->size() >= 2 ? (*handles)[handles->size() - 2] : 0;
+    if (!m_store->open(model, objectType::kBlockHeader)) {
+        // A table that leaves the model space out: the header names it too.
+        model = m_header.modelSpace;
+        handles->push_back(model);
+    }
     BlockReader reader(*m_store, m_document, m_header);
     for (const Handle handle : *handles) {
         auto record = m_store->open(handle, objectType::kBlockHeader);

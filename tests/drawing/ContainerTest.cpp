@@ -216,5 +216,30 @@ TEST(Container, SaysWhatIsDamagedAndWhere)
               "file header: the file ends after 144 bytes");
 }
 
+/// A file that goes on with zeros up to a size that no memory holds.
+class EndlessSource final : public ByteSource {
+public:
+    explicit EndlessSource(std::string start) : m_start(std::move(start)) {}
+    std::uint64_t size() const override { return std::uint64_t{1} << 40; }
+    Result<void> read(std::uint64_t offset, std::span<std::byte> into) const override
+    {
+        for (std::size_t i = 0; i < into.size(); ++i)
+            into[i] = static_cast<std::byte>(offset + i < m_start.size() ? m_start[offset + i] : 0);
+        return {};
+    }
+
+private:
+    std::string m_start;
+};
+
+TEST(Container, DoesNotReadAWholeFileThatNoMemoryHolds)
+{
+    const EndlessSource source(buildR13("AC1015", {{"0", text(50)}}));
+    const auto container = Container::open(source);
+    ASSERT_TRUE(container.ok());
+    EXPECT_TRUE((*container)->section(Section::Header).ok());
+    EXPECT_EQ((*container)->section(Section::Objects).error().code, ErrorCode::TooLarge);
+}
+
 } // namespace
 } // namespace zv::dwg

@@ -1,5 +1,6 @@
 #include "drawing/tool/Info.h"
 #include "platform/Files.h"
+#include "platform/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +11,8 @@
 namespace zv::dwg {
 namespace {
 
-// Drawings that other programs made, with values that two independent readers agree on. They are not part of the
-// repository.
+// Drawings that other programs made, with values that two independent readers agree on. They are not part of
+// the repository.
 const std::string kFolder = ZELVORA_SOURCE_DIR "/../shared/drawings/";
 
 Json expectedValues()
@@ -75,7 +76,8 @@ TEST_P(DrawingInfo, GivesTheKnownValues)
          {"version", "size", "preview", "previewOthers", "properties", "entities", "blocks", "layers"}) {
         const Json* wanted = expected.member(key);
         const Json* got = found->member(key);
-        EXPECT_EQ(writeJson(got != nullptr ? *got : none), writeJson(wanted != nullptr ? *wanted : none)) << key;
+        EXPECT_EQ(writeJson(got != nullptr ? *got : none), writeJson(wanted != nullptr ? *wanted : none))
+            << key;
     }
     EXPECT_TRUE(closeExtents(*found->member("extents"), *expected.member("extents")))
         << writeJson(*found->member("extents")) << " for " << writeJson(*expected.member("extents"));
@@ -83,10 +85,22 @@ TEST_P(DrawingInfo, GivesTheKnownValues)
 
 INSTANTIATE_TEST_SUITE_P(Files, DrawingInfo, testing::ValuesIn(names()), [](const auto& parameter) {
     std::string name = parameter.param;
-    std::replace_if(name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return std::isalnum(c) == 0; }, '_');
     return name;
 });
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(DrawingInfo);
+
+TEST(ShownPath, IsTheSameBytesWhenTheyAreUtf8InAnyLocale)
+{
+    EXPECT_EQ(shownPath("T\xC3\xBCr.dwg"), "T\xC3\xBCr.dwg");
+}
+
+TEST(ShownPath, IsUtf8WhateverTheBytesAre)
+{
+    const std::string shown = shownPath("T\xFCr.dwg");
+    EXPECT_EQ(toUtf8(fromUtf8(shown)), shown);
+}
 
 } // namespace
 } // namespace zv::dwg

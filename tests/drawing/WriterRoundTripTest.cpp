@@ -1,5 +1,8 @@
+#include "drawing/BitReader.h"
+#include "drawing/Container.h"
 #include "drawing/Describe.h"
 #include "drawing/EveryKind.h"
+#include "drawing/ObjectMap.h"
 #include "drawing/Preview.h"
 #include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
@@ -227,6 +230,43 @@ TEST(WriterRoundTrip, ThePreviewComesBackPixelForPixel)
     EXPECT_EQ(decoded->width, 5);
     EXPECT_EQ(decoded->height, 3);
     EXPECT_EQ(decoded->bgra, pixels.bgra);
+}
+
+/// Puts another handle of one byte in the place of the second handle from the end of the table of blocks.
+void leaveModelSpaceOut(std::string& bytes, Handle model)
+{
+    const MemorySource source(std::as_bytes(std::span(bytes)));
+    const auto container = Container::open(source);
+    ASSERT_TRUE(container.ok());
+    const auto section = (*container)->section(Section::ObjectMap);
+    ASSERT_TRUE(section.ok());
+    const auto map = ObjectMap::read(*section);
+    ASSERT_TRUE(map.ok());
+    constexpr Handle kTableOfBlocks = 1;
+    constexpr std::uint64_t kOwnedByOneByte = 0x31;
+    const std::size_t start = map->places()[map->find(kTableOfBlocks)].offset;
+    for (std::size_t at = start * 8; at < (start + 64) * 8; ++at) {
+        BitReader in(std::as_bytes(std::span(bytes)));
+        in.seek(at);
+        if (in.bits(16) != (kOwnedByOneByte << 8 | model))
+            continue;
+        for (std::size_t bit = at + 8; bit < at + 16; ++bit)
+            bytes[bit / 8] &= static_cast<char>(~(0x80 >> bit % 8));
+        return;
+    }
+    FAIL() << "the table does not name it";
+}
+
+TEST(WriterRoundTrip, AModelSpaceThatTheTableOfBlocksLeavesOutIsFoundByTheHeader)
+{
+    const RoundTrip trip(test::documentOf(Line{}));
+    std::string bytes = trip.bytes;
+    leaveModelSpaceOut(bytes, trip.back.blocks[trip.back.modelSpace].handle);
+    const auto read = readDocument(MemorySource(std::as_bytes(std::span(bytes))));
+    ASSERT_TRUE(read.ok()) << read.error().text;
+    EXPECT_EQ(read->blocks[read->modelSpace].name, u"*Model_Space");
+    EXPECT_EQ(read->blocks[read->modelSpace].entities.size(), 1u);
+    EXPECT_EQ(read->blocks.size(), trip.back.blocks.size());
 }
 
 TEST(WriterRoundTrip, ManyObjectsSpreadOverSeveralPiecesOfTheObjectMap)

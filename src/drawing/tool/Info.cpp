@@ -7,7 +7,9 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <cmath>
 #include <map>
+#include <new>
 
 namespace zv::dwg {
 
@@ -79,12 +81,19 @@ Json layerNames(const Document& document)
     return Json::Array(names.begin(), names.end());
 }
 
+/// With 14 decimals: what is smaller comes of measuring, not of drawing.
+Json figure(double value)
+{
+    constexpr double kDecimals = 1e14;
+    return std::abs(value) < 1 ? std::round(value * kDecimals) / kDecimals + 0.0 : value;
+}
+
 Json extentsJson(const HeaderVariables& header)
 {
     const Point3 low = header.extentsMin, high = header.extentsMax;
     if (low.x > high.x || low.y > high.y)
         return {};
-    return Json::Array{low.x, low.y, high.x, high.y};
+    return Json::Array{figure(low.x), figure(low.y), figure(high.x), figure(high.y)};
 }
 
 std::string shown(const Json& value)
@@ -106,9 +115,7 @@ void addProperties(const Json& properties, std::string& words)
         words += "  " + shown((*pair.array())[0]) + " = " + shown((*pair.array())[1]) + "\n";
 }
 
-} // namespace
-
-Result<Json> describeDrawing(const std::string& path)
+Result<Json> describe(const std::string& path)
 {
     const auto source = openByteSource(path);
     if (!source)
@@ -120,7 +127,7 @@ Result<Json> describeDrawing(const std::string& path)
     if (!document)
         return document.error();
     Json::Object object;
-    object.emplace_back("file", toUtf8(wide(path)));
+    object.emplace_back("file", shownPath(path));
     object.emplace_back("version", FileStart(*start).versionText());
     object.emplace_back("size", whole((*source)->size()));
     addPreviews(**source, object);
@@ -134,6 +141,22 @@ Result<Json> describeDrawing(const std::string& path)
     object.emplace_back("layers", layerNames(*document));
     object.emplace_back("extents", extentsJson(document->header));
     return Json(std::move(object));
+}
+
+} // namespace
+
+std::string shownPath(const std::string& path)
+{
+    return toUtf8(fromUtf8(path)) == path ? path : toUtf8(wide(path));
+}
+
+Result<Json> describeDrawing(const std::string& path)
+{
+    try {
+        return describe(path);
+    } catch (const std::bad_alloc&) {
+        return Error{ErrorCode::TooLarge, "too large for this computer's memory"};
+    }
 }
 
 std::string describedInWords(const Json& description)

@@ -7,9 +7,12 @@
 
 namespace zv::dwg {
 
+/// The path in UTF-8, whatever the system's code page is when its bytes are UTF-8 already.
+std::string shownPath(const std::string& path);
+
 /// What a drawing file holds, as one JSON object: version, size, preview, properties, the model space's
 /// entities by kind, the number of blocks, layer names and stored extents. Errors: as readDocument; NotFound;
-/// Denied.
+/// Denied; TooLarge, the memory does not hold it.
 Result<Json> describeDrawing(const std::string& path);
 
 /// The same for people, a line each; UTF-8.
