@@ -6,6 +6,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
 #include <QTest>
@@ -124,7 +125,8 @@ void xdotool(const QStringList& arguments)
 {
     QProcess process;
     process.start(QStringLiteral("xdotool"), arguments);
-    QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, kPatienceMs);
+    static_cast<void>(
+        QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; }, kPatienceMs));
 }
 
 } // namespace zv::tour

@@ -1,0 +1,107 @@
+// What a drafter waits for in the main window: a panel, a library, a selection. Previews are those of the
+// sample office where it has been made, else small ones of this program's own.
+#include "support/OfficeFixture.h"
+
+#include "library/ListFile.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDirIterator>
+#include <QListWidget>
+#include <QTest>
+#include <benchmark/benchmark.h>
+
+#include <clocale>
+
+namespace {
+
+using namespace zv;
+
+struct Office : OfficeFixture {
+    using OfficeFixture::choose;
+    using OfficeFixture::click;
+    void TestBody() override {}
+
+    /// Starts on a library of this many lines; its drawings come again and again.
+    void startOn(const std::string& name, std::size_t lines)
+    {
+        std::vector<std::string> held;
+        QDirIterator files(QStringLiteral(ZELVORA_OFFICE), {QStringLiteral("*.dwg")}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext())
+            held.push_back(files.next().toLocal8Bit().toStdString());
+        if (held.empty())
+            held = drawings(40);
+        std::vector<std::string> paths;
+        for (std::size_t i = 0; i < lines; ++i)
+            paths.push_back(held[i % held.size()]);
+        makeLibrary(name, paths);
+        makeLibrary("Small", drawings(1));
+        makeCatalogue({name, "Small"});
+        setKey(ProfileFile::User, "LibLoad", "del", "0");
+        setKey(ProfileFile::User, "LibLoad", "LastLoad", name);
+        start();
+        main().resize(713, 606);
+        QApplication::processEvents();
+    }
+    void press(const char* button)
+    {
+        control<QAbstractButton>(QString::fromLatin1(button))->click();
+        QApplication::processEvents();
+    }
+};
+
+/// Turns a panel forward and back: twenty previews read, decoded, scaled and painted.
+void turnPanel(benchmark::State& state)
+{
+    Office office;
+    office.startOn("Forty", 40);
+    bool forward = true;
+    for ([[maybe_unused]] auto _ : state) {
+        office.press(forward ? "Command3" : "Command2");
+        forward = !forward;
+    }
+}
+BENCHMARK(turnPanel)->Unit(benchmark::kMillisecond);
+
+/// Picks the largest library there can be, up to its first panel on the screen.
+void chooseLargestLibrary(benchmark::State& state)
+{
+    Office office;
+    office.startOn("Largest", kMostListLines);
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        office.choose("Combo1", "Small");
+        state.ResumeTiming();
+        office.choose("Combo1", "Largest");
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(chooseLargestLibrary)->Unit(benchmark::kMillisecond);
+
+/// Clicks a cell, with the selection of its row and the reload of the panel that follow.
+void selectCell(benchmark::State& state)
+{
+    Office office;
+    office.startOn("TenThousand", 10000);
+    bool second = true;
+    for ([[maybe_unused]] auto _ : state) {
+        office.click(second ? "DwgThumbnail2" : "DwgThumbnail3");
+        QApplication::processEvents();
+        second = !second;
+    }
+}
+BENCHMARK(selectCell)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    std::setlocale(LC_ALL, "");
+    QApplication::setQuitOnLastWindowClosed(false);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

@@ -1,0 +1,167 @@
+#include "Tour.h"
+
+#include "app/RunningProgram.h"
+#include "browser/BrowserWindows.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/MessageBoxes.h"
+#include "controls/TextBytes.h"
+#include "drawing/paint/Picture.h"
+#include "host/ProgramHost.h"
+#include "host/QtEventPump.h"
+#include "platform/Automation.h"
+#include "platform/System.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QListWidget>
+#include <QProcess>
+#include <QRadioButton>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+
+#include <clocale>
+#include <cstdio>
+
+namespace {
+
+using zv::tour::Tour;
+
+/// The program as its own main sets it up, on the folder of the office.
+struct Setting {
+    explicit Setting(const QString& office)
+        : program({zv::toBytes(office), zv::userFolder()}, messages), host(program)
+    {
+        program.setActionServices(host.services());
+        zv::addBrowserWindows(program);
+    }
+
+    zv::MessageBoxes messages;
+    zv::RunningProgram program;
+    zv::ProgramHost host;
+};
+
+/// A user who has never started the program: no library is in view yet.
+bool showFirstStart(const QString& office, const QString& pictures)
+{
+    QTemporaryDir home;
+    const QByteArray data = qgetenv("XDG_DATA_HOME"), config = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("data")).toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral("config")).toLocal8Bit());
+    bool shown = false;
+    {
+        Setting setting(office);
+        Tour tour(setting.program, pictures + QStringLiteral("/first-start"));
+        shown = tour.start();
+        tour.picture(QStringLiteral("no-library-yet"));
+    }
+    qputenv("XDG_DATA_HOME", data);
+    qputenv("XDG_CONFIG_HOME", config);
+    return shown;
+}
+
+/// A library of the catalogue whose list is gone, for as long as the picture needs.
+void showMissingLibrary(Tour& tour, const QString& office)
+{
+    const QString list = office + QStringLiteral("/Vendor Details.lst"),
+                  aside = list + QStringLiteral(".aside");
+    QFile::rename(list, aside);
+    tour.answerNextMessage(QStringLiteral("library-gone-message"));
+    if (tour.chooseLibrary(QStringLiteral("Vendor Details")))
+        tour.picture(QStringLiteral("library-gone"));
+    QFile::rename(aside, list);
+}
+
+bool browse(Tour& tour, const QString& office)
+{
+    if (!tour.start())
+        return false;
+    tour.picture(QStringLiteral("last-library"));
+    tour.click("Command3");
+    tour.picture(QStringLiteral("next-panel"));
+    tour.jumpToRow(45);
+    tour.picture(QStringLiteral("jump-by-label"));
+    tour.click("Command12");
+    tour.picture(QStringLiteral("enlarged"));
+    tour.click("Command12");
+    tour.click("Picture9");
+    tour.picture(QStringLiteral("settings-tab"));
+    tour.click("Picture5");
+    showMissingLibrary(tour, office);
+    if (!tour.chooseLibrary(QStringLiteral("Stairs and Ramps")))
+        return false;
+    tour.picture(QStringLiteral("library-chosen"));
+    return true;
+}
+
+/// A double-click places a drawing in the bench; the point is picked there with the display's own pointer.
+bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
+{
+    QProcess bench;
+    bench.setProcessChannelMode(QProcess::ForwardedChannels);
+    bench.start(office + QStringLiteral("/zelvora-bench"), QStringList());
+    zv::QtEventPump pump;
+    const std::unique_ptr<zv::Automation> automation = zv::systemAutomation(pump);
+    zv::AutomationObjectPtr application;
+    if (!Tour::until("the bench answers", [&] {
+            auto attached = automation->attach("AutoCAD.Application");
+            if (attached)
+                application = *attached;
+            return attached.ok();
+        }))
+        return false;
+
+    qobject_cast<QRadioButton*>(tour.control("Option1"))->setChecked(true);
+    tour.doubleClick("DwgThumbnail2");
+    zv::tour::xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                       QStringLiteral("--name"), QStringLiteral("Bench"), QStringLiteral("windowraise"),
+                       QStringLiteral("windowfocus"), QStringLiteral("mousemove"), QStringLiteral("--window"),
+                       QStringLiteral("%1"), QStringLiteral("300"), QStringLiteral("250")});
+    tour.pictureOfScreen(QStringLiteral("bench-asks-for-the-point"));
+    zv::tour::xdotool({QStringLiteral("click"), QStringLiteral("1")});
+    zv::tour::xdotool({QStringLiteral("key"), QStringLiteral("Return")});
+
+    const auto document = zv::asObject(application->get("ActiveDocument"));
+    if (!document)
+        return false;
+    const auto idle = [&] {
+        const auto active = zv::asNumber((*document)->call("GetVariable", {std::string("cmdactive")}));
+        return active && *active == 0;
+    };
+    if (!Tour::until("the bench has placed the block", idle))
+        return false;
+    static_cast<void>((*document)->call("SendCommand", {std::string("_.ZOOM\r_E\r")}));
+    tour.pictureOfScreen(QStringLiteral("block-in-the-drawing"));
+    const std::string saved = zv::toBytes(pictures + QStringLiteral("/placed.dwg"));
+    const auto sent =
+        (*document)->call("SendCommand", {"(command \"_.SAVEAS\" \"2000\" \"" + saved + "\")\r"});
+    bench.terminate();
+    bench.waitForFinished();
+    return sent.ok() && QFile::exists(pictures + QStringLiteral("/placed.dwg"));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    std::setlocale(LC_ALL, "");
+    QApplication::setApplicationName(QStringLiteral("Zelvora"));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setQuitOnLastWindowClosed(false);
+    const QStringList arguments = QApplication::arguments();
+    if (arguments.size() != 3) {
+        std::fprintf(stderr, "zelvora-tour OFFICE PICTURES\n");
+        return 2;
+    }
+    const QString office = arguments[1], pictures = arguments[2];
+    QDir().mkpath(pictures + QStringLiteral("/first-start"));
+    if (!showFirstStart(office, pictures))
+        return 1;
+    zv::DwgThumbnail::setRenderer([office](const std::string& path, QSize pixels) {
+        return zv::dwg::drawThumbnail(path, pixels, Qt::black,
+                                      zv::toBytes(office + QStringLiteral("/fonts")));
+    });
+    Setting setting(office);
+    Tour tour(setting.program, pictures);
+    return browse(tour, office) && insertBlock(tour, office, pictures) ? 0 : 1;
+}
