@@ -154,7 +154,9 @@ Result<void> makeUser(const fs::path& office)
         set(profile, "LibLoad", "LastLoad", kFirstLibrary);
         set(profile, "LibLoad", "del", "0");
         set(profile, "Settings", "ProjectPath", "");
-        set(profile, "Settings", "Insertmode", "1");
+        // A first double-click places a block, at the size at which it is drawn.
+        set(profile, "Settings", "Insertmode", "0");
+        set(profile, "Settings", "AutoScale", "0");
         set(profile, "Settings", "AOT", "1");
     }
     if (!fs::exists(store)) {

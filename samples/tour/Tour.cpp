@@ -101,7 +101,8 @@ void Tour::jumpToRow(int row)
     auto* labels = qobject_cast<QListWidget*>(control("List1"));
     if (!labels || row >= labels->count())
         return;
-    labels->scrollToItem(labels->item(row));
+    labels->scrollToItem(labels->item(row), QAbstractItemView::PositionAtCenter);
+    QCoreApplication::processEvents();
     QTest::mouseClick(labels->viewport(), Qt::LeftButton, {},
                       labels->visualItemRect(labels->item(row)).center());
     QCoreApplication::processEvents();

@@ -18,13 +18,20 @@
 #include <QRadioButton>
 #include <QStyleFactory>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 
 namespace {
 
 using zv::tour::Tour;
+
+/// Another process paints in its own time.
+constexpr int kRepaintMs = 500;
+constexpr int kLongestTourMs = 120000;
 
 /// The program as its own main sets it up, on the folder of the office.
 struct Setting {
@@ -76,6 +83,8 @@ bool browse(Tour& tour, const QString& office)
     if (!tour.start())
         return false;
     tour.picture(QStringLiteral("last-library"));
+    if (!tour.chooseLibrary(QStringLiteral("Doors and Windows")))
+        return false;
     tour.click("Command3");
     tour.picture(QStringLiteral("next-panel"));
     tour.jumpToRow(45);
@@ -116,6 +125,7 @@ bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
                        QStringLiteral("--name"), QStringLiteral("Bench"), QStringLiteral("windowraise"),
                        QStringLiteral("windowfocus"), QStringLiteral("mousemove"), QStringLiteral("--window"),
                        QStringLiteral("%1"), QStringLiteral("300"), QStringLiteral("250")});
+    QTest::qWait(kRepaintMs);
     tour.pictureOfScreen(QStringLiteral("bench-asks-for-the-point"));
     zv::tour::xdotool({QStringLiteral("click"), QStringLiteral("1")});
     zv::tour::xdotool({QStringLiteral("key"), QStringLiteral("Return")});
@@ -130,10 +140,11 @@ bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
     if (!Tour::until("the bench has placed the block", idle))
         return false;
     static_cast<void>((*document)->call("SendCommand", {std::string("_.ZOOM\r_E\r")}));
+    QTest::qWait(kRepaintMs);
     tour.pictureOfScreen(QStringLiteral("block-in-the-drawing"));
     const std::string saved = zv::toBytes(pictures + QStringLiteral("/placed.dwg"));
-    const auto sent =
-        (*document)->call("SendCommand", {"(command \"_.SAVEAS\" \"2000\" \"" + saved + "\")\r"});
+    static_cast<void>((*document)->call("SetVariable", {std::string("filedia"), std::int64_t(0)}));
+    const auto sent = (*document)->call("SendCommand", {"(command \"_.SAVEAS\" \"" + saved + "\")\r"});
     bench.terminate();
     bench.waitForFinished();
     return sent.ok() && QFile::exists(pictures + QStringLiteral("/placed.dwg"));
@@ -153,6 +164,11 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "zelvora-tour OFFICE PICTURES\n");
         return 2;
     }
+    // Nobody is there to answer a question that the tour does not expect.
+    QTimer::singleShot(kLongestTourMs, [] {
+        std::fprintf(stderr, "zelvora-tour: came to no end\n");
+        std::_Exit(1);
+    });
     const QString office = arguments[1], pictures = arguments[2];
     QDir().mkpath(pictures + QStringLiteral("/first-start"));
     if (!showFirstStart(office, pictures))
