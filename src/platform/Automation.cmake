@@ -1,7 +1,11 @@
 # Other programs, driven by name.
-zelvora_plain_library(zv_automation Automation.cpp Automation.h Json.cpp Json.h)
+zelvora_plain_library(zv_automation Automation.cpp Automation.h CarrierPatience.h Json.cpp Json.h)
 target_link_libraries(zv_automation PUBLIC zv_platform)
-if(NOT WIN32)
+if(WIN32)
+    target_sources(zv_automation PRIVATE
+        windows/ComAutomation.cpp windows/ComAutomation.h windows/ComPointer.h windows/ComValue.cpp windows/ComValue.h)
+    target_link_libraries(zv_automation PUBLIC ole32 oleaut32 uuid)
+else()
     target_sources(zv_automation PRIVATE
         LocalHosts.h posix/LocalHosts.cpp posix/SocketAutomation.cpp posix/StartFile.cpp posix/StartFile.h)
 endif()

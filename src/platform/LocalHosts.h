@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Automation.h"
+#include "platform/CarrierPatience.h"
 #include "platform/Result.h"
 
 #include <cstddef>
@@ -86,12 +87,6 @@ std::vector<std::string> startCommand(std::string_view firstLine, const std::str
 class PlainEventPump final : public EventPump {
 public:
     void wait(int descriptor, int timeoutMs) override;
-};
-
-/// How patient the socket carrier is. Tests are less patient than users.
-struct CarrierPatience {
-    int createMs = 60'000; ///< How long a started host may take until it answers.
-    int busyMs = 60'000;   ///< How long a host may stay busy.
 };
 
 /// The carrier over local sockets.

@@ -18,18 +18,8 @@ using std::chrono::milliseconds;
 /// Short answers are waited for with nothing else turning: the program's events have their turn only when a
 /// call takes as long as a user would notice.
 constexpr int kQuietMs = 20;
-constexpr milliseconds kFirstPause{50};
-constexpr milliseconds kLongestPause{2000};
 
 class SocketObject;
-
-/// Turns the caller's events for the whole pause.
-void pause(EventPump& pump, milliseconds length)
-{
-    const auto end = Clock::now() + length;
-    for (auto now = Clock::now(); now < end; now = Clock::now())
-        pump.wait(-1, static_cast<int>(std::chrono::ceil<milliseconds>(end - now).count()));
-}
 
 /// Text for the wire. Errors: Failed, it has no UTF-8 form.
 Result<std::string> wireText(const std::string& bytes)
@@ -146,16 +136,7 @@ private:
 
 Result<Json> Connection::ask(const char* operation, std::int64_t object, Json::Object rest)
 {
-    const auto deadline = Clock::now() + milliseconds(m_patience.busyMs);
-    for (milliseconds length = kFirstPause;; length = std::min(length * 2, kLongestPause)) {
-        Result<Json> result = askOnce(operation, object, rest);
-        if (result || result.error().code != ErrorCode::Busy)
-            return result;
-        const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
-        if (left <= milliseconds(0))
-            return Error{ErrorCode::Failed, result.error().text};
-        pause(m_pump, std::min(length, left));
-    }
+    return untilFree(m_pump, m_patience.busyMs, [&] { return askOnce(operation, object, rest); });
 }
 
 Result<Json> Connection::askOnce(const char* operation, std::int64_t object, const Json::Object& rest)
@@ -308,7 +289,7 @@ public:
                 return Error{ErrorCode::Lost, progId + " ended before it answered"};
             if (Clock::now() >= deadline)
                 return Error{ErrorCode::Failed, progId + " did not answer in time"};
-            pause(m_pump, length);
+            pauseFor(m_pump, length);
         }
     }
 

@@ -15,12 +15,17 @@ Error lastError(std::string_view path)
     else if (reason == ERROR_ACCESS_DENIED || reason == ERROR_WRITE_PROTECT ||
              reason == ERROR_SHARING_VIOLATION)
         code = ErrorCode::Denied;
+    return Error{code, toUtf8(wide(path)) + ": " + systemText(reason)};
+}
+
+std::string systemText(unsigned long code)
+{
     wchar_t text[256];
-    DWORD count = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                   reason, 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    DWORD count = ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, code,
+                                   0, text, static_cast<DWORD>(std::size(text)), nullptr);
     while (count > 0 && (text[count - 1] == L'\n' || text[count - 1] == L'\r' || text[count - 1] == L'.'))
         --count;
-    return Error{code, toUtf8(wide(path)) + ": " + toUtf8(std::u16string(text, text + count))};
+    return toUtf8(std::u16string(text, text + count));
 }
 
 std::wstring widePath(std::string_view path)
