@@ -1,5 +1,7 @@
 #include "host/ActionFixture.h"
 
+#include "platform/Text.h"
+
 namespace zv::test {
 
 namespace {
@@ -307,6 +309,8 @@ TEST_F(BlockInsertion, HostThatStaysBusyCountsAsFailed)
 
 TEST_F(BlockInsertion, PathThatIsNoTextIsNotTyped)
 {
+    if (wide("\xff") == u"\u00ff")
+        GTEST_SKIP() << "every byte is a character in this code page";
     place.run("");
     act("C:\\Lib\\\xff.dwg");
     const std::string transcript = place.transcript();

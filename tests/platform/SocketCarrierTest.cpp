@@ -151,19 +151,6 @@ TEST_F(SocketCarrier, RequestsGoOutAsTheWireHasThem)
                         "\n");
 }
 
-TEST_F(SocketCarrier, ErrorsKeepTheirKindAndWords)
-{
-    place.run("fault GetVariable#1 failed out of range\nfault GetPoint#1 cancelled no pick");
-    const AutomationObjectPtr drawing = document();
-    const auto unknown = drawing->get("Nonsense");
-    EXPECT_EQ(unknown.error().code, ErrorCode::NotFound);
-    const auto failed = drawing->call("GetVariable", {std::string("filedia")});
-    EXPECT_EQ(failed.error().code, ErrorCode::Failed);
-    EXPECT_EQ(failed.error().text, "out of range");
-    const auto cancelled = (*asObject(drawing->get("Utility")))->call("GetPoint", {});
-    EXPECT_EQ(cancelled.error().code, ErrorCode::Cancelled);
-}
-
 TEST_F(SocketCarrier, LostStaysLostAndEndsOnlyItsOwnConnection)
 {
     place.run("fault Version#1 garbage");
@@ -200,16 +187,6 @@ TEST_F(SocketCarrier, AnswersThatDoNotFitEndTheConnection)
     }
 }
 
-TEST_F(SocketCarrier, BusyIsAskedAgainUntilPatienceEnds)
-{
-    place.run("fault Version#1 busy\nfault Version#2 busy\nfault Caption#* busy wait a little");
-    const AutomationObjectPtr application = attached();
-    EXPECT_EQ(*asText(application->get("Version")), "20.0");
-    const auto caption = application->get("Caption");
-    EXPECT_EQ(caption.error().code, ErrorCode::Failed);
-    EXPECT_EQ(caption.error().text, "wait a little");
-}
-
 TEST_F(SocketCarrier, TextThatIsNoUtf8GoesNowhere)
 {
     place.run("");
@@ -236,10 +213,8 @@ TEST_F(SocketCarrier, CreateWithoutAStartFileFailsAtOnce)
     EXPECT_EQ(carrier->create("../evil").error().code, ErrorCode::NotFound);
 }
 
-TEST_F(SocketCarrier, CreateWaitsForASlowHostAndFailsWithOneThatEnds)
+TEST_F(SocketCarrier, CreateFailsWithAHostThatEnds)
 {
-    place.install(kHost, std::string("delay 200\nlisten ") + kHost);
-    EXPECT_TRUE(carrier->create(kHost));
     place.install("Other.Application", "no such directive");
     EXPECT_EQ(carrier->create("Other.Application").error().code, ErrorCode::Lost);
 }

@@ -112,8 +112,7 @@ bool isValid(std::u16string_view text)
 
 bool isWhole(VARTYPE kind)
 {
-    constexpr std::array kWholeKinds = {VT_I1,  VT_I2,  VT_I4, VT_I8, VT_INT,
-                                        VT_UI1, VT_UI2, VT_UI4, VT_UINT};
+    constexpr std::array kWholeKinds = {VT_I1, VT_I2, VT_I4, VT_I8, VT_INT, VT_UI1, VT_UI2, VT_UI4, VT_UINT};
     return std::find(kWholeKinds.begin(), kWholeKinds.end(), kind) != kWholeKinds.end();
 }
 
@@ -127,10 +126,10 @@ Result<AutomationValue> pointOf(SAFEARRAY* array)
     LONG low = 0, high = 0;
     VARTYPE kind = VT_EMPTY;
     void* data = nullptr;
-    if (array == nullptr || ::SafeArrayGetDim(array) != 1 ||
-        FAILED(::SafeArrayGetVartype(array, &kind)) || kind != VT_R8 ||
-        FAILED(::SafeArrayGetLBound(array, 1, &low)) || FAILED(::SafeArrayGetUBound(array, 1, &high)) ||
-        std::int64_t{high} - low + 1 != kCoordinates || FAILED(::SafeArrayAccessData(array, &data)))
+    if (array == nullptr || ::SafeArrayGetDim(array) != 1 || FAILED(::SafeArrayGetVartype(array, &kind)) ||
+        kind != VT_R8 || FAILED(::SafeArrayGetLBound(array, 1, &low)) ||
+        FAILED(::SafeArrayGetUBound(array, 1, &high)) || std::int64_t{high} - low + 1 != kCoordinates ||
+        FAILED(::SafeArrayAccessData(array, &data)))
         return unknownKind();
     const double* const numbers = static_cast<const double*>(data);
     const AutomationPoint point{numbers[0], numbers[1], numbers[2]};
@@ -138,8 +137,8 @@ Result<AutomationValue> pointOf(SAFEARRAY* array)
     return AutomationValue(point);
 }
 
-Result<AutomationValue>
-objectOf(IUnknown* object, const std::function<AutomationObjectPtr(ComPointer<IDispatch>)>& wrap)
+Result<AutomationValue> objectOf(IUnknown* object,
+                                 const std::function<AutomationObjectPtr(ComPointer<IDispatch>)>& wrap)
 {
     if (object == nullptr)
         return AutomationValue(AutomationObjectPtr());

@@ -1,0 +1,160 @@
+#include "platform/Automation.h"
+#include "support/HostProcess.h"
+#include "support/TestCarrier.h"
+
+#include <gtest/gtest.h>
+
+namespace zv::test {
+
+namespace {
+
+constexpr const char* kHost = "AutoCAD.Application";
+
+/// What holds for the way to a host whatever carries it.
+class Carrier : public testing::Test {
+protected:
+    AutomationObjectPtr attached()
+    {
+        auto application = carrier->attach(kHost);
+        return application ? *application : nullptr;
+    }
+    AutomationObjectPtr document() { return *asObject(attached()->get("ActiveDocument")); }
+    bool wasNoted(const std::string& line) const
+    {
+        return place.transcript().find(line + "\n") != std::string::npos;
+    }
+
+    HostPlace place;
+    std::unique_ptr<EventPump> pump = testPump();
+    std::unique_ptr<Automation> carrier = testCarrier(*pump);
+};
+
+TEST_F(Carrier, NoneRunsBeforeAHostAndAfterItsEnd)
+{
+    EXPECT_EQ(carrier->attach(kHost).error().code, ErrorCode::NotFound);
+    place.run("");
+    EXPECT_TRUE(carrier->attach(kHost));
+    place.end();
+    EXPECT_EQ(carrier->attach(kHost).error().code, ErrorCode::NotFound);
+}
+
+TEST_F(Carrier, NoHostIsCreatedThatIsNotInstalled)
+{
+    EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::NotFound);
+    EXPECT_EQ(carrier->create("AutoCAD.Application.99").error().code, ErrorCode::NotFound);
+}
+
+TEST_F(Carrier, CreateWaitsForASlowHost)
+{
+    place.install(kHost, std::string("delay 200\nlisten ") + kHost);
+    const auto application = carrier->create(kHost);
+    ASSERT_TRUE(application);
+    EXPECT_EQ(*asText((*application)->get("Version")), "20.0");
+}
+
+TEST_F(Carrier, ArgumentsArriveAsWhatTheyAre)
+{
+    place.run("");
+    const AutomationObjectPtr application = attached();
+    EXPECT_TRUE(application->set("Visible", true));
+    EXPECT_TRUE(wasNoted("set application Visible true"));
+    const AutomationObjectPtr drawing = *asObject(application->get("ActiveDocument"));
+    EXPECT_TRUE(drawing->call("SetVariable", {std::string("Filedia"), std::int64_t{0}}));
+    EXPECT_TRUE(wasNoted("call document SetVariable [\"Filedia\",0]"));
+    EXPECT_TRUE(drawing->call("SetVariable", {std::string("dimscale"), 48.0}));
+    EXPECT_TRUE(wasNoted("call document SetVariable [\"dimscale\",48.0]"));
+    EXPECT_TRUE(drawing->call("SendCommand", {std::string("_.-insert\r*C:/A/B.DWG\r")}));
+    EXPECT_TRUE(wasNoted("call document SendCommand [\"_.-insert\\r*C:/A/B.DWG\\r\"]"));
+    const AutomationObjectPtr utility = *asObject(drawing->get("Utility"));
+    EXPECT_TRUE(utility->call("GetPoint", {MissingArgument{}, std::string("Where: ")}));
+    EXPECT_TRUE(wasNoted("call utility GetPoint [{\"missing\":true},\"Where: \"]"));
+    EXPECT_TRUE(utility->call("TranslateCoordinates",
+                              {AutomationPoint{1, 2.5, 0}, std::monostate{}, std::monostate{}, false}));
+    EXPECT_TRUE(wasNoted("call utility TranslateCoordinates [{\"point\":[1.0,2.5,0.0]},null,null,false]"));
+}
+
+TEST_F(Carrier, AnswersArriveAsWhatTheyAre)
+{
+    place.run("variable dimscale 96.5\nvariable filedia 1\npoint 1.5 -2 0.25\ncaption Host \"A\"");
+    const AutomationObjectPtr drawing = document();
+    EXPECT_EQ(*asText(attached()->get("Caption")), "Host \"A\"");
+    EXPECT_EQ(*drawing->call("GetVariable", {std::string("DIMSCALE")}), AutomationValue(96.5));
+    EXPECT_EQ(*drawing->call("GetVariable", {std::string("filedia")}), AutomationValue(std::int64_t{1}));
+    EXPECT_EQ(*drawing->get("ObjectSnapMode"), AutomationValue(true));
+    EXPECT_EQ(*drawing->call("SendCommand", {std::string("x")}), AutomationValue());
+    const AutomationObjectPtr utility = *asObject(drawing->get("Utility"));
+    EXPECT_EQ(*asPoint(utility->call("GetPoint", {})), (AutomationPoint{1.5, -2, 0.25}));
+}
+
+TEST_F(Carrier, MembersOfACollectionKeepTheirOrder)
+{
+    place.run("block *Model_Space layout\nblock first\nblock second xref");
+    const AutomationObjectPtr blocks = *asObject(document()->get("Blocks"));
+    const auto members = blocks->items();
+    ASSERT_TRUE(members);
+    std::vector<std::string> names;
+    for (const AutomationValue& member : *members)
+        names.push_back(*asText((*asObject(member))->get("Name")));
+    EXPECT_EQ(names, (std::vector<std::string>{"*Model_Space", "first", "second"}));
+    EXPECT_EQ(*asBool((*asObject((*members)[2]))->get("IsXRef")), true);
+    EXPECT_FALSE(document()->items());
+}
+
+TEST_F(Carrier, NamesMeetWithoutRegardToCase)
+{
+    place.run("");
+    EXPECT_EQ(*asText(attached()->get("vErSiOn")), "20.0");
+}
+
+TEST_F(Carrier, ErrorsKeepTheirKindAndWords)
+{
+    place.run("fault GetVariable#1 failed out of range\nfault GetPoint#1 cancelled no pick");
+    const AutomationObjectPtr drawing = document();
+    const auto unknown = drawing->get("Nonsense");
+    EXPECT_EQ(unknown.error().code, ErrorCode::NotFound);
+    const auto misplaced = drawing->get("Caption");
+    EXPECT_EQ(misplaced.error().code, ErrorCode::NotFound);
+    const auto failed = drawing->call("GetVariable", {std::string("filedia")});
+    EXPECT_EQ(failed.error().code, ErrorCode::Failed);
+    EXPECT_EQ(failed.error().text, "out of range");
+    const auto cancelled = (*asObject(drawing->get("Utility")))->call("GetPoint", {});
+    EXPECT_EQ(cancelled.error().code, ErrorCode::Cancelled);
+    EXPECT_EQ(cancelled.error().text, "no pick");
+}
+
+TEST_F(Carrier, BusyIsAskedAgainUntilPatienceEnds)
+{
+    place.run("fault Version#1 busy\nfault Version#2 busy\nfault Caption#* busy wait a little");
+    const AutomationObjectPtr application = attached();
+    EXPECT_EQ(*asText(application->get("Version")), "20.0");
+    const auto caption = application->get("Caption");
+    EXPECT_EQ(caption.error().code, ErrorCode::Failed);
+    EXPECT_FALSE(caption.error().text.empty());
+}
+
+TEST_F(Carrier, HostThatDiesInACallIsLostAndStaysLost)
+{
+    place.run("fault Caption#1 die");
+    const AutomationObjectPtr application = attached();
+    EXPECT_EQ(application->get("Caption").error().code, ErrorCode::Lost);
+    EXPECT_EQ(application->get("Version").error().code, ErrorCode::Lost);
+    EXPECT_EQ(carrier->attach(kHost).error().code, ErrorCode::NotFound);
+}
+
+TEST_F(Carrier, LastAnswerOfAHostThatEndsStillArrives)
+{
+    place.run("fault Version#1 die-after");
+    const AutomationObjectPtr application = attached();
+    EXPECT_EQ(*asText(application->get("Version")), "20.0");
+    EXPECT_EQ(application->get("Caption").error().code, ErrorCode::Lost);
+}
+
+TEST_F(Carrier, AnswerThatMeansNothingIsAnError)
+{
+    place.run("fault Version#1 garbage");
+    EXPECT_FALSE(attached()->get("Version"));
+}
+
+} // namespace
+
+} // namespace zv::test

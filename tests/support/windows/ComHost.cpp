@@ -1,0 +1,112 @@
+#include "support/HostModel.h"
+#include "support/windows/HostObject.h"
+
+#include <chrono>
+#include <io.h>
+#include <oleauto.h>
+#include <windows.h>
+
+// A scripted host over COM, in a process of its own: ComHost SCRIPT [-Embedding].
+
+// Nobody deletes a COM object through its interface, so interfaces have no destructor.
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+namespace {
+
+using namespace zv::test;
+
+/// Hands out the application to who creates it.
+class Factory final : public IClassFactory {
+public:
+    explicit Factory(IDispatch* application) : m_application(application) {}
+
+    // It lives as long as the process, so nobody counts.
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override
+    {
+        const bool known = wanted == IID_IUnknown || wanted == IID_IClassFactory;
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID wanted, void** object) override
+    {
+        *object = nullptr;
+        return outer != nullptr ? CLASS_E_NOAGGREGATION : m_application->QueryInterface(wanted, object);
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+
+private:
+    IDispatch* m_application;
+};
+
+/// The names under which the host is found.
+class Doors {
+public:
+    explicit Doors(IDispatch* application) : m_application(application), m_factory(application) {}
+
+    void open(const std::string& name)
+    {
+        CLSID program{};
+        if (FAILED(::CLSIDFromProgID(std::wstring(name.begin(), name.end()).c_str(), &program)))
+            return;
+        DWORD door = 0;
+        if (SUCCEEDED(::RegisterActiveObject(m_application, program, ACTIVEOBJECT_STRONG, &door)))
+            m_running.push_back(door);
+        if (SUCCEEDED(
+                ::CoRegisterClassObject(program, &m_factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &door)))
+            m_classes.push_back(door);
+    }
+    void closeAll()
+    {
+        for (const DWORD door : m_running)
+            ::RevokeActiveObject(door, nullptr);
+        for (const DWORD door : m_classes)
+            ::CoRevokeClassObject(door);
+    }
+
+private:
+    IDispatch* m_application;
+    Factory m_factory;
+    std::vector<DWORD> m_running, m_classes;
+};
+
+/// Answers what calls there are, after waiting for one for at most `timeoutMs`.
+void serve(DWORD timeoutMs)
+{
+    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs, QS_ALLINPUT);
+    for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+        ::DispatchMessageW(&message);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2)
+        return 2;
+    HostModel model(argv[1]);
+    ::Sleep(static_cast<DWORD>(model.delayMs));
+    if (FAILED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED)))
+        return 3;
+    HostLife life;
+    Doors doors(makeHostObject(model, life, HostModel::Object{}));
+    const auto start = std::chrono::steady_clock::now();
+    while (!life.ends) {
+        const auto passed = std::chrono::steady_clock::now() - start;
+        std::erase_if(model.listening, [&](const HostModel::Listening& door) {
+            if (passed < std::chrono::milliseconds(door.afterMs))
+                return false;
+            doors.open(door.name);
+            return true;
+        });
+        serve(model.listening.empty() ? 100 : 5);
+        // The test that wrote the script takes it away when it has ended.
+        if (::_access(argv[1], 0) != 0)
+            break;
+    }
+    // Nobody may find a host that is about to end, but its last answer still goes out.
+    doors.closeAll();
+    serve(life.ends ? 200 : 0);
+    ::TerminateProcess(::GetCurrentProcess(), 0);
+}

@@ -1,0 +1,308 @@
+#include "support/windows/HostObject.h"
+
+#include "platform/Json.h"
+#include "platform/Text.h"
+
+#include <algorithm>
+#include <atomic>
+#include <iterator>
+#include <oleauto.h>
+
+// Nobody deletes a COM object through its interface, so interfaces have no destructor.
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+namespace zv::test {
+
+namespace {
+
+// The names that the host knows; the place in the list is the number of the member, counted from 1.
+const char* const kMembers[] = {"version",     "caption",     "visible",        "activedocument",
+                                "blocks",      "utility",     "objectsnapmode", "activespace",
+                                "name",        "isxref",      "islayout",       "sendcommand",
+                                "getvariable", "setvariable", "getpoint",       "translatecoordinates",
+                                "getstring"};
+
+/// Counts for a COM object, which deletes itself with the last one.
+template <class Interface> class Counted : public Interface {
+public:
+    virtual ~Counted() = default;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_count; }
+    ULONG STDMETHODCALLTYPE Release() override
+    {
+        const ULONG left = --m_count;
+        if (left == 0)
+            delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** object) override
+    {
+        const bool known = wanted == IID_IUnknown || wanted == __uuidof(Interface);
+        *object = known ? this : nullptr;
+        if (known)
+            AddRef();
+        return known ? S_OK : E_NOINTERFACE;
+    }
+
+private:
+    std::atomic<ULONG> m_count{1};
+};
+
+BSTR bstr(const std::string& utf8)
+{
+    const std::u16string text = fromUtf8(utf8);
+    return ::SysAllocStringLen(std::wstring(text.begin(), text.end()).c_str(),
+                               static_cast<UINT>(text.size()));
+}
+
+std::string utf8Of(BSTR text)
+{
+    return toUtf8(std::u16string(text, text + ::SysStringLen(text)));
+}
+
+bool readPoint(const VARIANT& value, HostModel::Point& point)
+{
+    double* numbers = nullptr;
+    if (value.vt != (VT_ARRAY | VT_R8) || ::SafeArrayGetDim(value.parray) != 1 ||
+        value.parray->rgsabound[0].cElements != 3 ||
+        FAILED(::SafeArrayAccessData(value.parray, reinterpret_cast<void**>(&numbers))))
+        return false;
+    point = {numbers[0], numbers[1], numbers[2]};
+    ::SafeArrayUnaccessData(value.parray);
+    return true;
+}
+
+/// An argument for the transcript, in the words of the local carrier. What no host takes shows its number.
+Json shown(const VARIANT& value)
+{
+    HostModel::Point point;
+    if (readPoint(value, point))
+        return Json(Json::Object{{"point", Json(Json::Array{point.x, point.y, point.z})}});
+    switch (value.vt) {
+    case VT_EMPTY:
+        return {};
+    case VT_ERROR:
+        return Json(Json::Object{{"missing", value.scode == DISP_E_PARAMNOTFOUND}});
+    case VT_BOOL:
+        return Json(value.boolVal != VARIANT_FALSE);
+    case VT_I4:
+        return Json(std::int64_t{value.lVal});
+    case VT_R8:
+        return Json(value.dblVal);
+    case VT_BSTR:
+        return Json(utf8Of(value.bstrVal));
+    default:
+        return Json(Json::Object{{"kind", std::int64_t{value.vt}}});
+    }
+}
+
+HostModel::Value modelValue(const VARIANT& value)
+{
+    if (value.vt == VT_I4)
+        return std::int64_t{value.lVal};
+    if (value.vt == VT_R8)
+        return value.dblVal;
+    return {};
+}
+
+/// One object of the host.
+class HostObject final : public Counted<IDispatch> {
+public:
+    HostObject(HostModel& model, HostLife& life, const HostModel::Object& object)
+        : m_model(model), m_life(life), m_object(object)
+    {
+    }
+
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override
+    {
+        *count = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+                                            DISPID* members) override;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* parameters,
+                                     VARIANT* answer, EXCEPINFO* exception, UINT*) override;
+
+private:
+    HostModel::Reply replyTo(DISPID member, WORD kind, const DISPPARAMS& parameters);
+    HostModel::Reply called(const DISPPARAMS& parameters);
+    HRESULT answerWith(const HostModel::Reply& reply, VARIANT* answer, EXCEPINFO* exception);
+    void put(const HostModel::Value& value, VARIANT& answer);
+
+    HostModel& m_model;
+    HostLife& m_life;
+    HostModel::Object m_object;
+    std::string m_spelling;  ///< Of the name last looked up, for the transcript.
+    bool m_rejected = false; ///< The two ways of being busy take turns.
+};
+
+/// Walks over the members of a collection.
+class Members final : public Counted<IEnumVARIANT> {
+public:
+    Members(HostModel& model, HostLife& life, std::vector<HostModel::Object> objects, std::size_t next = 0)
+        : m_model(model), m_life(life), m_objects(std::move(objects)), m_next(next)
+    {
+    }
+    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* members, ULONG* given) override
+    {
+        ULONG count = 0;
+        for (; count < wanted && m_next < m_objects.size(); ++count, ++m_next) {
+            members[count].vt = VT_DISPATCH;
+            members[count].pdispVal = makeHostObject(m_model, m_life, m_objects[m_next]);
+        }
+        if (given != nullptr)
+            *given = count;
+        return count == wanted ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override
+    {
+        const std::size_t left = m_objects.size() - m_next;
+        m_next += std::min<std::size_t>(count, left);
+        return count <= left ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Reset() override
+    {
+        m_next = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** other) override
+    {
+        *other = new Members(m_model, m_life, m_objects, m_next);
+        return S_OK;
+    }
+
+private:
+    HostModel& m_model;
+    HostLife& m_life;
+    std::vector<HostModel::Object> m_objects;
+    std::size_t m_next;
+};
+
+HRESULT HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
+{
+    if (count != 1)
+        return DISP_E_UNKNOWNNAME;
+    const std::wstring name(names[0]);
+    m_spelling = toUtf8(std::u16string(name.begin(), name.end()));
+    const std::string wanted = lowered(m_spelling);
+    const auto* const found = std::find(std::begin(kMembers), std::end(kMembers), wanted);
+    const bool known = found != std::end(kMembers);
+    members[0] = known ? static_cast<DISPID>(found - std::begin(kMembers)) + 1 : DISPID_UNKNOWN;
+    return known ? S_OK : DISP_E_UNKNOWNNAME;
+}
+
+HRESULT HostObject::Invoke(DISPID member, REFIID, LCID, WORD kind, DISPPARAMS* parameters, VARIANT* answer,
+                           EXCEPINFO* exception, UINT*)
+{
+    if (m_life.ends)
+        ::TerminateProcess(::GetCurrentProcess(), 1);
+    return answerWith(replyTo(member, kind, *parameters), answer, exception);
+}
+
+HostModel::Reply HostObject::replyTo(DISPID member, WORD kind, const DISPPARAMS& parameters)
+{
+    if (member == DISPID_NEWENUM)
+        return m_model.items(m_object);
+    if (member < 1 || member > static_cast<DISPID>(std::size(kMembers)))
+        return {HostModel::Outcome::UnknownName, {}, {}};
+    if (kind == DISPATCH_PROPERTYGET)
+        return m_model.get(m_object, m_spelling);
+    if (kind == DISPATCH_METHOD)
+        return called(parameters);
+    const bool isPut = kind == DISPATCH_PROPERTYPUT && parameters.cArgs == 1 && parameters.cNamedArgs == 1 &&
+                       parameters.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
+    if (!isPut)
+        return {HostModel::Outcome::Failed, {}, "no proper way to set a property"};
+    return m_model.set(m_object, m_spelling, writeJson(shown(parameters.rgvarg[0])));
+}
+
+HostModel::Reply HostObject::called(const DISPPARAMS& parameters)
+{
+    Json::Array arguments;
+    for (UINT index = parameters.cArgs; index-- > 0;)
+        arguments.push_back(shown(parameters.rgvarg[index]));
+    HostModel::Point point;
+    HostModel::Value value;
+    std::string variable;
+    if (parameters.cArgs > 0) {
+        const VARIANT& first = parameters.rgvarg[parameters.cArgs - 1];
+        readPoint(first, point);
+        if (first.vt == VT_BSTR)
+            variable = utf8Of(first.bstrVal);
+    }
+    if (parameters.cArgs > 1)
+        value = modelValue(parameters.rgvarg[parameters.cArgs - 2]);
+    return m_model.call(m_object, m_spelling, writeJson(Json(std::move(arguments))), variable, value, point);
+}
+
+HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, EXCEPINFO* exception)
+{
+    switch (reply.outcome) {
+    case HostModel::Outcome::DieAfter:
+        m_life.ends = true;
+        [[fallthrough]];
+    case HostModel::Outcome::Answer:
+        if (answer != nullptr)
+            put(reply.value, *answer);
+        return S_OK;
+    case HostModel::Outcome::UnknownName:
+        return DISP_E_MEMBERNOTFOUND;
+    case HostModel::Outcome::Busy:
+        m_rejected = !m_rejected;
+        return m_rejected ? RPC_E_CALL_REJECTED : RPC_E_SERVERCALL_RETRYLATER;
+    case HostModel::Outcome::Garbage:
+        if (answer != nullptr)
+            answer->vt = VT_CY;
+        return S_OK;
+    case HostModel::Outcome::TooLong:
+        return RPC_E_SERVERFAULT;
+    case HostModel::Outcome::Die:
+        ::TerminateProcess(::GetCurrentProcess(), 1);
+        return RPC_E_SERVERFAULT;
+    default:
+        if (exception != nullptr) {
+            exception->scode = reply.outcome == HostModel::Outcome::Cancelled ? E_ABORT : E_FAIL;
+            exception->bstrDescription = bstr(reply.text);
+        }
+        return DISP_E_EXCEPTION;
+    }
+}
+
+void HostObject::put(const HostModel::Value& value, VARIANT& answer)
+{
+    if (const auto* truth = std::get_if<bool>(&value)) {
+        answer.vt = VT_BOOL;
+        answer.boolVal = *truth ? VARIANT_TRUE : VARIANT_FALSE;
+    } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        // CAD programs give their variables in this short form.
+        answer.vt = VT_I2;
+        answer.iVal = static_cast<SHORT>(*whole);
+    } else if (const auto* number = std::get_if<double>(&value)) {
+        answer.vt = VT_R8;
+        answer.dblVal = *number;
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+        answer.vt = VT_BSTR;
+        answer.bstrVal = bstr(*text);
+    } else if (const auto* point = std::get_if<HostModel::Point>(&value)) {
+        answer.vt = VT_ARRAY | VT_R8;
+        answer.parray = ::SafeArrayCreateVector(VT_R8, 0, 3);
+        double numbers[] = {point->x, point->y, point->z};
+        for (LONG index = 0; index < 3; ++index)
+            ::SafeArrayPutElement(answer.parray, &index, &numbers[index]);
+    } else if (const auto* object = std::get_if<HostModel::Object>(&value)) {
+        answer.vt = VT_DISPATCH;
+        answer.pdispVal = makeHostObject(m_model, m_life, *object);
+    } else if (const auto* objects = std::get_if<std::vector<HostModel::Object>>(&value)) {
+        answer.vt = VT_UNKNOWN;
+        answer.punkVal = new Members(m_model, m_life, *objects);
+    }
+}
+
+} // namespace
+
+IDispatch* makeHostObject(HostModel& model, HostLife& life, const HostModel::Object& object)
+{
+    return new HostObject(model, life, object);
+}
+
+} // namespace zv::test

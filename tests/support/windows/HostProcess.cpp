@@ -1,0 +1,154 @@
+#include "support/HostProcess.h"
+
+#include "platform/Files.h"
+#include "platform/windows/ComAutomation.h"
+#include "platform/windows/LastError.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestCarrier.h"
+
+#include <objbase.h>
+#include <set>
+#include <windows.h>
+
+namespace zv::test {
+
+namespace {
+
+constexpr const char* kHost = "AutoCAD.Application";
+
+/// Messages go on while it waits, as a thread that uses COM owes to the system.
+class MessagePump final : public EventPump {
+public:
+    void wait(int, int timeoutMs) override
+    {
+        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(timeoutMs), QS_ALLINPUT);
+        for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+            ::DispatchMessageW(&message);
+    }
+};
+
+void setText(HKEY root, const std::wstring& key, const std::wstring& text)
+{
+    ::RegSetKeyValueW(root, key.c_str(), nullptr, REG_SZ, text.c_str(),
+                      static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+}
+
+/// Where classes are registered. Older Wine reads the machine's only, not the user's.
+HKEY classesRoot()
+{
+    static const HKEY root = [] {
+        const std::wstring probe = L"Software\\Classes\\Zelvora.Probe";
+        setText(HKEY_CURRENT_USER, probe, L"");
+        HKEY seen = nullptr;
+        const bool merged = ::RegOpenKeyW(HKEY_CLASSES_ROOT, L"Zelvora.Probe", &seen) == ERROR_SUCCESS;
+        if (merged)
+            ::RegCloseKey(seen);
+        ::RegDeleteTreeW(HKEY_CURRENT_USER, probe.c_str());
+        return merged ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+    }();
+    return root;
+}
+
+std::wstring hostCommand(const std::string& script)
+{
+    return widePath("\"" ZELVORA_SCRIPTED_HOST "\" \"" + script + "\"");
+}
+
+} // namespace
+
+struct HostPlace::State {
+    TemporaryFolder folder;
+    HANDLE host = nullptr;
+    int scripts = 0;
+    std::set<std::wstring> keys; ///< To be deleted at the end.
+
+    std::string writeScript(const std::string& script)
+    {
+        const std::string path = folder.file("script" + std::to_string(++scripts));
+        static_cast<void>(writeFile(path, "transcript " + folder.file("transcript") + "\n" + script));
+        return path;
+    }
+
+    void write(const std::wstring& key, const std::wstring& sub, const std::wstring& text)
+    {
+        const std::wstring path = L"Software\\Classes\\" + key;
+        keys.insert(path);
+        setText(classesRoot(), path + sub, text);
+    }
+
+    /// Gives the name a class of its own, so that a host of an earlier test is not found under it.
+    std::wstring registerName(const std::string& progId)
+    {
+        GUID id{};
+        static_cast<void>(::CoCreateGuid(&id));
+        wchar_t text[40];
+        ::StringFromGUID2(id, text, static_cast<int>(std::size(text)));
+        write(widePath(progId), L"\\CLSID", text);
+        write(std::wstring(L"CLSID\\") + text, L"\\ProgID", widePath(progId));
+        return text;
+    }
+};
+
+HostPlace::HostPlace() : m_state(std::make_unique<State>())
+{
+    m_state->registerName(kHost);
+}
+
+HostPlace::~HostPlace()
+{
+    end();
+    for (const std::wstring& key : m_state->keys)
+        ::RegDeleteTreeW(classesRoot(), key.c_str());
+}
+
+void HostPlace::run(const std::string& script)
+{
+    m_state->registerName(kHost);
+    std::wstring command = hostCommand(m_state->writeScript("listen AutoCAD.Application\n" + script));
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    if (!::CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                          &process))
+        return;
+    ::CloseHandle(process.hThread);
+    m_state->host = process.hProcess;
+    const std::unique_ptr<EventPump> pump = testPump();
+    const std::unique_ptr<Automation> carrier = testCarrier(*pump);
+    while (!carrier->attach(kHost) && ::WaitForSingleObject(m_state->host, 0) == WAIT_TIMEOUT)
+        pump->wait(-1, 5);
+}
+
+void HostPlace::end()
+{
+    if (m_state->host == nullptr)
+        return;
+    ::TerminateProcess(m_state->host, 1);
+    ::WaitForSingleObject(m_state->host, INFINITE);
+    ::CloseHandle(m_state->host);
+    m_state->host = nullptr;
+}
+
+void HostPlace::install(const std::string& progId, const std::string& script)
+{
+    const std::string path = m_state->writeScript(script);
+    const std::wstring id = m_state->registerName(progId);
+    m_state->write(L"CLSID\\" + id, L"\\LocalServer32", hostCommand(path));
+}
+
+std::string HostPlace::transcript() const
+{
+    return readFile(m_state->folder.file("transcript")).valueOr("");
+}
+
+std::unique_ptr<EventPump> testPump()
+{
+    return std::make_unique<MessagePump>();
+}
+
+std::unique_ptr<Automation> testCarrier(EventPump& pump)
+{
+    return comAutomation(pump, {10'000, 1'500});
+}
+
+} // namespace zv::test
