@@ -64,7 +64,7 @@ TEST_F(Carrier, ArgumentsArriveAsWhatTheyAre)
     EXPECT_TRUE(drawing->call("SetVariable", {std::string("dimscale"), 48.0}));
     EXPECT_TRUE(wasNoted("call document SetVariable [\"dimscale\",48.0]"));
     EXPECT_TRUE(drawing->call("SendCommand", {std::string("_.-insert\r*C:/A/B.DWG\r")}));
-    EXPECT_TRUE(wasNoted("call document SendCommand [\"_.-insert\\r*C:/A/B.DWG\\r\"]"));
+    EXPECT_TRUE(wasNoted("call document SendCommand [\"_.-insert\\u000d*C:/A/B.DWG\\u000d\"]"));
     const AutomationObjectPtr utility = *asObject(drawing->get("Utility"));
     EXPECT_TRUE(utility->call("GetPoint", {MissingArgument{}, std::string("Where: ")}));
     EXPECT_TRUE(wasNoted("call utility GetPoint [{\"missing\":true},\"Where: \"]"));

@@ -45,17 +45,19 @@ class Doors {
 public:
     explicit Doors(IDispatch* application) : m_application(application), m_factory(application) {}
 
-    void open(const std::string& name)
+    /// False when the name has no class, or the system is not ready for it; it can be tried again.
+    bool open(const std::string& name)
     {
         CLSID program{};
-        if (FAILED(::CLSIDFromProgID(std::wstring(name.begin(), name.end()).c_str(), &program)))
-            return;
-        DWORD door = 0;
-        if (SUCCEEDED(::RegisterActiveObject(m_application, program, ACTIVEOBJECT_STRONG, &door)))
-            m_running.push_back(door);
-        if (SUCCEEDED(
-                ::CoRegisterClassObject(program, &m_factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE, &door)))
-            m_classes.push_back(door);
+        DWORD running = 0, factory = 0;
+        if (FAILED(::CLSIDFromProgID(std::wstring(name.begin(), name.end()).c_str(), &program)) ||
+            FAILED(::RegisterActiveObject(m_application, program, ACTIVEOBJECT_STRONG, &running)))
+            return false;
+        m_running.push_back(running);
+        if (SUCCEEDED(::CoRegisterClassObject(program, &m_factory, CLSCTX_LOCAL_SERVER, REGCLS_MULTIPLEUSE,
+                                              &factory)))
+            m_classes.push_back(factory);
+        return true;
     }
     void closeAll()
     {
@@ -95,12 +97,9 @@ int main(int argc, char** argv)
     while (!life.ends) {
         const auto passed = std::chrono::steady_clock::now() - start;
         std::erase_if(model.listening, [&](const HostModel::Listening& door) {
-            if (passed < std::chrono::milliseconds(door.afterMs))
-                return false;
-            doors.open(door.name);
-            return true;
+            return passed >= std::chrono::milliseconds(door.afterMs) && doors.open(door.name);
         });
-        serve(model.listening.empty() ? 100 : 5);
+        serve(model.listening.empty() ? 100 : 20);
         // The test that wrote the script takes it away when it has ended.
         if (::_access(argv[1], 0) != 0)
             break;

@@ -6,6 +6,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestCarrier.h"
 
+#include <chrono>
 #include <objbase.h>
 #include <set>
 #include <windows.h>
@@ -14,6 +15,7 @@ namespace zv::test {
 
 namespace {
 
+constexpr std::chrono::seconds kLongestStart{60};
 constexpr const char* kHost = "AutoCAD.Application";
 
 /// Messages go on while it waits, as a thread that uses COM owes to the system.
@@ -115,7 +117,9 @@ void HostPlace::run(const std::string& script)
     m_state->host = process.hProcess;
     const std::unique_ptr<EventPump> pump = testPump();
     const std::unique_ptr<Automation> carrier = testCarrier(*pump);
-    while (!carrier->attach(kHost) && ::WaitForSingleObject(m_state->host, 0) == WAIT_TIMEOUT)
+    const auto deadline = std::chrono::steady_clock::now() + kLongestStart;
+    while (!carrier->attach(kHost) && ::WaitForSingleObject(m_state->host, 0) == WAIT_TIMEOUT &&
+           std::chrono::steady_clock::now() < deadline)
         pump->wait(-1, 5);
 }
 
