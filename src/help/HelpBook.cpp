@@ -1,5 +1,7 @@
 #include "help/HelpBook.h"
 
+#include "platform/Trial.h"
+
 #include <chm_lib.h>
 
 #include <algorithm>
@@ -10,6 +12,8 @@ namespace {
 
 constexpr std::uint64_t kFileLimit = 16U << 20; ///< Of one file inside a book.
 constexpr std::size_t kPageLimit = 10000;       ///< Pages of a book that are searched.
+constexpr std::size_t kTrialPart = 1U << 16;
+constexpr unsigned kTrialSeconds = 10;
 constexpr char kSystemFile[] = "/#SYSTEM";
 
 // Codes of the records of the system file.
@@ -65,6 +69,20 @@ struct HelpBook::File {
         return all;
     }
 
+    /// Reads every file of the book once and keeps none.
+    void readAll() const
+    {
+        std::string part(kTrialPart, '\0');
+        for (const std::string& name : names()) {
+            chmUnitInfo unit{};
+            if (chm_resolve_object(handle, name.c_str(), &unit) != CHM_RESOLVE_SUCCESS)
+                continue;
+            for (LONGUINT64 at = 0; at < std::min<LONGUINT64>(unit.length, kFileLimit); at += kTrialPart)
+                chm_retrieve_object(handle, &unit, reinterpret_cast<unsigned char*>(part.data()), at,
+                                    kTrialPart);
+        }
+    }
+
     chmFile* handle;
 };
 
@@ -72,6 +90,16 @@ Result<std::unique_ptr<HelpBook>> HelpBook::open(const std::string& path)
 {
     if (!std::ifstream(path))
         return Error{ErrorCode::NotFound, "there is no help file"};
+    const auto readAll = [&path] {
+        const File trial(path);
+        if (trial.handle != nullptr)
+            trial.readAll();
+        return trial.handle != nullptr;
+    };
+    // The library believes what a file says of itself and may fall over a damaged one, so the whole of it is
+    // read first where that does no harm.
+    if (!endsWell(readAll, kTrialSeconds))
+        return Error{ErrorCode::Damaged, "this is no help file"};
     auto file = std::make_unique<File>(path);
     if (file->handle == nullptr)
         return Error{ErrorCode::Damaged, "this is no help file"};
