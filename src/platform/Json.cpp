@@ -135,7 +135,7 @@ private:
         if (take('}'))
             return true;
         do {
-            auto& [name, member] = members.emplace_back();
+            auto& [name, member] = members.emplace_back(std::string(), Json());
             blanks();
             if (!text(name) || !take(':') || !value(member, depth + 1))
                 return false;
