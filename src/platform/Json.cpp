@@ -135,10 +135,12 @@ private:
         if (take('}'))
             return true;
         do {
-            auto& [name, member] = members.emplace_back(std::string(), Json());
+            std::string name;
+            Json member;
             blanks();
             if (!text(name) || !take(':') || !value(member, depth + 1))
                 return false;
+            members.emplace_back(std::move(name), std::move(member));
         } while (take(','));
         return take('}');
     }
