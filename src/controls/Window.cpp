@@ -2,6 +2,7 @@
 
 #include "config/PublicValues.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QWindow>
 
@@ -55,6 +56,10 @@ void Window::appear()
     show();
     raise();
     activateWindow();
+    // A window that was hidden a moment ago lost its activation, but the window system may not have told of
+    // it yet. Then it has nothing to tell of the return either, and the keys would reach no control.
+    if (windowHandle() == QGuiApplication::focusWindow() && !QApplication::activeWindow())
+        QApplication::setActiveWindow(this);
 }
 
 void Window::setTopmost(bool topmost)

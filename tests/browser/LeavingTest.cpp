@@ -4,6 +4,7 @@
 #include "platform/System.h"
 #include "support/OfficeFixture.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QRadioButton>
 #include <QTest>
@@ -59,6 +60,17 @@ TEST_F(LeavingTest, ReturningFromTheEditorStandsWhereTheWindowStood)
     program->show("Zelvora");
     ASSERT_TRUE(appears("Zelvora"));
     EXPECT_EQ(main().frameGeometry(), stood);
+}
+
+TEST_F(LeavingTest, AWindowThatComesBackAtOnceTakesTheKeysWhereItHadThem)
+{
+    start();
+    control("Combo1")->setFocus();
+    ASSERT_TRUE(waitUntil([this] { return control("Combo1")->hasFocus(); }));
+    program->hide("Zelvora");
+    program->show("Zelvora");
+    EXPECT_TRUE(waitUntil([this] { return main().isActiveWindow(); }));
+    EXPECT_EQ(QApplication::focusWidget(), control("Combo1"));
 }
 
 TEST_F(LeavingTest, DialogsHideTheMainWindow)
