@@ -81,6 +81,8 @@ private:
 
     const CallerWords& m_words;
     const std::string m_drawing;
+    /// The drawing in the host's own spelling, which is also the one that the properties are read by.
+    const std::string m_slashed = withForwardSlashes(m_drawing);
     ActionWindow& m_window;
     ActionServices& m_services;
     const ActionSettings& m_settings;
@@ -215,7 +217,7 @@ Result<void> ActionRun::typeInsertion()
     const Result<std::string> scale = scaleToType();
     if (!scale)
         return scale.error();
-    const std::string path = withExplodeMark(withForwardSlashes(m_drawing), m_window.explode());
+    const std::string path = withExplodeMark(m_slashed, m_window.explode());
     return sendCommand(m_window.explode() ? insertExplodedText(path, point, *scale)
                                           : insertBlockText(path, *scale));
 }
@@ -241,7 +243,7 @@ Result<void> ActionRun::computeScale()
     if (!dimscale)
         return dimscale.error();
     const double hostScale = *dimscale == 0 ? 1 : *dimscale;
-    const Result<std::string> property = m_window.firstCustomProperty(m_drawing);
+    const Result<std::string> property = m_window.firstCustomProperty(m_slashed);
     if (!property)
         return property.error();
     std::string drawingScale = storedScale(*property);

@@ -38,10 +38,11 @@ std::string blockNameOf(std::string_view path)
 {
     std::string name = upper(fileNamePart(path));
     constexpr std::string_view kEnding = ".DWG";
-    for (int removed = 0; removed < 2; ++removed) {
-        const std::size_t found = name.find(kEnding);
-        if (found != std::string::npos)
-            name.erase(found, kEnding.size());
+    // What the removal of one brings together is not searched again.
+    std::size_t found = name.find(kEnding);
+    for (int removed = 0; removed < 2 && found != std::string::npos; ++removed) {
+        name.erase(found, kEnding.size());
+        found = name.find(kEnding, found);
     }
     return upper(name);
 }

@@ -122,7 +122,7 @@ TEST_F(BlockInsertion, EscapeAtThePointIsSilentAndLogged)
                kBracketEnds + kLog));
 }
 
-const Events kReadScales = {"ActiveDocument.GetVariable('dimscale')", "property of C:\\Lib\\Bolt.dwg"};
+const Events kReadScales = {"ActiveDocument.GetVariable('dimscale')", "property of C:/Lib/Bolt.dwg"};
 
 std::string typedAtScale(const std::string& scale)
 {

@@ -39,6 +39,7 @@ TEST(CommandText, BlockNameIsTheFileNameWithoutItsEndings)
     EXPECT_EQ(blockNameOf("/home/lib/Bolt.dwg.DWG"), "BOLT");
     EXPECT_EQ(blockNameOf("a.dwg.dwg.dwg"), "A.DWG");
     EXPECT_EQ(blockNameOf("a.dwgb"), "AB");
+    EXPECT_EQ(blockNameOf("a.d.dwgwg"), "A.DWG");
     EXPECT_EQ(blockNameOf("Bolt"), "BOLT");
 }
 
