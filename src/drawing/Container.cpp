@@ -12,12 +12,12 @@ Result<std::unique_ptr<Container>> Container::open(const ByteSource& source)
     const auto start = FileStart::read(source);
     if (!start)
         return start.error();
-    const Version version = FileStart(*start).version();
-    if (version <= Version::R2000)
-        return ContainerR13::open(source, version);
-    if (version == Version::R2007)
-        return ContainerR2007::open(source);
-    return ContainerR2004::open(source, version);
+    const FileStart fields(*start);
+    if (fields.version() <= Version::R2000)
+        return ContainerR13::open(source, fields.version());
+    if (fields.version() == Version::R2007)
+        return ContainerR2007::open(source, fields);
+    return ContainerR2004::open(source, fields);
 }
 
 } // namespace zv::dwg

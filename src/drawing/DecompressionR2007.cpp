@@ -1,5 +1,6 @@
 #include "drawing/Decompression.h"
 #include "drawing/DecompressionOutput.h"
+#include "drawing/LiteralOrderR2007.h"
 
 #include <array>
 
@@ -7,76 +8,17 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr std::size_t kBlock = 32;
-
-/// Literal bytes are not stored in their own order: a run is cut into parts, and the parts come last first.
-/// Parts of two and three bytes are turned round within as well.
-struct Part {
-    std::uint8_t from = 0, length = 0;
-};
-using Parts = std::array<Part, 6>;
-
-constexpr std::array<Parts, kBlock + 1> kParts{{
-    {},
-    {{{0, 1}}},
-    {{{0, 2}}},
-    {{{0, 3}}},
-    {{{0, 4}}},
-    {{{4, 1}, {0, 4}}},
-    {{{5, 1}, {1, 4}, {0, 1}}},
-    {{{5, 2}, {1, 4}, {0, 1}}},
-    {{{0, 8}}},
-    {{{8, 1}, {0, 8}}},
-    {{{9, 1}, {1, 8}, {0, 1}}},
-    {{{9, 2}, {1, 8}, {0, 1}}},
-    {{{8, 4}, {0, 8}}},
-    {{{12, 1}, {8, 4}, {0, 8}}},
-    {{{13, 1}, {9, 4}, {1, 8}, {0, 1}}},
-    {{{13, 2}, {9, 4}, {1, 8}, {0, 1}}},
-    {{{8, 8}, {0, 8}}},
-    {{{9, 8}, {8, 1}, {0, 8}}},
-    {{{17, 1}, {9, 8}, {1, 8}, {0, 1}}},
-    {{{16, 3}, {8, 8}, {0, 8}}},
-    {{{16, 4}, {8, 8}, {0, 8}}},
-    {{{20, 1}, {16, 4}, {8, 8}, {0, 8}}},
-    {{{20, 2}, {16, 4}, {8, 8}, {0, 8}}},
-    {{{20, 3}, {16, 4}, {8, 8}, {0, 8}}},
-    {{{16, 8}, {8, 8}, {0, 8}}},
-    {{{17, 8}, {16, 1}, {8, 8}, {0, 8}}},
-    {{{25, 1}, {17, 8}, {16, 1}, {8, 8}, {0, 8}}},
-    {{{25, 2}, {17, 8}, {16, 1}, {8, 8}, {0, 8}}},
-    {{{24, 4}, {16, 8}, {8, 8}, {0, 8}}},
-    {{{28, 1}, {24, 4}, {16, 8}, {8, 8}, {0, 8}}},
-    {{{28, 2}, {24, 4}, {16, 8}, {8, 8}, {0, 8}}},
-    {{{30, 1}, {26, 4}, {18, 8}, {10, 8}, {2, 8}, {0, 2}}},
-    {{{24, 8}, {16, 8}, {8, 8}, {0, 8}}},
-}};
-
-/// For each run length the place that each byte comes from.
-constexpr auto kOrder = [] {
-    std::array<std::array<std::uint8_t, kBlock>, kBlock + 1> order{};
-    for (std::size_t length = 1; length <= kBlock; ++length) {
-        std::size_t at = 0;
-        for (const Part& part : kParts[length]) {
-            const bool turned = part.length == 2 || part.length == 3;
-            for (std::size_t i = 0; i < part.length; ++i)
-                order[length][at++] =
-                    static_cast<std::uint8_t>(part.from + (turned ? part.length - 1 - i : i));
-        }
-    }
-    return order;
-}();
-
 bool copyLiteral(PackedInput& in, UnpackedOutput& out, std::size_t count)
 {
     const std::uint8_t* from = in.take(count);
     if (from == nullptr)
         return false;
     while (count != 0 && !out.full()) {
-        const std::size_t run = std::min(count, kBlock);
-        std::array<std::uint8_t, kBlock> turned;
+        const std::size_t run = std::min(count, kLiteralRun);
+        const auto& order = kLiteralOrder[run];
+        std::array<std::uint8_t, kLiteralRun> turned;
         for (std::size_t i = 0; i < run; ++i)
-            turned[i] = from[kOrder[run][i]];
+            turned[i] = from[order[i]];
         out.literal(turned.data(), run);
         from += run;
         count -= run;

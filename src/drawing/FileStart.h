@@ -12,6 +12,8 @@ namespace zv::dwg {
 class FileStart {
 public:
     static constexpr std::size_t kSize = 0x24;
+    /// R2004 and later: here is told where the content of the summary section's first page stands (4 bytes).
+    static constexpr std::size_t kSummaryAt = 0x20;
 
     /// `bytes` are at least kSize, and outlive this.
     explicit FileStart(std::span<const std::byte> bytes) : m_bytes(bytes) {}

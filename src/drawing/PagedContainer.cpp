@@ -1,5 +1,7 @@
 #include "drawing/PagedContainer.h"
 
+#include "drawing/FileStart.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -65,15 +67,12 @@ Result<void> PagedContainer::checkSection(const SectionEntry& section) const
     return {};
 }
 
-Result<std::vector<std::byte>> PagedContainer::readFile(std::uint64_t position, std::uint64_t size) const
+PagedContainer::PagedContainer(const ByteSource& source, const FileStart& start) : m_source(source)
 {
-    if (position > m_source.size() || size > m_source.size() - position)
-        return Error{ErrorCode::Damaged,
-                     "page at " + std::to_string(position) + " lies beyond the end of the file"};
-    std::vector<std::byte> bytes(size);
-    if (const auto read = m_source.read(position, bytes); !read)
-        return read.error();
-    return bytes;
+    m_version = start.version();
+    m_versionText = start.versionText();
+    m_codePage = start.codePage();
+    m_maintenance = start.maintenance();
 }
 
 Result<void> PagedContainer::unpack(const SectionEntry& section, const SectionPage& page,

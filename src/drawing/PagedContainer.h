@@ -1,26 +1,19 @@
 #pragma once
 
 #include "drawing/Container.h"
+#include "drawing/FilePages.h"
 
 #include <list>
 
 namespace zv::dwg {
 
-/// One page of a section: where its unpacked bytes belong, and where its packed ones stand in the file.
-struct SectionPage {
-    std::uint64_t offset = 0;       ///< In the unpacked section.
-    std::uint64_t unpackedSize = 0; ///< At most; the last page of a section can hold less.
-    std::uint64_t filePosition = 0; ///< 0: the file has no such page.
-    std::uint64_t fileSize = 0;
-    std::uint64_t packedSize = 0; ///< What of it is packed data, before any error-correcting code.
-};
+class FileStart;
 
 /// A named section. Bytes between its pages are zeros that the file does not store.
 struct SectionEntry {
     std::string name;
     std::uint64_t size = 0;
-    bool packed = true;
-    int encoding = 0;
+    bool packed = true, woven = false;
     std::vector<SectionPage> pages; ///< By rising offset, without overlaps.
 };
 
@@ -31,7 +24,7 @@ public:
     Result<std::vector<std::byte>> objectBytes(std::uint64_t offset, std::size_t length) const override;
 
 protected:
-    explicit PagedContainer(const ByteSource& source) : m_source(source) {}
+    PagedContainer(const ByteSource& source, const FileStart& start);
 
     /// Unpacks a page into bytes that are zero. Errors: Damaged.
     virtual Result<void> unpackPage(const SectionEntry& section, const SectionPage& page,
@@ -40,7 +33,6 @@ protected:
     const SectionEntry* find(std::string_view name) const;
     /// Checks a section's size and the order of its pages. Errors: Damaged; TooLarge.
     Result<void> checkSection(const SectionEntry& section) const;
-    Result<std::vector<std::byte>> readFile(std::uint64_t position, std::uint64_t size) const;
 
     const ByteSource& m_source;
     std::vector<SectionEntry> m_sections;

@@ -46,6 +46,11 @@ struct Field {
 // x^8 + x^6 + x^5 + x^3 + 1 for system pages, x^8 + x^4 + x^3 + x^2 + 1 for data pages.
 constexpr Field kSystemField(0x169), kPageField(0x11D);
 
+const Field& fieldOf(std::size_t dataBytes)
+{
+    return dataBytes == ReedSolomon::kSystemData ? kSystemField : kPageField;
+}
+
 using Polynomial = std::array<std::uint8_t, kMostGuards + 1>; // lowest power first
 
 /// Corrects a block, whose bytes are a polynomial with the lowest power first, by its values at the roots of
@@ -162,7 +167,7 @@ std::vector<std::byte> ReedSolomon::data(std::span<const std::byte> woven, std::
 
 bool ReedSolomon::correct(std::span<std::byte> woven, std::size_t blocks, std::size_t dataBytes)
 {
-    const Field& field = dataBytes == kSystemData ? kSystemField : kPageField;
+    const Field& field = fieldOf(dataBytes);
     const std::size_t guards = kBlock - dataBytes;
     // All blocks side by side, as they are stored: that keeps many sums running at once.
     std::vector<std::uint8_t> sums(guards * blocks);
@@ -187,6 +192,52 @@ bool ReedSolomon::correct(std::span<std::byte> woven, std::size_t blocks, std::s
             all &= BlockCorrector(field, std::span(syndromes).first(guards)).correct(woven, block, blocks);
     }
     return all;
+}
+
+// Data and guards together must be divisible by the product of all (x - root). The guards stand at the powers
+// from dataBytes on, and x to the 255th is 1 there: so they are what is left of the data times x to the power
+// of their count, divided by that product.
+std::vector<std::byte> ReedSolomon::guards(std::span<const std::byte> data, std::size_t dataBytes)
+{
+    const Field& field = fieldOf(dataBytes);
+    const std::size_t count = kBlock - dataBytes;
+    Polynomial divisor{1};
+    for (std::size_t root = 1; root <= count; ++root) {
+        for (std::size_t i = root; i > 0; --i)
+            divisor[i] = divisor[i - 1] ^ field.multiply(divisor[i], field.power[root]);
+        divisor[0] = field.multiply(divisor[0], field.power[root]);
+    }
+    Polynomial rest{};
+    const auto shiftIn = [&](std::uint8_t next) {
+        const std::uint8_t factor = rest[count - 1];
+        for (std::size_t i = count - 1; i > 0; --i)
+            rest[i] = rest[i - 1] ^ field.multiply(factor, divisor[i]);
+        rest[0] = next ^ field.multiply(factor, divisor[0]);
+    };
+    for (std::size_t i = data.size(); i-- > 0;)
+        shiftIn(std::to_integer<std::uint8_t>(data[i]));
+    for (std::size_t i = 0; i < count; ++i)
+        shiftIn(0);
+    std::vector<std::byte> guards(count);
+    std::transform(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(count), guards.begin(),
+                   [](std::uint8_t value) { return static_cast<std::byte>(value); });
+    return guards;
+}
+
+std::vector<std::byte> ReedSolomon::woven(std::span<const std::byte> data, std::size_t dataBytes)
+{
+    const std::size_t count = blocks(data.size(), dataBytes);
+    std::vector<std::byte> result(count * kBlock);
+    for (std::size_t block = 0; block < count; ++block) {
+        const auto own =
+            data.subspan(block * dataBytes, std::min(dataBytes, data.size() - block * dataBytes));
+        const std::vector<std::byte> guarding = guards(own, dataBytes);
+        for (std::size_t i = 0; i < own.size(); ++i)
+            result[i * count + block] = own[i];
+        for (std::size_t i = 0; i < guarding.size(); ++i)
+            result[(dataBytes + i) * count + block] = guarding[i];
+    }
+    return result;
 }
 
 } // namespace zv::dwg

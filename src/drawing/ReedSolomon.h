@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -19,6 +20,19 @@ public:
                                        std::size_t dataBytes);
     /// Corrects up to (255 - dataBytes) / 2 wrong bytes in each block. False when a block has more.
     static bool correct(std::span<std::byte> woven, std::size_t blocks, std::size_t dataBytes);
+
+    /// The bytes that guard a block, 255 - dataBytes of them; `data` is filled up with zeros to the block's.
+    static std::vector<std::byte> guards(std::span<const std::byte> data, std::size_t dataBytes);
+    /// The data as woven blocks with their guards, filled up with zeros.
+    static std::vector<std::byte> woven(std::span<const std::byte> data, std::size_t dataBytes);
+
+    /// Data is coded in whole groups of eight bytes.
+    static constexpr std::uint64_t padded(std::uint64_t size) { return (size + 7) / 8 * 8; }
+    /// How many blocks hold that much data.
+    static constexpr std::uint64_t blocks(std::uint64_t size, std::size_t dataBytes)
+    {
+        return (size + dataBytes - 1) / dataBytes;
+    }
 };
 
 } // namespace zv::dwg

@@ -1,11 +1,13 @@
 #include "drawing/Writer.h"
 
+#include "Describe.h"
 #include "DrawingBuilder.h"
 #include "drawing/Container.h"
 #include "drawing/EveryKind.h"
 #include "drawing/Preview.h"
 #include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
+#include "drawing/write/Bytes.h"
 #include "drawing/write/GapTree.h"
 #include "platform/Files.h"
 
@@ -27,6 +29,7 @@ Properties someProperties(std::size_t commentLength = 20)
     p.title = u"New t\u00EFtle";
     p.author = u"Ann";
     p.comments = Text(commentLength, u'c') + u"\u4E2D";
+    p.lastSavedBy = u"Zo\u00EB";
     p.keywords = u"stair, steel";
     p.custom = {{u"Scale", u"48"}, {u"A", u"=1"}};
     return p;
@@ -37,14 +40,16 @@ void expectProperties(const std::string& file, const Properties& wanted)
     const auto read = readProperties(sourceOf(file));
     ASSERT_TRUE(read.ok()) << read.error().text;
     ASSERT_TRUE(read->has_value());
-    EXPECT_EQ((*read)->title, wanted.title);
-    EXPECT_EQ((*read)->author, wanted.author);
-    EXPECT_EQ((*read)->comments, wanted.comments);
-    EXPECT_EQ((*read)->keywords, wanted.keywords);
-    EXPECT_EQ((*read)->subject, wanted.subject);
-    ASSERT_GE((*read)->custom.size(), wanted.custom.size());
-    for (std::size_t i = 0; i < wanted.custom.size(); ++i)
-        EXPECT_EQ((*read)->custom[i], wanted.custom[i]);
+    const Properties& got = **read;
+    EXPECT_EQ(got.title, wanted.title);
+    EXPECT_EQ(got.subject, wanted.subject);
+    EXPECT_EQ(got.author, wanted.author);
+    EXPECT_EQ(got.comments, wanted.comments);
+    EXPECT_EQ(got.keywords, wanted.keywords);
+    EXPECT_EQ(got.lastSavedBy, wanted.lastSavedBy);
+    EXPECT_EQ(got.revision, wanted.revision);
+    EXPECT_EQ(got.hyperlinkBase, wanted.hyperlinkBase);
+    EXPECT_EQ(got.custom, wanted.custom);
 }
 
 /// The file with other properties; they must be replaceable.
@@ -55,7 +60,19 @@ std::string replaced(const std::string& file, const Properties& properties)
     return result.ok() ? *result : std::string();
 }
 
-/// Whether two files are the same drawing, entity by entity, with the same picture.
+/// The bytes of a section; a text that no section has when it cannot be read.
+std::string sectionOf(const std::string& file, Section which)
+{
+    const auto source = sourceOf(file);
+    const auto container = Container::open(source);
+    if (!container)
+        return "error: " + container.error().text;
+    const auto bytes = (*container)->section(which);
+    return bytes ? textOf(*bytes) : "error: " + bytes.error().text;
+}
+
+/// Whether two files are the same drawing, entity by entity, with the same picture, and from R2004 on byte by
+/// byte.
 void expectSameDrawing(const std::string& a, const std::string& b)
 {
     const auto before = readDocument(sourceOf(a)), after = readDocument(sourceOf(b));
@@ -66,8 +83,10 @@ void expectSameDrawing(const std::string& a, const std::string& b)
     for (std::size_t i = 0; i < before->blocks.size(); ++i) {
         const std::vector<Entity>&was = before->blocks[i].entities, &is = after->blocks[i].entities;
         ASSERT_EQ(is.size(), was.size());
-        for (std::size_t k = 0; k < was.size(); ++k)
+        for (std::size_t k = 0; k < was.size(); ++k) {
             EXPECT_EQ(is[k].handle, was[k].handle);
+            EXPECT_EQ(test::describe(is[k].geometry), test::describe(was[k].geometry));
+        }
     }
     const auto pictures = readPreviews(sourceOf(a)), kept = readPreviews(sourceOf(b));
     ASSERT_EQ(kept.ok(), pictures.ok());
@@ -76,7 +95,28 @@ void expectSameDrawing(const std::string& a, const std::string& b)
         for (std::size_t i = 0; i < pictures->size(); ++i)
             EXPECT_EQ((*kept)[i].bytes, (*pictures)[i].bytes);
     }
+    if (a.substr(0, 6) == "AC1015")
+        return;
+    for (const Section which : {Section::Header, Section::Classes, Section::ObjectMap, Section::Objects,
+                                Section::Template, Section::AuxHeader, Section::Preview})
+        EXPECT_EQ(sectionOf(b, which), sectionOf(a, which)) << static_cast<int>(which);
 }
+
+/// A file of the version with sections of a drawing, and with a summary if `summary` says so.
+std::string builtFile(const std::string& version, bool summary)
+{
+    std::vector<BuiltSection> sections{{"AcDb:Header", std::string(5000, 'h'), 0x400},
+                                       {"AcDb:AcDbObjects", std::string(3000, 'o'), 0x400}};
+    const int wide = version == "AC1018" ? 1 : 2;
+    if (summary)
+        sections.push_back({"AcDb:SummaryInfo",
+                            littleEndian(3, 2) + std::string(static_cast<std::size_t>(3 * wide), 'x') +
+                                std::string(14, '\0') + std::string(24, '\7') + std::string(10, '\0'),
+                            0x100});
+    return version == "AC1021" ? buildR2007(sections) : buildR2004(version, sections);
+}
+
+constexpr const char* kPaged[] = {"AC1018", "AC1021", "AC1024", "AC1027", "AC1032"};
 
 TEST(ReplaceProperties, AddsTheRecordToADrawingOf2000)
 {
@@ -107,37 +147,72 @@ TEST(ReplaceProperties, ReplacesTheRecordOfADrawingOf2000)
 
 TEST(ReplaceProperties, ReplacesTheSummaryOfLaterVersions)
 {
-    const std::string oldSummary = std::string(16, '\0') + std::string(24, '\7') + std::string(10, '\0');
-    const std::string objects(5000, 'o');
-    for (const char* version : {"AC1018", "AC1024", "AC1027", "AC1032"}) {
-        const std::string file =
-            buildR2004(version, {{"AcDb:SummaryInfo", oldSummary, 0x100}, {"AcDb:Header", objects, 0x400}});
-        for (const std::size_t length : {std::size_t{0}, std::size_t{100}, std::size_t{5000}}) {
+    for (const char* version : kPaged) {
+        SCOPED_TRACE(version);
+        const std::string file = builtFile(version, true);
+        for (const std::size_t length : {0u, 100u, 5000u, 60000u}) {
             const std::string once = replaced(file, someProperties(7)),
                               changed = replaced(once, someProperties(length));
             expectProperties(changed, someProperties(length));
-            const auto source = sourceOf(changed);
-            const auto container = Container::open(source);
-            ASSERT_TRUE(container.ok()) << container.error().text;
-            const auto kept = (*container)->section(Section::Header);
-            ASSERT_TRUE(kept.ok());
-            EXPECT_EQ(std::string(reinterpret_cast<const char*>(kept->data()), kept->size()), objects);
+            for (const Section which : {Section::Header, Section::Objects})
+                EXPECT_EQ(sectionOf(changed, which), sectionOf(file, which));
+            EXPECT_NE(sectionOf(changed, Section::SummaryInfo).find(std::string(24, '\7')), std::string::npos)
+                << "the times stay";
+            expectProperties(replaced(changed, {}), {});
         }
+    }
+}
+
+TEST(ReplaceProperties, AddsASummaryWhereThereIsNone)
+{
+    for (const char* version : kPaged) {
+        SCOPED_TRACE(version);
+        const std::string file = builtFile(version, false), changed = replaced(file, someProperties());
+        expectProperties(changed, someProperties());
+        expectProperties(replaced(changed, someProperties(400)), someProperties(400));
+        for (const Section which : {Section::Header, Section::Objects})
+            EXPECT_EQ(sectionOf(changed, which), sectionOf(file, which));
+    }
+}
+
+TEST(ReplaceProperties, ManyChangesDoNotMakeAFileLarger)
+{
+    for (const char* version : kPaged) {
+        const std::string once = replaced(builtFile(version, true), someProperties());
+        std::string changed = once;
+        for (int i = 0; i < 5; ++i)
+            changed = replaced(changed, someProperties());
+        EXPECT_LE(changed.size(), once.size() + 0x400) << version;
+    }
+}
+
+TEST(ReplaceProperties, TellsWhereTheSummaryStands)
+{
+    // Programs that only show the properties go there without a look at the maps.
+    for (const char* version : kPaged) {
+        const std::string changed = replaced(builtFile(version, true), someProperties());
+        std::size_t place = 0;
+        for (std::size_t i = 4; i-- > 0;)
+            place = place << 8 | static_cast<unsigned char>(changed[0x20 + i]);
+        const std::string summary = sectionOf(changed, Section::SummaryInfo);
+        EXPECT_EQ(changed.substr(place, 0x40), summary.substr(0, 0x40)) << version;
     }
 }
 
 TEST(ReplaceProperties, RefusesWithAReason)
 {
     EXPECT_EQ(replaceProperties("no drawing at all", {}).error().code, ErrorCode::Damaged);
-    const std::string later = buildR2007({{"AcDb:SummaryInfo", std::string(64, '\0'), 0x100}});
-    EXPECT_EQ(replaceProperties(later, {}).error().code, ErrorCode::Unsupported);
-    const std::string without = buildR2004("AC1027", {{"AcDb:Header", "h", 0x100}});
-    EXPECT_EQ(replaceProperties(without, {}).error().code, ErrorCode::Unsupported);
+    EXPECT_EQ(replaceProperties(buildR13("AC1014", {{"0", "h"}}), {}).error().code, ErrorCode::Unsupported);
     const auto file = writeDocument({}, {});
     ASSERT_TRUE(file.ok());
     Properties many;
     many.custom.resize(11);
-    EXPECT_EQ(replaceProperties(*file, many).error().code, ErrorCode::Unsupported);
+    EXPECT_EQ(replaceProperties(*file, many).error().text, "more than ten custom properties");
+    for (const std::string& each : {*file, builtFile("AC1018", true), builtFile("AC1021", true)}) {
+        const auto refused = replaceProperties(each, someProperties(70000));
+        ASSERT_FALSE(refused.ok());
+        EXPECT_EQ(refused.error().text, "a property is longer than the format holds");
+    }
 }
 
 TEST(ReplaceProperties, IsSafeOnAFileCutAnywhere)
@@ -146,9 +221,11 @@ TEST(ReplaceProperties, IsSafeOnAFileCutAnywhere)
     ASSERT_TRUE(file.ok());
     for (std::size_t size = 0; size < file->size(); size += 7)
         (void)replaceProperties(file->substr(0, size), someProperties());
-    const std::string later = buildR2004("AC1027", {{"AcDb:SummaryInfo", std::string(64, '\0'), 0x100}});
-    for (std::size_t size = 0; size < later.size(); ++size)
-        (void)replaceProperties(later.substr(0, size), someProperties());
+    for (const char* version : {"AC1021", "AC1027"}) {
+        const std::string later = builtFile(version, true);
+        for (std::size_t size = 0; size < later.size(); size += 5)
+            (void)replaceProperties(later.substr(0, size), someProperties());
+    }
 }
 
 TEST(ReplaceProperties, KeepsRealDrawingsAsTheyAre)
@@ -158,21 +235,21 @@ TEST(ReplaceProperties, KeepsRealDrawingsAsTheyAre)
     if (!fs::exists(folder))
         GTEST_SKIP() << "no drawings in " << folder;
     int tried = 0;
-    for (const char* version : {"2000", "2004", "2010", "2013", "2018"}) {
+    for (const char* version : {"2000", "2004", "2007", "2010", "2013", "2018"}) {
         if (!fs::exists(folder / version))
             continue;
         for (const auto& entry : fs::directory_iterator(folder / version)) {
             const auto file = readFile(entry.path().string());
             if (entry.path().extension() != ".dwg" || !file)
                 continue;
-            const auto changed = replaceProperties(*file, someProperties());
-            if (!changed) {
-                EXPECT_EQ(changed.error().code, ErrorCode::Unsupported) << entry.path();
-                continue;
-            }
             SCOPED_TRACE(entry.path());
-            expectProperties(*changed, someProperties());
-            expectSameDrawing(*file, *changed);
+            std::string changed = *file;
+            // Short, long over several pages, and empty, one after the other.
+            for (const Properties& properties : {someProperties(), someProperties(20000), Properties()}) {
+                changed = replaced(changed, properties);
+                expectProperties(changed, properties);
+                expectSameDrawing(*file, changed);
+            }
             ++tried;
         }
     }

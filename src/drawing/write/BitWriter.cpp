@@ -207,6 +207,12 @@ void putLong(std::string& out, std::uint32_t value)
     putShort(out, static_cast<std::uint16_t>(value >> 16));
 }
 
+void putLongLong(std::string& out, std::uint64_t value)
+{
+    putLong(out, static_cast<std::uint32_t>(value));
+    putLong(out, static_cast<std::uint32_t>(value >> 32));
+}
+
 void putModularChar(std::string& out, std::int64_t value)
 {
     auto rest = static_cast<std::uint64_t>(value < 0 ? -value : value);

@@ -51,6 +51,7 @@ std::uint16_t checkCode(std::string_view bytes, std::uint16_t start = 0xC0C1);
 /// Plain little-endian numbers for the parts of a file that are not packed.
 void putShort(std::string& out, std::uint16_t value);
 void putLong(std::string& out, std::uint32_t value);
+void putLongLong(std::string& out, std::uint64_t value);
 /// The number in groups of seven bits, lowest first; a negative one marked in its last byte (MC).
 void putModularChar(std::string& out, std::int64_t value);
 void putModularCharUnsigned(std::string& out, std::uint64_t value);

@@ -96,13 +96,20 @@ void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
     objects.add(record);
 }
 
-void putText(std::string& data, std::uint16_t code, const Text& text)
+constexpr std::size_t kMostCustomProperties = 10; ///< AutoCAD 2000 knows as many.
+constexpr std::size_t kLongestText = 0xFFFF;
+
+/// False when the text is longer than its length can tell.
+bool putText(std::string& data, std::uint16_t code, const Text& text)
 {
-    const std::string bytes = encodeText(text).substr(0, 0xFFFF);
+    const std::string bytes = encodeText(text);
+    if (bytes.size() > kLongestText)
+        return false;
     putShort(data, code);
     putShort(data, static_cast<std::uint16_t>(bytes.size()));
     data.push_back(30);
     data += bytes;
+    return true;
 }
 
 void putReal(std::string& data, std::uint16_t code, double value)
@@ -114,33 +121,46 @@ void putReal(std::string& data, std::uint16_t code, double value)
 }
 } // namespace
 
-std::string propertiesRecordData(const Properties& properties, JulianTime saved)
+Result<Record> propertiesRecord(Handle handle, Handle dictionary, const Properties& properties)
 {
+    if (properties.custom.size() > kMostCustomProperties)
+        return Error{ErrorCode::Unsupported, "more than ten custom properties"};
+    // One text or number after another, each behind its group code.
     std::string data;
-    putText(data, 1, u"DWGPROPS COOKIE");
-    putText(data, 2, properties.title);
-    putText(data, 3, properties.subject);
-    putText(data, 4, properties.author);
-    putText(data, 6, properties.comments);
-    putText(data, 7, properties.keywords);
-    putText(data, 8, properties.lastSavedBy);
-    putText(data, 9, properties.revision);
+    bool whole = putText(data, 1, u"DWGPROPS COOKIE");
+    const auto put = [&](std::uint16_t code, const Text& text) { whole &= putText(data, code, text); };
+    put(2, properties.title);
+    put(3, properties.subject);
+    put(4, properties.author);
+    put(6, properties.comments);
+    put(7, properties.keywords);
+    put(8, properties.lastSavedBy);
+    put(9, properties.revision);
     for (std::size_t i = 0; i < kMostCustomProperties; ++i) {
         Text pair = u"=";
         if (i < properties.custom.size())
             pair = properties.custom[i].first + u"=" + properties.custom[i].second;
-        putText(data, static_cast<std::uint16_t>(300 + i), pair);
+        put(static_cast<std::uint16_t>(300 + i), pair);
     }
+    const double saved = JulianTime::now().days();
     putReal(data, 40, 0); // Time of work.
-    putReal(data, 41, saved.days());
-    putReal(data, 42, saved.days());
-    putText(data, 1, properties.hyperlinkBase);
+    putReal(data, 41, saved);
+    putReal(data, 42, saved);
+    put(1, properties.hyperlinkBase);
     putShort(data, 90);
     putLong(data, 0);
-    return data;
+    if (!whole)
+        return Error{ErrorCode::Unsupported, kPropertyTooLong};
+    Record record(kXrecord, handle);
+    record.beginObject(dictionary, dictionary);
+    record.fields.bitLong(static_cast<std::int32_t>(data.size()));
+    record.fields.rawBytes(data);
+    record.fields.bitShort(1);
+    return record;
 }
 
-void addDictionaries(ObjectStream& objects, const Plan& plan, const std::optional<Properties>& properties)
+Result<void> addDictionaries(ObjectStream& objects, const Plan& plan,
+                             const std::optional<Properties>& properties)
 {
     const Document& document = plan.document;
     Entries named{{u"ACAD_GROUP", plan.groups},
@@ -174,15 +194,13 @@ void addDictionaries(ObjectStream& objects, const Plan& plan, const std::optiona
     for (const Layout& layout : document.layouts)
         addLayout(objects, plan, layout);
 
-    if (properties) {
-        Record record(kXrecord, plan.properties);
-        record.beginObject(plan.namedObjects, plan.namedObjects);
-        const std::string data = propertiesRecordData(*properties, JulianTime::now());
-        record.fields.bitLong(static_cast<std::int32_t>(data.size()));
-        record.fields.rawBytes(data);
-        record.fields.bitShort(1);
-        objects.add(record);
-    }
+    if (!properties)
+        return {};
+    const auto record = propertiesRecord(plan.properties, plan.namedObjects, *properties);
+    if (!record)
+        return record.error();
+    objects.add(*record);
+    return {};
 }
 
 } // namespace zv::dwg

@@ -1,10 +1,12 @@
 #include "drawing/write/Replace.h"
 
+#include "drawing/write/Bytes.h"
+
 namespace zv::dwg {
 
 Result<std::string> replaceProperties(std::string_view file, const Properties& properties)
 {
-    const MemorySource source(std::as_bytes(std::span(file.data(), file.size())));
+    const MemorySource source(bytesOf(file));
     const auto container = Container::open(source);
     if (!container)
         return container.error();
@@ -15,11 +17,9 @@ Result<std::string> replaceProperties(std::string_view file, const Properties& p
     case Version::R2000:
         return replacePropertiesRecord(file, **container, properties);
     case Version::R2007:
-        return Error{ErrorCode::Unsupported,
-                     "drawings of AutoCAD 2007 to 2009 can only be read, because their pages are "
-                     "coded against errors"};
+        return replaceSummaryR2007(file, **container, properties);
     default:
-        return replaceSummarySection(file, **container, properties);
+        return replaceSummaryR2004(file, **container, properties);
     }
 }
 

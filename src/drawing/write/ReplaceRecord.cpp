@@ -4,6 +4,7 @@
 #include "drawing/HeaderVariables.h"
 #include "drawing/ObjectMap.h"
 #include "drawing/RecordReader.h"
+#include "drawing/write/Bytes.h"
 #include "drawing/write/FileParts.h"
 #include "drawing/write/TableRecords.h"
 
@@ -15,11 +16,6 @@ namespace {
 
 constexpr std::size_t kLocators = 0x19, kLocatorSize = 9;
 constexpr std::string_view kName = "DWGPROPS";
-
-std::span<const std::byte> bytesOf(std::string_view text)
-{
-    return std::as_bytes(std::span(text.data(), text.size()));
-}
 
 std::uint32_t longAt(std::string_view file, std::size_t at)
 {
@@ -130,17 +126,6 @@ std::string DictionaryRecord::framed() const
     return record.framed();
 }
 
-std::string propertiesRecord(Handle handle, Handle dictionary, const Properties& properties)
-{
-    Record record(kXrecord, handle);
-    record.beginObject(dictionary, dictionary);
-    const std::string data = propertiesRecordData(properties, JulianTime::now());
-    record.fields.bitLong(static_cast<std::int32_t>(data.size()));
-    record.fields.rawBytes(data);
-    record.fields.bitShort(1);
-    return record.framed();
-}
-
 /// The highest handle below the seed that no object has; 0 when there is none.
 Handle freeHandle(const ObjectMap& map, Handle seed)
 {
@@ -227,8 +212,6 @@ std::size_t locatorAt(std::string_view file, int part)
 Result<std::string> replacePropertiesRecord(std::string_view file, const Container& container,
                                             const Properties& properties)
 {
-    if (properties.custom.size() > kMostCustomProperties)
-        return Error{ErrorCode::Unsupported, "more than ten custom properties"};
     const auto headerBytes = container.section(Section::Header);
     if (!headerBytes)
         return headerBytes.error();
@@ -265,7 +248,10 @@ Result<std::string> replacePropertiesRecord(std::string_view file, const Contain
         changed += dictionary->framed();
     }
     places[record] = static_cast<std::uint32_t>(changed.size());
-    changed += propertiesRecord(record, dictionary->handle, properties);
+    const auto made = propertiesRecord(record, dictionary->handle, properties);
+    if (!made)
+        return made.error();
+    changed += made->framed();
 
     const std::size_t locator = locatorAt(file, kObjectMapPart);
     if (locator == 0)

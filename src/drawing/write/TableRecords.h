@@ -9,8 +9,15 @@ namespace zv::dwg {
 
 /// Adds the control objects and the entries of all tables.
 void addTables(ObjectStream& objects, const Plan& plan);
-/// Adds the named-object dictionary and what hangs on it; the properties' record when there are any.
-void addDictionaries(ObjectStream& objects, const Plan& plan, const std::optional<Properties>& properties);
+/// Adds the named-object dictionary and what hangs on it; the properties' record when there are any. Errors:
+/// as propertiesRecord.
+Result<void> addDictionaries(ObjectStream& objects, const Plan& plan,
+                             const std::optional<Properties>& properties);
+/// The record of properties, which belongs to the named-object dictionary. Errors: Unsupported, more than ten
+/// custom properties, or a text that is too long.
+Result<Record> propertiesRecord(Handle handle, Handle dictionary, const Properties& properties);
+/// What is said of such a text.
+inline constexpr const char* kPropertyTooLong = "a property is longer than the format holds";
 
 /// The variables of dimensions, which stand in the header and in each dimension style in the same order but
 /// not with the same neighbours. The handles that both have go to `handles`.
@@ -23,10 +30,5 @@ struct DimensionVariables {
     void writeHandles(BitWriter& handles) const;
 };
 DimensionVariables dimensionVariables(const Plan& plan, const DimensionStyle& style);
-
-/// The data of the properties' record: one text or number after another, each behind its group code.
-std::string propertiesRecordData(const Properties& properties, JulianTime saved);
-/// AutoCAD 2000 knows as many.
-inline constexpr std::size_t kMostCustomProperties = 10;
 
 } // namespace zv::dwg

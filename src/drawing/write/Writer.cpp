@@ -11,8 +11,6 @@ namespace zv::dwg {
 namespace {
 Result<void> check(const WriteOptions& options)
 {
-    if (options.properties && options.properties->custom.size() > kMostCustomProperties)
-        return Error{ErrorCode::Unsupported, "more than ten custom properties"};
     if (options.preview) {
         const Pixels& pixels = *options.preview;
         if (pixels.width <= 0 || pixels.height <= 0 || pixels.width > 4096 || pixels.height > 4096 ||
@@ -75,7 +73,8 @@ Result<std::string> writeDocument(const Document& document, const WriteOptions& 
     for (std::size_t i = 0; i < plan.blocks.size(); ++i)
         if (const auto added = addBlockContent(objects, plan, i); !added)
             return added.error();
-    addDictionaries(objects, plan, options.properties);
+    if (const auto added = addDictionaries(objects, plan, options.properties); !added)
+        return added.error();
     // Places in the file are numbers of 32 bits, and the object map's differences are signed.
     if (objects.bytes.size() > 0x7F000000)
         return Error{ErrorCode::TooLarge, "the drawing is larger than the format holds"};
