@@ -32,6 +32,7 @@ class SortedCombo;
 struct ListLine;
 
 constexpr int kCells = 20; ///< Of one panel.
+constexpr int kColumns = 5; ///< Of its grid.
 
 /// The main window: shows a library in panels of twenty thumbnails and does with the chosen drawing what the
 /// mode options say. It owns the run: the other windows are reached from here.
@@ -101,6 +102,8 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    /// The arrow keys that a cell does not use move the focus among the cells.
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
@@ -170,6 +173,7 @@ private:
     void setPanelButtons();
 
     // Selection.
+    bool moveCellFocus(int key);
     void clearSelectionMarks();
     void markCell(int marked);
     void selectCell(int cell);

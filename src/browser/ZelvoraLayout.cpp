@@ -27,7 +27,7 @@ constexpr QSize kDesignSize(713, 606); ///< 10695 by 9090 twips.
 // What the size of Frame4 is divided by for the size and the places of the cells.
 constexpr double kCellWidth = 5.25;
 constexpr double kCellHeight = 4.3;
-constexpr std::array kColumnLeft{43.0, 4.67, 2.465, 1.675, 1.27};
+constexpr std::array<double, kColumns> kColumnLeft{43.0, 4.67, 2.465, 1.675, 1.27};
 constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
 
 int part(int whole, double divisor)

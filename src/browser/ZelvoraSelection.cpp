@@ -16,6 +16,8 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
+#include <algorithm>
+
 namespace zv {
 namespace {
 
@@ -117,6 +119,37 @@ bool Zelvora::showDrawingInformation(const std::string& path)
     if (!fields.props.load(path))
         return false;
     Text1->setPlainText(toText("Drawing Name: " + path + "\r\n\r\n" + fields.props.comments()));
+    return true;
+}
+
+// ---- the focus among the cells
+
+void Zelvora::keyPressEvent(QKeyEvent* event)
+{
+    if (event->modifiers() & ~Qt::KeypadModifier || !moveCellFocus(event->key()))
+        Window::keyPressEvent(event);
+}
+
+/// False when no cell has the focus, or the key leads nowhere.
+bool Zelvora::moveCellFocus(int key)
+{
+    const auto focused = std::find(DwgThumbnails.begin() + 1, DwgThumbnails.end(), focusWidget());
+    if (focused == DwgThumbnails.end())
+        return false;
+    const int cell = int(focused - DwgThumbnails.begin());
+    const int column = (cell - 1) % kColumns;
+    int target = 0;
+    if (key == Qt::Key_Left && column > 0)
+        target = cell - 1;
+    else if (key == Qt::Key_Right && column < kColumns - 1)
+        target = cell + 1;
+    else if (key == Qt::Key_Up)
+        target = cell - kColumns;
+    else if (key == Qt::Key_Down)
+        target = cell + kColumns;
+    if (target < 1 || target > kCells || !DwgThumbnails[target]->isVisible())
+        return false;
+    DwgThumbnails[target]->setFocus(Qt::TabFocusReason);
     return true;
 }
 

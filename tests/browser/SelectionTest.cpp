@@ -4,6 +4,7 @@
 #include "platform/Text.h"
 #include "support/OfficeFixture.h"
 
+#include <QApplication>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTest>
@@ -181,6 +182,24 @@ TEST_F(SelectionTest, SpaceSelectsAndEnterActs)
     cell(3).setFocus();
     QTest::keyClick(&cell(3), Qt::Key_Return);
     EXPECT_EQ(lastMessage(), "Added: " + drawings(3)[2] + "\r\nto the Drawing  Queue");
+}
+
+TEST_F(SelectionTest, ArrowKeysMoveTheFocusAmongTheVisibleCells)
+{
+    office(8);
+    const auto after = [this](int from, Qt::Key key) {
+        cell(from).setFocus();
+        QTest::keyClick(&cell(from), key);
+        return QApplication::focusWidget()->objectName();
+    };
+    EXPECT_EQ(after(2, Qt::Key_Right), "DwgThumbnail3");
+    EXPECT_EQ(after(2, Qt::Key_Left), "DwgThumbnail1");
+    EXPECT_EQ(after(2, Qt::Key_Down), "DwgThumbnail7");
+    EXPECT_EQ(after(7, Qt::Key_Up), "DwgThumbnail2");
+    for (const auto& [edge, key] : {std::pair(5, Qt::Key_Right), std::pair(6, Qt::Key_Left),
+                                    std::pair(8, Qt::Key_Right), std::pair(4, Qt::Key_Down)})
+        EXPECT_EQ(after(edge, key), cell(edge).objectName());
+    EXPECT_TRUE(main().fields.selectedDrawing.empty());
 }
 
 TEST_F(SelectionTest, ADoubleClickInTheListActsOnOneOfTheFirstThreeCellsOnly)
