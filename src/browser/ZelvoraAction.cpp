@@ -40,7 +40,12 @@ public:
     bool autoScale() const override { return m_window.Check1->isChecked(); }
     bool explode() const override { return m_window.Check4->isChecked(); }
     std::string scaleText() const override { return toBytes(m_window.x->text()); }
-    void setScaleText(const std::string& text) override { m_window.x->setText(toText(text)); }
+    void setScaleText(const std::string& text) override
+    {
+        m_window.x->setText(toText(text));
+        // Of a long number the front is the part that tells.
+        m_window.x->setCursorPosition(0);
+    }
 
     Result<std::string> firstCustomProperty(const std::string& drawing) override
     {

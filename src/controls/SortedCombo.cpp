@@ -40,6 +40,8 @@ void SortedCombo::setShownText(const QString& text)
     const QSignalBlocker noHandlers(this);
     setCurrentIndex(findText(text, Qt::MatchFixedString));
     setEditText(text);
+    // A name that is longer than the box begins where names are told apart.
+    lineEdit()->setCursorPosition(0);
 }
 
 } // namespace zv

@@ -4,6 +4,7 @@
 #include "controls/SortedCombo.h"
 #include "controls/TextBytes.h"
 
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
@@ -64,6 +65,13 @@ TEST(SortedCombo, SortsWithoutRegardToCaseAndKeepsItsText)
     EXPECT_EQ(combo.currentText(), QStringLiteral("No row"));
     EXPECT_EQ(combo.currentIndex(), -1);
     EXPECT_EQ(activated.count(), 0);
+}
+
+TEST(SortedCombo, ALongNameIsShownFromItsStart)
+{
+    SortedCombo combo;
+    combo.setShownText(QStringLiteral("Doors and Windows of the North Office"));
+    EXPECT_EQ(combo.lineEdit()->cursorPosition(), 0);
 }
 
 TEST(SortedCombo, OneChoiceIsToldOnce)
