@@ -3,7 +3,10 @@
 #include "controls/Clip.h"
 #include "platform/Files.h"
 
+#include <QCursor>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QScreen>
 #include <QVBoxLayout>
 
 namespace zv {
@@ -11,6 +14,7 @@ namespace zv {
 namespace {
 
 const QString kName = QStringLiteral("LoadAcad");
+constexpr int kLeastWidth = 240; ///< The title has room above it.
 
 } // namespace
 
@@ -28,12 +32,24 @@ LoadAcad::LoadAcad(Program& program) : Window(program, kName, QStringLiteral("Au
     column->addWidget(Animation1, 0, Qt::AlignCenter);
     column->addWidget(Label1);
     column->setSizeConstraint(QLayout::SetFixedSize);
+    Label1->setMinimumWidth(kLeastWidth);
 }
 
 void LoadAcad::load()
 {
     setTopmost(true);
     playClip();
+    standInTheMiddle();
+}
+
+/// On the screen where the user has just been at work.
+void LoadAcad::standInTheMiddle()
+{
+    adjustSize();
+    const QScreen* used = QGuiApplication::screenAt(QCursor::pos());
+    if (!used)
+        used = QGuiApplication::primaryScreen();
+    move(used->availableGeometry().center() - rect().center());
 }
 
 void LoadAcad::playClip()

@@ -20,6 +20,8 @@ public:
     void playClip();
 
 private:
+    void standInTheMiddle();
+
     QLabel* Label1;
     ClipPlayer* Animation1;
 };

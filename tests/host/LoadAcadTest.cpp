@@ -5,6 +5,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <QLabel>
+#include <QScreen>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -47,6 +48,15 @@ TEST_F(LoadAcadTest, TheSplashStandsOnTopWithItsWordsAndItsClipPlaying)
     EXPECT_EQ(window()->findChild<QLabel*>()->text(), QStringLiteral("Loading AutoCAD..."));
     EXPECT_TRUE(animation()->autoPlay());
     EXPECT_TRUE(animation()->isPlaying());
+}
+
+TEST_F(LoadAcadTest, TheSplashStandsInTheMiddleOfTheScreen)
+{
+    splash.show();
+    ASSERT_TRUE(window());
+    const QPoint middle = window()->screen()->availableGeometry().center();
+    constexpr int kFrame = 8; // It may count or not.
+    EXPECT_LE((window()->geometry().center() - middle).manhattanLength(), kFrame);
 }
 
 TEST_F(LoadAcadTest, ShowingTheSplashAgainStartsTheClipAnew)
