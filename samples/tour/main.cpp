@@ -4,6 +4,7 @@
 #include "browser/BrowserWindows.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/MessageBoxes.h"
+#include "controls/ProgramStyle.h"
 #include "controls/TextBytes.h"
 #include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
@@ -16,7 +17,6 @@
 #include <QListWidget>
 #include <QProcess>
 #include <QRadioButton>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -157,7 +157,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     std::setlocale(LC_ALL, "");
     QApplication::setApplicationName(QStringLiteral("Zelvora"));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new zv::ProgramStyle);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList arguments = QApplication::arguments();
     if (arguments.size() != 3) {

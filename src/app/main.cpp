@@ -3,13 +3,13 @@
 #include "controls/DwgThumbnail.h"
 #include "controls/ImageList.h"
 #include "controls/MessageBoxes.h"
+#include "controls/ProgramStyle.h"
 #include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 
 #include <QApplication>
-#include <QStyleFactory>
 
 #include <clocale>
 
@@ -46,7 +46,7 @@ int main(int argc, char** argv)
     std::setlocale(LC_ALL, "");
     QApplication::setApplicationName(QStringLiteral("Zelvora"));
     QApplication::setApplicationVersion(QStringLiteral(ZELVORA_VERSION));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new zv::ProgramStyle);
     QApplication::setWindowIcon(zv::namedPicture(QStringLiteral("logo")));
     // Hidden windows are loaded all the same; the program knows when the last one has gone.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,4 +1,5 @@
 #include "controls/ImageList.h"
+#include "controls/ProgramStyle.h"
 
 #include <QApplication>
 #include <QImage>
@@ -52,6 +53,21 @@ TEST_F(ImageListTest, AnIndexOutsideTheListHasNoPicture)
         EXPECT_TRUE(ImageList::a().picture(index).isNull()) << index;
     EXPECT_TRUE(ImageList::b().picture(37).isNull());
     EXPECT_TRUE(namedPicture(QStringLiteral("no such picture")).isNull());
+}
+
+TEST_F(ImageListTest, MessageBoxesCarryThePictureOfTheirKindInTheProgramsStyle)
+{
+    const ProgramStyle style;
+    std::vector<QImage> seen;
+    for (const QStyle::StandardPixmap kind : {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
+                                              QStyle::SP_MessageBoxCritical, QStyle::SP_MessageBoxQuestion}) {
+        const QImage picture = drawn(style.standardIcon(kind, nullptr, nullptr));
+        EXPECT_TRUE(holdsInk(picture)) << kind;
+        for (const QImage& other : seen)
+            EXPECT_NE(picture, other) << kind;
+        seen.push_back(picture);
+    }
+    EXPECT_EQ(style.styleHint(QStyle::SH_DialogButtonBox_ButtonsHaveIcons, nullptr, nullptr, nullptr), 0);
 }
 
 TEST_F(ImageListTest, APictureUnderTheMouseDiffersFromTheSameAtRest)

@@ -8,6 +8,7 @@
 #include "controls/DwgThumbnail.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
+#include "controls/ProgramStyle.h"
 #include "controls/SortedCombo.h"
 #include "controls/TextBytes.h"
 #include "host/LoadAcad.h"
@@ -15,7 +16,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QRadioButton>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextStream>
@@ -147,7 +147,7 @@ int main(int argc, char** argv)
     std::setlocale(LC_ALL, "");
     QApplication::setApplicationName(QStringLiteral("Zelvora"));
     QApplication::setApplicationVersion(QStringLiteral("1.0.0"));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new zv::ProgramStyle);
     QApplication::setQuitOnLastWindowClosed(false);
     if (argc != 3) {
         QTextStream(stderr) << "usage: make-help-pictures OFFICE FOLDER\n";
