@@ -31,7 +31,7 @@ class RibbonHover;
 class SortedCombo;
 struct ListLine;
 
-constexpr int kCells = 20; ///< Of one panel.
+constexpr int kCells = 20;  ///< Of one panel.
 constexpr int kColumns = 5; ///< Of its grid.
 
 /// The main window: shows a library in panels of twenty thumbnails and does with the chosen drawing what the
