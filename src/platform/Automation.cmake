@@ -3,7 +3,8 @@ zelvora_plain_library(zv_automation Automation.cpp Automation.h CarrierPatience.
 target_link_libraries(zv_automation PUBLIC zv_platform)
 if(WIN32)
     target_sources(zv_automation PRIVATE
-        windows/ComAutomation.cpp windows/ComAutomation.h windows/ComPointer.h windows/ComValue.cpp windows/ComValue.h)
+        windows/ComAutomation.cpp windows/ComAutomation.h windows/ComPointer.h
+        windows/ComThread.cpp windows/ComThread.h windows/ComValue.cpp windows/ComValue.h)
     target_link_libraries(zv_automation PUBLIC ole32 oleaut32 uuid)
 else()
     target_sources(zv_automation PRIVATE

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 
 namespace zv {
 
@@ -11,33 +12,34 @@ namespace zv {
 struct CarrierPatience {
     int createMs = 60'000; ///< How long a started host may take until it answers.
     int busyMs = 60'000;   ///< How long a host may stay busy.
+    /// The time that the limits are measured by. It passes while the caller's events turn.
+    std::function<std::chrono::steady_clock::time_point()> now = std::chrono::steady_clock::now;
 };
 
 /// Turns the caller's events for the whole pause.
-inline void pauseFor(EventPump& pump, std::chrono::milliseconds length)
+inline void pauseFor(EventPump& pump, const CarrierPatience& patience, std::chrono::milliseconds length)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto end = Clock::now() + length;
-    for (auto now = Clock::now(); now < end; now = Clock::now())
+    const auto end = patience.now() + length;
+    for (auto now = patience.now(); now < end; now = patience.now())
         pump.wait(-1, static_cast<int>(std::chrono::ceil<std::chrono::milliseconds>(end - now).count()));
 }
 
 /// What `once` comes to as soon as it is not the error Busy. It is done again with growing pauses, 50 ms to
-/// 2 s, for at most `busyMs`; a host that is busy even then has Failed.
-template <class Once> auto untilFree(EventPump& pump, int busyMs, Once once) -> decltype(once())
+/// 2 s, for as long as the patience lasts; a host that is busy even then has Failed.
+template <class Once>
+auto untilFree(EventPump& pump, const CarrierPatience& patience, Once once) -> decltype(once())
 {
     using std::chrono::milliseconds;
-    using Clock = std::chrono::steady_clock;
     constexpr milliseconds kLongestPause{2000};
-    const auto deadline = Clock::now() + milliseconds(busyMs);
+    const auto deadline = patience.now() + milliseconds(patience.busyMs);
     for (milliseconds length{50};; length = std::min(length * 2, kLongestPause)) {
         auto result = once();
         if (result || result.error().code != ErrorCode::Busy)
             return result;
-        const auto left = std::chrono::ceil<milliseconds>(deadline - Clock::now());
+        const auto left = std::chrono::ceil<milliseconds>(deadline - patience.now());
         if (left <= milliseconds(0))
             return Error{ErrorCode::Failed, result.error().text};
-        pauseFor(pump, std::min(length, left));
+        pauseFor(pump, patience, std::min(length, left));
     }
 }
 

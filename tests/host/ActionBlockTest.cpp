@@ -122,6 +122,14 @@ TEST_F(BlockInsertion, EscapeAtThePointIsSilentAndLogged)
                kBracketEnds + kLog));
 }
 
+TEST_F(BlockInsertion, PointThatCannotBeTranslatedIsSilentAndLogged)
+{
+    window.check4 = true;
+    place.run("fault TranslateCoordinates#1 failed");
+    act();
+    EXPECT_EQ(events, (kBlockBegins + kBracketBegins + kAskPoint + kBracketEnds + kLog));
+}
+
 const Events kReadScales = {"ActiveDocument.GetVariable('dimscale')", "property of C:/Lib/Bolt.dwg"};
 
 std::string typedAtScale(const std::string& scale)
@@ -245,6 +253,18 @@ TEST_F(BlockInsertion, BlockOfTheNameOrXrefOfALongerNameIsNoHindrance)
                        kLookAtBlock + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
 }
 
+TEST_F(BlockInsertion, EndingInAFolderOfThePathPlaysNoPart)
+{
+    settings.checkXrefNames = true;
+    place.run("block BOLT xref");
+    act("C:\\Old.DWG\\Bolt.dwg");
+    EXPECT_EQ(events,
+              (kBlockBegins + Events{"ActiveDocument.Blocks", "Blocks items"} + kLookAtBlock +
+               Events{"show", "plain [Can't Insert Block if Xref Exists!] BOLT Already Exists as an Xref in "
+                              "this Drawing!"} +
+               Events{"log C:\\Old.DWG\\Bolt.dwg, Insert as Block"}));
+}
+
 TEST_F(BlockInsertion, BlocksThatCannotBeReadAreNoHindrance)
 {
     settings.checkXrefNames = true;
@@ -293,16 +313,24 @@ TEST_F(BlockInsertion, HostThatDiesDuringOrAfterTheCommandIsSilent)
     }
 }
 
-TEST_F(BlockInsertion, HostThatIsBusyForAWhileIsAskedAgain)
+TEST_F(BlockInsertion, HostThatRefusesCallsForFiveSecondsIsAskedAgain)
 {
-    place.run("fault SendCommand#1 busy\nfault SendCommand#2 busy\nfault Version#1 busy");
+    std::string script;
+    for (const char* member : {"Version", "GetVariable", "SendCommand"}) {
+        for (int use = 1; use <= 7; ++use)
+            script += std::string("fault ") + member + "#" + std::to_string(use) + " busy\n";
+    }
+    place.run(script);
+    time.skipsPauses = true;
     act();
+    EXPECT_GE(time.skipped, std::chrono::seconds(15));
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
 }
 
 TEST_F(BlockInsertion, HostThatStaysBusyCountsAsFailed)
 {
     place.run("fault SendCommand#* busy");
+    time.skipsPauses = true;
     act();
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
 }

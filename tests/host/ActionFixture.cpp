@@ -1,7 +1,6 @@
 #include "host/ActionFixture.h"
 
 #include "platform/Text.h"
-#include "support/TestCarrier.h"
 
 namespace zv::test {
 
@@ -170,27 +169,25 @@ bool RecordingWindow::openCmode(const std::string& drawing)
 }
 
 ActionFixture::ActionFixture()
-    : m_pump(testPump()), m_carrier(testCarrier(*m_pump)),
-      m_recording(*m_carrier, events), m_services{{m_recording, *this, {}}, {}, {}}
 {
-    m_services.activateWindow = [this](const std::string& title) {
+    services.activateWindow = [this](const std::string& title) {
         events.push_back("activate " + title);
         return activationWorks;
     };
-    m_services.addToQueue = [this](const std::string& drawing, const std::function<void()>& whileOpen) {
+    services.addToQueue = [this](const std::string& drawing, const std::function<void()>& whileOpen) {
         events.push_back("queue '" + drawing + "'");
         if (queued)
             whileOpen();
         return queued;
     };
-    m_services.writeLog = [this](const std::string& drawing, std::string_view method) {
+    services.writeLog = [this](const std::string& drawing, std::string_view method) {
         events.push_back("log " + drawing + ", " + std::string(method));
     };
 }
 
 void ActionFixture::act(const std::string& drawing, ActionCaller caller)
 {
-    ended = runAction(caller, drawing, selectedDrawing, window, m_services, settings);
+    ended = runAction(caller, drawing, selectedDrawing, window, services, settings);
 }
 
 Events operator+(Events first, const Events& second)

@@ -2,6 +2,7 @@
 
 #include "host/ActionProcedure.h"
 #include "support/HostProcess.h"
+#include "support/TestCarrier.h"
 
 #include <gtest/gtest.h>
 
@@ -74,6 +75,7 @@ protected:
     void unload() override { events.push_back("splash off"); }
 
     HostPlace place;
+    TestTime time;
     Events events;
     RecordingWindow window{events};
     ActionSettings settings;
@@ -83,10 +85,11 @@ protected:
     Result<void> ended;  ///< What the action came to.
 
 private:
-    std::unique_ptr<EventPump> m_pump;
-    std::unique_ptr<Automation> m_carrier;
-    RecordingAutomation m_recording;
-    ActionServices m_services;
+    std::unique_ptr<Automation> m_carrier = testCarrier(time, time.patience());
+    RecordingAutomation m_recording{*m_carrier, events};
+
+protected:
+    ActionServices services{{m_recording, *this, {}}, {}, {}};
 };
 
 /// Lists put behind each other.

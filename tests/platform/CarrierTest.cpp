@@ -25,8 +25,8 @@ protected:
     }
 
     HostPlace place;
-    std::unique_ptr<EventPump> pump = testPump();
-    std::unique_ptr<Automation> carrier = testCarrier(*pump);
+    TestTime time;
+    std::unique_ptr<Automation> carrier = testCarrier(time, time.patience());
 };
 
 TEST_F(Carrier, NoneRunsBeforeAHostAndAfterItsEnd)
@@ -50,6 +50,30 @@ TEST_F(Carrier, CreateWaitsForASlowHost)
     const auto application = carrier->create(kHost);
     ASSERT_TRUE(application);
     EXPECT_EQ(*asText((*application)->get("Version")), "20.0");
+}
+
+TEST_F(Carrier, CreateGivesUpAfterAMinuteOnAHostThatNeverAnswers)
+{
+    place.install(kHost, std::string("later 1000000 ") + kHost);
+    time.skipsPauses = true;
+    EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::Failed);
+    EXPECT_GE(time.skipped, std::chrono::seconds(59));
+}
+
+TEST_F(Carrier, EventsTurnWhileAHostStarts)
+{
+    place.install(kHost, std::string("delay 200\nlisten ") + kHost);
+    EXPECT_TRUE(carrier->create(kHost));
+    EXPECT_GT(time.turns, 0);
+}
+
+TEST_F(Carrier, EventsTurnWhileTheUserPicks)
+{
+    place.run("slow GetPoint#1 300");
+    const AutomationObjectPtr utility = *asObject(document()->get("Utility"));
+    const int before = time.turns;
+    EXPECT_TRUE(utility->call("GetPoint", {}));
+    EXPECT_GT(time.turns, before);
 }
 
 TEST_F(Carrier, ArgumentsArriveAsWhatTheyAre)
@@ -108,7 +132,7 @@ TEST_F(Carrier, NamesMeetWithoutRegardToCase)
 
 TEST_F(Carrier, ErrorsKeepTheirKindAndWords)
 {
-    place.run("fault GetVariable#1 failed out of range\nfault GetPoint#1 cancelled no pick");
+    place.run("fault GetVariable#1 failed out of range");
     const AutomationObjectPtr drawing = document();
     const auto unknown = drawing->get("Nonsense");
     EXPECT_EQ(unknown.error().code, ErrorCode::NotFound);
@@ -117,19 +141,40 @@ TEST_F(Carrier, ErrorsKeepTheirKindAndWords)
     const auto failed = drawing->call("GetVariable", {std::string("filedia")});
     EXPECT_EQ(failed.error().code, ErrorCode::Failed);
     EXPECT_EQ(failed.error().text, "out of range");
-    const auto cancelled = (*asObject(drawing->get("Utility")))->call("GetPoint", {});
-    EXPECT_EQ(cancelled.error().code, ErrorCode::Cancelled);
-    EXPECT_EQ(cancelled.error().text, "no pick");
 }
 
-TEST_F(Carrier, BusyIsAskedAgainUntilPatienceEnds)
+TEST_F(Carrier, PromptThatTheUserDoesNotAnswerIsCancelled)
 {
-    place.run("fault Version#1 busy\nfault Version#2 busy\nfault Caption#* busy wait a little");
-    const AutomationObjectPtr application = attached();
-    EXPECT_EQ(*asText(application->get("Version")), "20.0");
-    const auto caption = application->get("Caption");
+    place.run("fault GetPoint#* cancelled no pick\nfault GetString#* cancelled no text");
+    const AutomationObjectPtr utility = *asObject(document()->get("Utility"));
+    for (int way = 0; way < 3; ++way) {
+        const auto pick = utility->call("GetPoint", {});
+        EXPECT_EQ(pick.error().code, ErrorCode::Cancelled) << way;
+        EXPECT_EQ(pick.error().text, "no pick");
+    }
+    EXPECT_EQ(utility->call("GetString", {false}).error().code, ErrorCode::Cancelled);
+}
+
+TEST_F(Carrier, HostThatIsBusyForFiveSecondsIsAskedAgain)
+{
+    std::string script;
+    for (int use = 1; use <= 7; ++use)
+        script += "fault Version#" + std::to_string(use) + " busy\n";
+    place.run(script);
+    time.skipsPauses = true;
+    EXPECT_EQ(*asText(attached()->get("Version")), "20.0");
+    EXPECT_GE(time.skipped, std::chrono::seconds(5));
+}
+
+TEST_F(Carrier, HostThatStaysBusyForAMinuteHasFailed)
+{
+    place.run("fault Caption#* busy wait a little");
+    time.skipsPauses = true;
+    const auto caption = attached()->get("Caption");
     EXPECT_EQ(caption.error().code, ErrorCode::Failed);
     EXPECT_FALSE(caption.error().text.empty());
+    EXPECT_GE(time.skipped, std::chrono::seconds(59));
+    EXPECT_LT(time.skipped, std::chrono::seconds(62));
 }
 
 TEST_F(Carrier, HostThatDiesInACallIsLostAndStaysLost)

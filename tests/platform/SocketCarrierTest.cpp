@@ -219,13 +219,6 @@ TEST_F(SocketCarrier, CreateFailsWithAHostThatEnds)
     EXPECT_EQ(carrier->create("Other.Application").error().code, ErrorCode::Lost);
 }
 
-TEST_F(SocketCarrier, CreateGivesUpOnAHostThatNeverAnswers)
-{
-    place.install(kHost, "listen Other.Application");
-    const auto impatient = socketAutomation(*pump, {100, 100});
-    EXPECT_EQ(impatient->create(kHost).error().code, ErrorCode::Failed);
-}
-
 TEST(EndRequests, ArriveInsteadOfEndingTheProgram)
 {
     const int requests = openEndRequests();

@@ -1,10 +1,12 @@
 #include "support/HostModel.h"
 
 #include <cctype>
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 namespace zv::test {
 
@@ -90,6 +92,12 @@ void HostModel::readDirective(const std::string& line)
         parts >> m_point.x >> m_point.y >> m_point.z;
     } else if (directive == "fault") {
         readFault(rest);
+    } else if (directive == "slow") {
+        std::string use;
+        parts >> use;
+        Fault slow = faultAt(use);
+        parts >> slow.slowMs;
+        m_faults.push_back(slow);
     } else if (directive == "transcript") {
         m_transcript = rest;
     } else if (!directive.empty()) {
@@ -102,14 +110,20 @@ void HostModel::readFault(const std::string& words)
 {
     std::istringstream parts(words);
     std::string use, kind;
-    Fault fault;
     parts >> use >> kind >> std::ws;
+    Fault fault = faultAt(use);
     std::getline(parts, fault.text);
-    const std::size_t mark = use.find('#');
-    fault.member = lowered(use.substr(0, mark));
-    fault.use = use.substr(mark + 1) == "*" ? 0 : std::atoi(use.c_str() + mark + 1);
     fault.outcome = outcomeOf(kind);
     m_faults.push_back(fault);
+}
+
+HostModel::Fault HostModel::faultAt(const std::string& use)
+{
+    const std::size_t mark = use.find('#');
+    Fault fault;
+    fault.member = lowered(use.substr(0, mark));
+    fault.use = use.substr(mark + 1) == "*" ? 0 : std::atoi(use.c_str() + mark + 1);
+    return fault;
 }
 
 HostModel::Reply HostModel::withFaults(const std::string& name, Reply reply)
@@ -119,6 +133,10 @@ HostModel::Reply HostModel::withFaults(const std::string& name, Reply reply)
     for (const Fault& fault : m_faults) {
         if (fault.member != member || (fault.use != 0 && fault.use != use))
             continue;
+        if (fault.slowMs > 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(fault.slowMs));
+            continue;
+        }
         reply.outcome = fault.outcome;
         reply.text = fault.text;
     }

@@ -19,6 +19,7 @@ namespace zv::test {
 ///   block NAME [xref] [layout]
 ///   variable NAME VALUE       whole, or with a "." a double
 ///   point X Y Z               what the user picks
+///   slow MEMBER#N MS          the Nth use of a member takes so long
 ///   fault MEMBER#N KIND [TEXT]   the Nth use of a member does not go well: busy, failed, cancelled, die,
 ///                             die-after, garbage, too-long; "#*" is every use
 ///   transcript PATH           where each use of a member is written down
@@ -69,9 +70,11 @@ private:
         int use = 0;        ///< 0: every one.
         Outcome outcome = Outcome::Failed;
         std::string text;
+        int slowMs = 0;
     };
 
     void readDirective(const std::string& line);
+    static Fault faultAt(const std::string& use);
     void readFault(const std::string& words);
     Reply member(const Object& object, const std::string& name);
     Reply withFaults(const std::string& name, Reply reply);

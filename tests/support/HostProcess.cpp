@@ -77,9 +77,9 @@ std::unique_ptr<EventPump> testPump()
     return std::make_unique<PlainEventPump>();
 }
 
-std::unique_ptr<Automation> testCarrier(EventPump& pump)
+std::unique_ptr<Automation> testCarrier(EventPump& pump, CarrierPatience patience)
 {
-    return socketAutomation(pump, {10'000, 1'500});
+    return socketAutomation(pump, std::move(patience));
 }
 
 } // namespace zv::test

@@ -12,7 +12,6 @@ namespace zv {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
 /// Short answers are waited for with nothing else turning: the program's events have their turn only when a
@@ -41,7 +40,7 @@ Result<std::string> wireText(const std::string& bytes)
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
     Connection(std::unique_ptr<LineChannel> channel, EventPump& pump, CarrierPatience patience)
-        : m_channel(std::move(channel)), m_pump(pump), m_patience(patience)
+        : m_channel(std::move(channel)), m_pump(pump), m_patience(std::move(patience))
     {
     }
 
@@ -136,7 +135,7 @@ private:
 
 Result<Json> Connection::ask(const char* operation, std::int64_t object, Json::Object rest)
 {
-    return untilFree(m_pump, m_patience.busyMs, [&] { return askOnce(operation, object, rest); });
+    return untilFree(m_pump, m_patience, [&] { return askOnce(operation, object, rest); });
 }
 
 Result<Json> Connection::askOnce(const char* operation, std::int64_t object, const Json::Object& rest)
@@ -262,7 +261,7 @@ Result<AutomationValue> Connection::value(const Json& json)
 
 class SocketCarrier final : public Automation {
 public:
-    SocketCarrier(EventPump& pump, CarrierPatience patience) : m_pump(pump), m_patience(patience) {}
+    SocketCarrier(EventPump& pump, CarrierPatience patience) : m_pump(pump), m_patience(std::move(patience)) {}
 
     Result<AutomationObjectPtr> attach(const std::string& progId) override
     {
@@ -278,7 +277,7 @@ public:
         const Result<pid_t> process = runStartFile(progId);
         if (!process)
             return process.error();
-        const auto deadline = Clock::now() + milliseconds(m_patience.createMs);
+        const auto deadline = m_patience.now() + milliseconds(m_patience.createMs);
         for (milliseconds length{5};; length = std::min(length * 2, milliseconds(100))) {
             // Asked before the attach, so that a host that answers and ends at once is still found.
             const bool ended = hasEnded(*process);
@@ -287,9 +286,9 @@ public:
                 return application;
             if (ended)
                 return Error{ErrorCode::Lost, progId + " ended before it answered"};
-            if (Clock::now() >= deadline)
+            if (m_patience.now() >= deadline)
                 return Error{ErrorCode::Failed, progId + " did not answer in time"};
-            pauseFor(m_pump, length);
+            pauseFor(m_pump, m_patience, length);
         }
     }
 
@@ -302,7 +301,7 @@ private:
 
 std::unique_ptr<Automation> socketAutomation(EventPump& pump, CarrierPatience patience)
 {
-    return std::make_unique<SocketCarrier>(pump, patience);
+    return std::make_unique<SocketCarrier>(pump, std::move(patience));
 }
 
 std::unique_ptr<Automation> systemAutomation(EventPump& pump)

@@ -1,11 +1,13 @@
 #include "platform/windows/ComAutomation.h"
 
 #include "platform/Text.h"
+#include "platform/windows/ComThread.h"
 #include "platform/windows/ComValue.h"
 #include "platform/windows/LastError.h"
 
 #include <algorithm>
 #include <array>
+#include <future>
 #include <iterator>
 #include <objbase.h>
 #include <oleauto.h>
@@ -14,28 +16,71 @@ namespace zv {
 
 namespace {
 
-/// COM on this thread, for as long as this lives. A thread that has chosen another apartment keeps it.
-class Apartment {
-public:
-    Apartment() : m_entered(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
-    Apartment(const Apartment&) = delete;
-    Apartment& operator=(const Apartment&) = delete;
-    ~Apartment()
-    {
-        if (SUCCEEDED(m_entered))
-            ::CoUninitialize();
-    }
+using std::chrono::milliseconds;
 
-private:
-    HRESULT m_entered;
-};
+/// Short answers are waited for with nothing else turning: the program's events have their turn only when a
+/// call takes as long as a user would notice.
+constexpr milliseconds kQuiet{20};
+/// How often a longer wait looks whether the answer is there.
+constexpr int kTurnMs = 10;
 
 /// What a carrier and all objects that it gave out share.
-struct ComLink {
-    ComLink(EventPump& events, CarrierPatience howPatient) : pump(events), patience(howPatient) {}
-    Apartment apartment;
-    EventPump& pump;
-    CarrierPatience patience;
+class ComLink {
+public:
+    ComLink(EventPump& events, CarrierPatience howPatient) : m_pump(events), m_patience(std::move(howPatient))
+    {
+    }
+
+    /// Does `task` on the COM thread until the program is no longer busy, the caller's events turning
+    /// meanwhile. What `task` refers to outlives it, for a call has no limit.
+    template <class Task> auto ask(Task task) -> decltype(task())
+    {
+        return untilFree(m_pump, m_patience, [&] {
+            auto answer = begin(task);
+            while (!isThere(answer))
+                m_pump.wait(-1, kTurnMs);
+            return answer.get();
+        });
+    }
+    /// The same for the start of a program, which has a limit. `task` must own all that it uses, for a
+    /// start that takes too long is left to itself. Errors: Failed, the limit has passed.
+    template <class Task> auto askToStart(const std::string& progId, Task task) -> decltype(task())
+    {
+        return untilFree(m_pump, m_patience, [&]() -> decltype(task()) {
+            const auto deadline = m_patience.now() + milliseconds(m_patience.createMs);
+            auto answer = begin(task);
+            while (!isThere(answer)) {
+                if (m_patience.now() >= deadline) {
+                    // The new thread stands before the old one is let go, so that the apartment that both are
+                    // in stays.
+                    m_thread = std::make_unique<ComThread>();
+                    return Error{ErrorCode::Failed, progId + " did not answer in time"};
+                }
+                m_pump.wait(-1, kTurnMs);
+            }
+            return answer.get();
+        });
+    }
+    /// Does `task` some time later, with nobody waiting.
+    void post(std::function<void()> task) { m_thread->post(std::move(task)); }
+
+private:
+    template <class Task> auto begin(Task task) -> std::future<decltype(task())>
+    {
+        auto promise = std::make_shared<std::promise<decltype(task())>>();
+        m_thread->post([promise, task = std::move(task)]() mutable { promise->set_value(task()); });
+        auto answer = promise->get_future();
+        answer.wait_for(kQuiet);
+        return answer;
+    }
+    template <class Answer> static bool isThere(const std::future<Answer>& answer)
+    {
+        return answer.wait_for(milliseconds(0)) == std::future_status::ready;
+    }
+
+    EventPump& m_pump;
+    CarrierPatience m_patience;
+    std::unique_ptr<ComThread> m_thread = std::make_unique<ComThread>();
 };
 
 template <std::size_t count> bool isOneOf(HRESULT result, const std::array<HRESULT, count>& list)
@@ -43,11 +88,14 @@ template <std::size_t count> bool isOneOf(HRESULT result, const std::array<HRESU
     return std::find(list.begin(), list.end(), result) != list.end();
 }
 
+/// AutoCAD's own code for a prompt that was answered with Enter or a word in place of what was asked for.
+constexpr HRESULT kKeywordInput = static_cast<HRESULT>(0x80210020);
+
 /// The kind of a failure. Codes tell it, for the texts are in the language of the system.
 ErrorCode kindOf(HRESULT result)
 {
     static const std::array kBusy = {RPC_E_CALL_REJECTED, RPC_E_SERVERCALL_RETRYLATER};
-    static const std::array kCancelled = {E_ABORT, HRESULT_FROM_WIN32(ERROR_CANCELLED)};
+    static const std::array kCancelled = {E_ABORT, HRESULT_FROM_WIN32(ERROR_CANCELLED), kKeywordInput};
     static const std::array kLost = {RPC_E_DISCONNECTED,
                                      RPC_E_SERVERFAULT,
                                      RPC_E_SERVER_DIED,
@@ -98,11 +146,16 @@ public:
     }
     EXCEPINFO* get() { return &m_info; }
 
-    Error error()
+    /// `fromPrompt`: the call had put a question to the user.
+    Error error(bool fromPrompt)
     {
         if (m_info.pfnDeferredFillIn != nullptr)
             m_info.pfnDeferredFillIn(&m_info);
-        Error error = comError(m_info.scode != 0 ? m_info.scode : DISP_E_EXCEPTION);
+        const bool hasCode = m_info.scode != 0 && m_info.scode != DISP_E_EXCEPTION;
+        Error error = comError(hasCode ? m_info.scode : DISP_E_EXCEPTION);
+        // Esc is the one failure of a prompt to which AutoCAD gives no code of its own.
+        if (fromPrompt && !hasCode)
+            error.code = ErrorCode::Cancelled;
         // Only these two speak of the call itself; the rest is about something inside the program.
         if (error.code != ErrorCode::Busy && error.code != ErrorCode::Cancelled)
             error.code = ErrorCode::Failed;
@@ -150,6 +203,13 @@ public:
         : m_link(std::move(link)), m_dispatch(std::move(dispatch))
     {
     }
+    ComObject(const ComObject&) = delete;
+    ComObject& operator=(const ComObject&) = delete;
+    /// An interface is given back in the apartment that it came from.
+    ~ComObject() override
+    {
+        m_link->post([held = std::move(m_dispatch)] {});
+    }
 
     Result<AutomationValue> get(std::string_view name) override
     {
@@ -168,23 +228,30 @@ public:
     }
     Result<std::vector<AutomationValue>> items() override
     {
-        return untilFree(m_link->pump, m_link->patience.busyMs, [&] { return itemsOnce(); });
+        return m_link->ask([this] { return itemsOnce(); });
     }
 
 private:
     Result<AutomationValue> invoke(std::string_view name, WORD kind,
-                                   const std::vector<AutomationValue>& arguments);
+                                   const std::vector<AutomationValue>& arguments)
+    {
+        return m_link->ask([&] { return invokeOnce(name, kind, arguments); });
+    }
+
+    // These run on the COM thread.
+    Result<AutomationValue> invokeOnce(std::string_view name, WORD kind,
+                                       const std::vector<AutomationValue>& arguments);
     Result<DISPID> memberOf(std::string_view name);
-    Result<ComValue> invokeMember(DISPID member, WORD kind, Arguments& arguments);
+    Result<ComValue> invokeMember(DISPID member, WORD kind, Arguments& arguments, bool isPrompt = false);
     Result<std::vector<AutomationValue>> itemsOnce();
     Result<AutomationValue> valueOf(const VARIANT& variant);
 
-    std::shared_ptr<ComLink> m_link; ///< Outlives the interface, which needs the apartment.
+    std::shared_ptr<ComLink> m_link;
     ComPointer<IDispatch> m_dispatch;
 };
 
-Result<AutomationValue> ComObject::invoke(std::string_view name, WORD kind,
-                                          const std::vector<AutomationValue>& arguments)
+Result<AutomationValue> ComObject::invokeOnce(std::string_view name, WORD kind,
+                                              const std::vector<AutomationValue>& arguments)
 {
     const auto dispatchOf = [](const AutomationObjectPtr& object) -> IDispatch* {
         const auto* const own = dynamic_cast<const ComObject*>(object.get());
@@ -197,15 +264,14 @@ Result<AutomationValue> ComObject::invoke(std::string_view name, WORD kind,
             return value.error();
         sent.add(std::move(*value));
     }
-    return untilFree(m_link->pump, m_link->patience.busyMs, [&]() -> Result<AutomationValue> {
-        const Result<DISPID> member = memberOf(name);
-        if (!member)
-            return member.error();
-        const Result<ComValue> answer = invokeMember(*member, kind, sent);
-        if (!answer)
-            return answer.error();
-        return valueOf(answer->variant());
-    });
+    const Result<DISPID> member = memberOf(name);
+    if (!member)
+        return member.error();
+    const bool isPrompt = sameText(name, "GetPoint") || sameText(name, "GetString");
+    const Result<ComValue> answer = invokeMember(*member, kind, sent, isPrompt);
+    if (!answer)
+        return answer.error();
+    return valueOf(answer->variant());
 }
 
 Result<DISPID> ComObject::memberOf(std::string_view name)
@@ -219,7 +285,7 @@ Result<DISPID> ComObject::memberOf(std::string_view name)
     return member;
 }
 
-Result<ComValue> ComObject::invokeMember(DISPID member, WORD kind, Arguments& arguments)
+Result<ComValue> ComObject::invokeMember(DISPID member, WORD kind, Arguments& arguments, bool isPrompt)
 {
     DISPPARAMS parameters = arguments.parameters(kind);
     ComValue answer;
@@ -228,7 +294,7 @@ Result<ComValue> ComObject::invokeMember(DISPID member, WORD kind, Arguments& ar
         m_dispatch->Invoke(member, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
                            kind == DISPATCH_PROPERTYPUT ? nullptr : answer.get(), exception.get(), nullptr);
     if (done == DISP_E_EXCEPTION)
-        return exception.error();
+        return exception.error(isPrompt);
     if (FAILED(done))
         return comError(done);
     return answer;
@@ -269,44 +335,66 @@ Result<AutomationValue> ComObject::valueOf(const VARIANT& variant)
     });
 }
 
+/// The program's class. Errors: NotFound, there is none of that name.
+Result<CLSID> classOf(const std::string& progId)
+{
+    CLSID program{};
+    if (const HRESULT known = ::CLSIDFromProgID(widePath(progId).c_str(), &program); FAILED(known))
+        return Error{ErrorCode::NotFound, comError(known).text};
+    return program;
+}
+
+Result<ComPointer<IDispatch>> running(const std::string& progId)
+{
+    const Result<CLSID> program = classOf(progId);
+    if (!program)
+        return program.error();
+    ComPointer<IUnknown> found;
+    ComPointer<IDispatch> dispatch;
+    HRESULT result = ::GetActiveObject(*program, nullptr, found.out());
+    if (SUCCEEDED(result))
+        result = found->QueryInterface(IID_IDispatch, dispatch.outVoid());
+    // A program that was killed leaves its entry behind for a moment.
+    if (FAILED(result))
+        return comError(kindOf(result) == ErrorCode::Lost ? MK_E_UNAVAILABLE : result);
+    return dispatch;
+}
+
+Result<ComPointer<IDispatch>> started(const std::string& progId)
+{
+    const Result<CLSID> program = classOf(progId);
+    if (!program)
+        return program.error();
+    ComPointer<IDispatch> dispatch;
+    const HRESULT result =
+        ::CoCreateInstance(*program, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch, dispatch.outVoid());
+    if (FAILED(result))
+        return comError(result);
+    return dispatch;
+}
+
 class ComCarrier final : public Automation {
 public:
-    ComCarrier(EventPump& pump, CarrierPatience patience) : m_link(std::make_shared<ComLink>(pump, patience))
+    ComCarrier(EventPump& pump, CarrierPatience patience)
+        : m_link(std::make_shared<ComLink>(pump, std::move(patience)))
     {
     }
 
     Result<AutomationObjectPtr> attach(const std::string& progId) override
     {
-        return application(progId, [](const CLSID& program, ComPointer<IDispatch>& dispatch) {
-            ComPointer<IUnknown> running;
-            HRESULT result = ::GetActiveObject(program, nullptr, running.out());
-            if (SUCCEEDED(result))
-                result = running->QueryInterface(IID_IDispatch, dispatch.outVoid());
-            // A program that was killed leaves its entry behind for a moment.
-            return kindOf(result) == ErrorCode::Lost ? MK_E_UNAVAILABLE : result;
-        });
+        return application(m_link->ask([&progId] { return running(progId); }));
     }
-
     Result<AutomationObjectPtr> create(const std::string& progId) override
     {
-        return application(progId, [](const CLSID& program, ComPointer<IDispatch>& dispatch) {
-            return ::CoCreateInstance(program, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                      dispatch.outVoid());
-        });
+        return application(m_link->askToStart(progId, [progId] { return started(progId); }));
     }
 
 private:
-    template <class Find> Result<AutomationObjectPtr> application(const std::string& progId, Find find)
+    Result<AutomationObjectPtr> application(Result<ComPointer<IDispatch>> found) const
     {
-        CLSID program{};
-        if (const HRESULT known = ::CLSIDFromProgID(widePath(progId).c_str(), &program); FAILED(known))
-            return Error{ErrorCode::NotFound, comError(known).text};
-        return untilFree(m_link->pump, m_link->patience.busyMs, [&]() -> Result<AutomationObjectPtr> {
-            ComPointer<IDispatch> dispatch;
-            if (const HRESULT found = find(program, dispatch); FAILED(found))
-                return comError(found);
-            return AutomationObjectPtr(std::make_shared<ComObject>(m_link, std::move(dispatch)));
-        });
+        if (!found)
+            return found.error();
+        return AutomationObjectPtr(std::make_shared<ComObject>(m_link, std::move(*found)));
     }
 
     std::shared_ptr<ComLink> m_link;
@@ -316,7 +404,7 @@ private:
 
 std::unique_ptr<Automation> comAutomation(EventPump& pump, CarrierPatience patience)
 {
-    return std::make_unique<ComCarrier>(pump, patience);
+    return std::make_unique<ComCarrier>(pump, std::move(patience));
 }
 
 std::unique_ptr<Automation> systemAutomation(EventPump& pump)

@@ -235,6 +235,15 @@ HostModel::Reply HostObject::called(const DISPPARAMS& parameters)
     return m_model.call(m_object, m_spelling, writeJson(Json(std::move(arguments))), variable, value, point);
 }
 
+/// The ways in which programs tell that the user did not answer, by turns: Esc as AutoCAD tells it and as
+/// others do, and Enter.
+SCODE nextCancelled()
+{
+    static const SCODE kWays[] = {0, E_ABORT, static_cast<SCODE>(0x80210020)};
+    static std::size_t next = 0;
+    return kWays[next++ % std::size(kWays)];
+}
+
 HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, EXCEPINFO* exception)
 {
     switch (reply.outcome) {
@@ -261,7 +270,7 @@ HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, E
         return RPC_E_SERVERFAULT;
     default:
         if (exception != nullptr) {
-            exception->scode = reply.outcome == HostModel::Outcome::Cancelled ? E_ABORT : E_FAIL;
+            exception->scode = reply.outcome == HostModel::Outcome::Cancelled ? nextCancelled() : E_FAIL;
             exception->bstrDescription = bstr(reply.text);
         }
         return DISP_E_EXCEPTION;

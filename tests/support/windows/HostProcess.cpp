@@ -150,9 +150,9 @@ std::unique_ptr<EventPump> testPump()
     return std::make_unique<MessagePump>();
 }
 
-std::unique_ptr<Automation> testCarrier(EventPump& pump)
+std::unique_ptr<Automation> testCarrier(EventPump& pump, CarrierPatience patience)
 {
-    return comAutomation(pump, {10'000, 1'500});
+    return comAutomation(pump, std::move(patience));
 }
 
 } // namespace zv::test
