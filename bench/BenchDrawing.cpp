@@ -1,11 +1,15 @@
 #include "BenchDrawing.h"
 
 #include "DocumentEdit.h"
+#include "FindFile.h"
 
 #include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
 #include "drawing/Writer.h"
+#include "drawing/fonts/FontFolder.h"
+#include "drawing/scene/SceneBuilder.h"
 #include "platform/Files.h"
+#include "platform/System.h"
 #include "platform/Text.h"
 
 namespace zv::bench {
@@ -14,9 +18,21 @@ namespace {
 
 constexpr std::size_t kMostUndo = 50;
 
-std::string folderOf(const std::string& path)
+/// Puts what the model space covers, seen from above, where a drawing keeps it.
+void storeExtents(dwg::Document& document, const dwg::Document& seen)
 {
-    return path.substr(0, path.size() - fileNamePart(path).size());
+    dwg::FontFolder fonts(joinPath(installationFolder(), "fonts"));
+    const dwg::Box bounds = dwg::buildScene(seen, fonts).bounds;
+    const dwg::HeaderVariables none;
+    dwg::HeaderVariables& header = document.header;
+    header.extentsMin = bounds.empty() ? none.extentsMin : dwg::lift(bounds.min);
+    header.extentsMax = bounds.empty() ? none.extentsMax : dwg::lift(bounds.max);
+    for (dwg::Layout& layout : document.layouts) {
+        if (!layout.model)
+            continue;
+        layout.extentsMin = header.extentsMin;
+        layout.extentsMax = header.extentsMax;
+    }
 }
 
 } // namespace
@@ -62,10 +78,14 @@ void BenchDrawing::addVariables()
                         return name != nullptr && findLayer(m_document, wide(*name)) != nullptr;
                     });
     m_variables.addComputed("DWGNAME", [this] { return AutomationValue(title()); });
-    m_variables.addComputed("DWGPREFIX", [this] { return AutomationValue(folderOf(m_path)); });
+    m_variables.addComputed("DWGPREFIX", [this] { return AutomationValue(folderPart(m_path)); });
     m_variables.addComputed("DWGTITLED",
                             [this] { return AutomationValue(std::int64_t{m_path.empty() ? 0 : 1}); });
-    m_variables.addComputed("DBMOD", [this] { return AutomationValue(std::int64_t{isModified() ? 1 : 0}); });
+    m_variables.addComputed("DBMOD", [this] {
+        constexpr int kContent = 1, kVariables = 4;
+        return AutomationValue(std::int64_t{(m_geometryChanged || m_propertiesChanged ? kContent : 0) |
+                                            (variablesChanged() ? kVariables : 0)});
+    });
     m_variables.addComputed("TILEMODE", [] { return AutomationValue(std::int64_t{1}); });
 }
 
@@ -95,6 +115,7 @@ bool BenchDrawing::undo()
         return false;
     m_document = *m_undo.back().document;
     m_undo.pop_back();
+    m_geometryChanged = true;
     ++m_revision;
     return true;
 }
@@ -103,8 +124,46 @@ void BenchDrawing::abandonChange()
 {
     if (m_undo.empty())
         return;
-    m_geometryChanged = m_undo.back().geometryChanged;
+    const bool changedBefore = m_undo.back().geometryChanged;
     undo();
+    m_geometryChanged = changedBefore;
+}
+
+const dwg::Document& BenchDrawing::seen()
+{
+    if (!hasXrefs(m_document))
+        return m_document;
+    if (m_seenRevision != m_revision) {
+        m_seen = withXrefs(m_document, m_path, m_xrefFiles);
+        m_seenRevision = m_revision;
+    }
+    return m_seen;
+}
+
+void BenchDrawing::reloadXrefs()
+{
+    m_xrefFiles.forget();
+    ++m_revision;
+}
+
+/// The variables that a drawing's file keeps, as the file would have them now.
+dwg::HeaderVariables BenchDrawing::keptVariables() const
+{
+    dwg::HeaderVariables kept = m_document.header;
+    kept.dimScale = m_variables.real("DIMSCALE");
+    kept.linetypeScale = m_variables.real("LTSCALE");
+    kept.insertionUnits = static_cast<int>(m_variables.whole("INSUNITS"));
+    if (const dwg::Layer* layer = findLayer(m_document, wide(m_variables.text("CLAYER"))))
+        kept.currentLayer = layer->handle;
+    return kept;
+}
+
+bool BenchDrawing::variablesChanged() const
+{
+    const dwg::HeaderVariables& saved = m_document.header;
+    const dwg::HeaderVariables now = keptVariables();
+    return now.dimScale != saved.dimScale || now.linetypeScale != saved.linetypeScale ||
+           now.insertionUnits != saved.insertionUnits || now.currentLayer != saved.currentLayer;
 }
 
 Result<void> BenchDrawing::save(const std::string& path)
@@ -115,7 +174,7 @@ Result<void> BenchDrawing::save(const std::string& path)
     const bool inPlace = target == m_path;
     if (inPlace && !isModified())
         return {};
-    const bool onlyProperties = inPlace && !m_lossReason.empty() && !m_geometryChanged;
+    const bool onlyProperties = inPlace && !m_lossReason.empty() && !m_geometryChanged && !variablesChanged();
     const Result<void> saved = onlyProperties ? savePropertiesOnly(target) : saveWhole(target);
     if (!saved)
         return saved;
@@ -130,17 +189,17 @@ Result<void> BenchDrawing::saveWhole(const std::string& path)
     if (!m_lossReason.empty())
         return Error{ErrorCode::Unsupported, "Not saved, for something would be lost: " + m_lossReason};
     dwg::Document document = m_document;
-    document.header.dimScale = m_variables.real("DIMSCALE");
-    document.header.linetypeScale = m_variables.real("LTSCALE");
-    document.header.insertionUnits = static_cast<int>(m_variables.whole("INSUNITS"));
-    if (const dwg::Layer* layer = findLayer(document, wide(m_variables.text("CLAYER"))))
-        document.header.currentLayer = layer->handle;
+    document.header = keptVariables();
+    storeExtents(document, seen());
     dwg::WriteOptions options;
     options.properties = m_properties;
     const Result<std::string> bytes = dwg::writeDocument(document, options);
     if (!bytes)
         return bytes.error();
-    return replaceFile(path, path + ".new", *bytes);
+    if (const Result<void> written = replaceFile(path, path + ".new", *bytes); !written)
+        return written;
+    m_document = std::move(document);
+    return {};
 }
 
 Result<void> BenchDrawing::savePropertiesOnly(const std::string& path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Variables.h"
+#include "Xrefs.h"
 
 #include "drawing/Document.h"
 #include "platform/Result.h"
@@ -21,16 +22,24 @@ public:
 
     dwg::Document& document() { return m_document; }
     const dwg::Document& document() const { return m_document; }
+    /// The content as it is seen, with that of its external references. Good until the next change.
+    const dwg::Document& seen();
+    /// Reads the files of the external references anew.
+    void reloadXrefs();
     dwg::BlockRecord& modelSpace() { return m_document.blocks[m_document.modelSpace]; }
     const dwg::Properties& properties() const { return m_properties; }
     void setProperties(dwg::Properties properties);
     Variables& variables() { return m_variables; }
+    /// Of what is drawn now, as the variable CLAYER says.
+    dwg::Handle currentLayer() const { return keptVariables().currentLayer; }
+    /// What was taken for a command last, erased or not.
+    std::vector<dwg::Handle> previousSelection;
 
     /// The file's full path; empty for a drawing that was never saved.
     const std::string& path() const { return m_path; }
     /// The file name, or the working title.
     std::string title() const;
-    bool isModified() const { return m_geometryChanged || m_propertiesChanged; }
+    bool isModified() const { return m_geometryChanged || m_propertiesChanged || variablesChanged(); }
     /// Counts up with every change of the content.
     int revision() const { return m_revision; }
 
@@ -51,6 +60,8 @@ public:
 private:
     BenchDrawing() = default;
     void addVariables();
+    dwg::HeaderVariables keptVariables() const;
+    bool variablesChanged() const;
     Result<void> saveWhole(const std::string& path);
     Result<void> savePropertiesOnly(const std::string& path);
 
@@ -63,6 +74,9 @@ private:
     bool m_geometryChanged = false;
     bool m_propertiesChanged = false;
     int m_revision = 0;
+    XrefFiles m_xrefFiles;
+    dwg::Document m_seen;
+    int m_seenRevision = -1;
     struct Before {
         std::shared_ptr<const dwg::Document> document;
         bool geometryChanged = false;

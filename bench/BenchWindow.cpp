@@ -154,6 +154,11 @@ bool BenchWindow::editProperties(dwg::Properties& properties)
     return true;
 }
 
+double BenchWindow::pickRadius() const
+{
+    return m_canvas->pickRadius();
+}
+
 void BenchWindow::quit()
 {
     close();
@@ -254,8 +259,8 @@ void BenchWindow::showPrompt()
 {
     const Prompt prompt = m_commandLine.prompt();
     m_prompt->setText(toText(prompt.text));
-    m_canvas->setPrompt(prompt);
     m_canvas->show(m_workshop.active());
+    m_canvas->setPrompt(prompt);
 }
 
 } // namespace zv::bench

@@ -30,6 +30,7 @@ public:
     void refresh() override;
     std::string chooseFile(bool toSave) override;
     bool editProperties(dwg::Properties& properties) override;
+    double pickRadius() const override;
     void quit() override;
 
     std::string caption() const override;

@@ -17,7 +17,14 @@ namespace {
 
 const QColor kGround(33, 40, 48);
 const QColor kRubber(120, 190, 255);
+constexpr double kPickBox = 4; ///< Half its side, in pixels.
 constexpr std::size_t kMostEarlierViews = 20;
+
+bool holds(const dwg::Box& outer, const dwg::Box& inner)
+{
+    return inner.min.x >= outer.min.x && inner.min.y >= outer.min.y && inner.max.x <= outer.max.x &&
+           inner.max.y <= outer.max.y;
+}
 
 dwg::FontProvider& fonts()
 {
@@ -39,37 +46,91 @@ Canvas::Canvas(QWidget* parent) : QWidget(parent)
 void Canvas::show(const std::shared_ptr<BenchDrawing>& drawing)
 {
     const bool isOther = drawing != m_drawing;
+    const bool wasEmpty = m_scene.bounds.empty();
     m_drawing = drawing;
     if (isOther || (drawing && drawing->revision() != m_revision))
         buildScene();
     if (isOther) {
         m_earlier.clear();
         m_view = wholeView();
+    } else if (wasEmpty && !m_scene.bounds.empty() && !holds(viewBox(), m_scene.bounds)) {
+        // What comes into an empty drawing first is seen, whatever its size.
+        setView(wholeView());
     }
     update();
 }
 
 void Canvas::buildScene()
 {
-    m_scene = m_drawing ? dwg::buildScene(m_drawing->document(), fonts()) : dwg::Scene();
+    m_scene = m_drawing ? dwg::buildScene(m_drawing->seen(), fonts()) : dwg::Scene();
     m_revision = m_drawing ? m_drawing->revision() : -1;
 }
 
 void Canvas::setPrompt(const Prompt& prompt)
 {
     m_prompt = prompt;
+    buildDragged();
     update();
 }
 
+/// In an empty drawing the block to be placed decides how much is seen.
+void Canvas::buildDragged()
+{
+    const dwg::Handle block = m_prompt.dragged && m_drawing ? m_prompt.dragged->block : 0;
+    const bool isNew = block != 0 && block != m_draggedBlock;
+    m_draggedBlock = block;
+    if (block == 0)
+        m_draggedScene = {};
+    if (!isNew)
+        return;
+    m_draggedScene = dwg::buildScene(m_drawing->seen(), fonts(), {block, false});
+    const dwg::Box& bounds = m_draggedScene.bounds;
+    const dwg::Point3& scale = m_prompt.dragged->scale;
+    const double across = bounds.width() * std::abs(scale.x);
+    const double up = bounds.height() * std::abs(scale.y);
+    const dwg::Box view = viewBox();
+    if (!m_scene.bounds.empty() || (across <= view.width() / 2 && up <= view.height() / 2))
+        return;
+    dwg::Box room;
+    room.add(view.center() - dwg::Point2{across, up});
+    room.add(view.center() + dwg::Point2{across, up});
+    setView(viewOf(room));
+}
+
+Canvas::View Canvas::viewOf(const dwg::Box& box) const
+{
+    const double perPixel =
+        std::max(box.width() / std::max(1, width()), box.height() / std::max(1, height()));
+    return {box.center(), perPixel > 0 ? perPixel : View().unitsPerPixel};
+}
+
+/// All that is drawn with a margin, or the limits of a drawing without content.
 Canvas::View Canvas::wholeView() const
 {
-    if (m_scene.bounds.empty())
-        return {};
     constexpr double kMargin = 1.1;
-    const double perPixelAcross = m_scene.bounds.width() / std::max(1, width());
-    const double perPixelUp = m_scene.bounds.height() / std::max(1, height());
-    const double perPixel = std::max(perPixelAcross, perPixelUp) * kMargin;
-    return {m_scene.bounds.center(), perPixel > 0 ? perPixel : View().unitsPerPixel};
+    dwg::Box box = m_scene.bounds;
+    if (box.empty() && m_drawing) {
+        box.add(m_drawing->document().header.limitsMin);
+        box.add(m_drawing->document().header.limitsMax);
+    }
+    if (box.empty())
+        return {};
+    View view = viewOf(box);
+    view.unitsPerPixel *= kMargin;
+    return view;
+}
+
+dwg::Box Canvas::viewBox() const
+{
+    dwg::Box box;
+    box.add(dwg::flat(toDrawing({0, 0})));
+    box.add(dwg::flat(toDrawing(QPointF(width(), height()))));
+    return box;
+}
+
+double Canvas::pickRadius() const
+{
+    return kPickBox * m_view.unitsPerPixel;
 }
 
 void Canvas::setView(const View& view)
@@ -128,18 +189,53 @@ void Canvas::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.fillRect(rect(), kGround);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double scale = 1 / m_view.unitsPerPixel;
-    const dwg::Affine map{scale,
-                          0,
-                          0,
-                          -scale,
-                          width() / 2.0 - m_view.center.x * scale,
-                          height() / 2.0 + m_view.center.y * scale};
+    drawScene(painter, m_scene, viewMap());
+    if (const auto map = draggedMap())
+        drawScene(painter, m_draggedScene, *map);
+    drawCursor(painter);
+}
+
+void Canvas::drawScene(QPainter& painter, const dwg::Scene& scene, const dwg::Affine& map)
+{
     dwg::PaintOptions options;
     options.background = kGround;
     options.lineweights = false;
-    dwg::paintScene(painter, m_scene, map, QRectF(rect()), options);
-    drawCursor(painter);
+    dwg::paintScene(painter, scene, map, QRectF(rect()), options);
+}
+
+dwg::Affine Canvas::viewMap() const
+{
+    const double scale = 1 / m_view.unitsPerPixel;
+    return {scale,
+            0,
+            0,
+            -scale,
+            width() / 2.0 - m_view.center.x * scale,
+            height() / 2.0 + m_view.center.y * scale};
+}
+
+/// From the dragged block's own units to pixels; nothing while it has no place.
+std::optional<dwg::Affine> Canvas::draggedMap() const
+{
+    if (m_draggedBlock == 0 || (!m_pointer && !m_prompt.dragged->at))
+        return std::nullopt;
+    const DraggedBlock& dragged = *m_prompt.dragged;
+    const dwg::Point2 pointer = dwg::flat(toDrawing(m_pointer.value_or(QPointF())));
+    const dwg::Point2 at = dragged.at ? dwg::flat(*dragged.at) : pointer;
+    const double angle =
+        dragged.turns && m_pointer ? std::atan2(pointer.y - at.y, pointer.x - at.x) : dragged.rotation;
+    const double c = std::cos(angle), s = std::sin(angle);
+    const dwg::BlockRecord* const block = m_drawing->seen().block(m_draggedBlock);
+    const dwg::Point2 base = block != nullptr ? dwg::flat(block->base) : dwg::Point2{};
+    // A point p of the block goes to at + turned(scaled(p - base)).
+    const dwg::Affine view = viewMap();
+    const auto pixels = [&](dwg::Point2 p) {
+        const dwg::Point2 scaled{(p.x - base.x) * dragged.scale.x, (p.y - base.y) * dragged.scale.y};
+        return view.map(at + dwg::Point2{scaled.x * c - scaled.y * s, scaled.x * s + scaled.y * c});
+    };
+    const dwg::Point2 origin = pixels({0, 0});
+    const dwg::Point2 x = pixels({1, 0}) - origin, y = pixels({0, 1}) - origin;
+    return dwg::Affine{x.x, x.y, y.x, y.y, origin.x, origin.y};
 }
 
 /// Cross hairs, with the line from the last point while another one is asked for.
@@ -152,8 +248,11 @@ void Canvas::drawCursor(QPainter& painter)
         painter.setPen(QPen(kRubber, 0, Qt::DashLine));
         painter.drawLine(toPixels(*m_prompt.rubberFrom), *m_pointer);
     }
+    if (m_prompt.boxFrom) {
+        painter.setPen(QPen(kRubber, 0, Qt::DashLine));
+        painter.drawRect(QRectF(toPixels(*m_prompt.boxFrom), *m_pointer).normalized());
+    }
     painter.setPen(QPen(Qt::white, 0));
-    constexpr double kPickBox = 4;
     const double arm = m_prompt.takesPoint ? std::max(width(), height()) : 40;
     painter.drawLine(*m_pointer - QPointF(arm, 0), *m_pointer + QPointF(arm, 0));
     painter.drawLine(*m_pointer - QPointF(0, arm), *m_pointer + QPointF(0, arm));

@@ -24,7 +24,7 @@ class Canvas final : public QWidget {
 public:
     explicit Canvas(QWidget* parent = nullptr);
 
-    /// Shows a drawing, or nothing; views are kept by drawing.
+    /// Shows a drawing, or nothing. Another one than before is seen whole.
     void show(const std::shared_ptr<BenchDrawing>& drawing);
     void zoom(const ZoomRequest& request);
     void setPrompt(const Prompt& prompt);
@@ -32,6 +32,10 @@ public:
     /// Between drawing units and pixels of the widget.
     QPointF toPixels(const dwg::Point3& point) const;
     dwg::Point3 toDrawing(const QPointF& pixels) const;
+    /// Half the side of the pick box, in drawing units.
+    double pickRadius() const;
+    /// What is seen, in drawing units.
+    dwg::Box viewBox() const;
 
 Q_SIGNALS:
     void picked(double x, double y);
@@ -54,13 +58,20 @@ private:
         double unitsPerPixel = 0.02;
     };
     void buildScene();
+    void buildDragged();
     void setView(const View& view);
+    View viewOf(const dwg::Box& box) const;
     View wholeView() const;
+    dwg::Affine viewMap() const;
+    std::optional<dwg::Affine> draggedMap() const;
+    void drawScene(QPainter& painter, const dwg::Scene& scene, const dwg::Affine& map);
     void drawCursor(QPainter& painter);
 
     std::shared_ptr<BenchDrawing> m_drawing;
     int m_revision = -1;
     dwg::Scene m_scene;
+    dwg::Scene m_draggedScene; ///< Of the block that the prompt shows at the pointer.
+    dwg::Handle m_draggedBlock = 0;
     View m_view;
     std::vector<View> m_earlier;
     Prompt m_prompt;

@@ -10,6 +10,16 @@ namespace zv::bench {
 
 class Workshop;
 
+/// A block that is shown where it would stand if the question were answered by the pointer.
+struct DraggedBlock {
+    dwg::Handle block = 0;
+    dwg::Point3 scale{1, 1, 1};
+    double rotation = 0; ///< Radians.
+    /// Where it stands once that is settled; the pointer then turns it if `turns`.
+    std::optional<dwg::Point3> at;
+    bool turns = false;
+};
+
 /// What the command line asks for.
 struct Prompt {
     std::string text;
@@ -17,6 +27,9 @@ struct Prompt {
     bool takesPoint = false;  ///< A pick on the canvas answers it.
     /// Where a line to the pointer starts while a point is asked for.
     std::optional<dwg::Point3> rubberFrom;
+    std::optional<DraggedBlock> dragged = {};
+    /// A corner of a rectangle to the pointer.
+    std::optional<dwg::Point3> boxFrom = {};
 };
 
 /// An answer to a prompt: a typed text, empty for Enter alone, or a point picked or computed.

@@ -10,6 +10,7 @@ namespace zv::bench {
 // The commands by subject; each makes the one of the name, or null.
 std::unique_ptr<Command> makeInsert(Workshop& workshop);
 std::unique_ptr<Command> makeXref(Workshop& workshop);
+std::unique_ptr<Command> makeErase(Workshop& workshop);
 std::unique_ptr<Command> makeDrawCommand(const std::string& name, Workshop& workshop);
 std::unique_ptr<Command> makeFileCommand(const std::string& name, Workshop& workshop);
 std::unique_ptr<Command> makeViewCommand(const std::string& name, Workshop& workshop);

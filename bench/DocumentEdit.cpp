@@ -10,6 +10,15 @@ using namespace zv::dwg;
 
 namespace {
 
+/// Millimetres to one unit of INSUNITS; 0 for a unit that has no length.
+double millimetres(int units)
+{
+    constexpr double kLengths[] = {0,       25.4,   304.8,          1609344,   1,        10,   1000, 1e6,
+                                   25.4e-6, 0.0254, 914.4,          1e-7,      1e-6,     1e-3, 100,  1e4,
+                                   1e5,     1e12,   1.495978707e14, 9.4607e18, 3.0857e19};
+    return units > 0 && units <= 20 ? kLengths[units] : 0;
+}
+
 template <class Table> std::unordered_map<Handle, std::size_t> indexOf(const Table& table)
 {
     std::unordered_map<Handle, std::size_t> index;
@@ -40,6 +49,13 @@ template <class Table> auto findNamed(Table& table, std::u16string_view name) ->
 bool sameName(std::u16string_view a, std::u16string_view b)
 {
     return a == b || sameText(toUtf8(a), toUtf8(b));
+}
+
+double unitFactor(int from, int to)
+{
+    const double own = millimetres(from);
+    const double other = millimetres(to);
+    return own > 0 && other > 0 ? own / other : 1;
 }
 
 Handle giveHandle(Document& document)

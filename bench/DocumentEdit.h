@@ -24,6 +24,10 @@ bool sameName(std::u16string_view a, std::u16string_view b);
 /// An entity of the document's own, on the layer, with a handle.
 dwg::Entity newEntity(dwg::Document& document, std::string kind, dwg::Geometry geometry, dwg::Handle layer);
 
+/// How much larger a length in the units `from` (as INSUNITS numbers them) is in the units `to`; 1 when
+/// either has none.
+double unitFactor(int from, int to);
+
 /// Takes another drawing's model space over as a block of this name, with the layers, linetypes, styles and
 /// nested blocks that it needs; entries whose names are there already are used as they are. A block of the
 /// name gets the new content in place of its own. Gives the block's handle. Errors: Failed, the block would

@@ -2,8 +2,6 @@
 
 #include "DocumentEdit.h"
 
-#include "platform/Text.h"
-
 #include <cmath>
 
 namespace zv::bench {
@@ -13,9 +11,8 @@ namespace {
 void addToModel(BenchDrawing& drawing, std::string kind, dwg::Geometry geometry)
 {
     drawing.beginChange();
-    const dwg::Layer* const layer = findLayer(drawing.document(), wide(drawing.variables().text("CLAYER")));
-    drawing.modelSpace().entities.push_back(newEntity(
-        drawing.document(), std::move(kind), std::move(geometry), layer != nullptr ? layer->handle : 0));
+    drawing.modelSpace().entities.push_back(
+        newEntity(drawing.document(), std::move(kind), std::move(geometry), drawing.currentLayer()));
 }
 
 class LineCommand final : public Command {
@@ -77,24 +74,6 @@ private:
     std::optional<dwg::Point3> m_center;
 };
 
-Step eraseAnswer(const std::shared_ptr<BenchDrawing>& drawing, const Answer& answer)
-{
-    if (answer.isEnter())
-        return Step::Done;
-    std::vector<dwg::Entity>& entities = drawing->modelSpace().entities;
-    const bool all = isOption(answer, "ALL");
-    if (!all && !isOption(answer, "Last"))
-        return Step::Invalid;
-    if (!entities.empty()) {
-        drawing->beginChange();
-        if (all)
-            entities.clear();
-        else
-            entities.pop_back();
-    }
-    return Step::Done;
-}
-
 void undoSteps(Workshop& workshop, int count)
 {
     for (int step = 0; step < count; ++step) {
@@ -124,11 +103,8 @@ std::unique_ptr<Command> makeDrawCommand(const std::string& name, Workshop& work
         return std::make_unique<LineCommand>(workshop);
     if (name == "CIRCLE" || name == "C")
         return std::make_unique<CircleCommand>(workshop);
-    if (name == "ERASE" || name == "E") {
-        return std::make_unique<QuestionCommand>(
-            Prompt{"Select objects [ALL/Last]:", false, false, {}},
-            [drawing = workshop.active()](const Answer& answer) { return eraseAnswer(drawing, answer); });
-    }
+    if (name == "ERASE" || name == "E")
+        return makeErase(workshop);
     if (name == "U")
         return std::make_unique<PlainCommand>([&workshop] { undoSteps(workshop, 1); });
     if (name == "UNDO") {

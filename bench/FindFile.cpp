@@ -24,17 +24,26 @@ std::string fileStem(const std::string& typed)
     return std::string(name);
 }
 
-std::string findDrawingFile(const std::string& typed, const BenchDrawing& drawing)
+std::string folderPart(const std::string& path)
 {
-    const std::string folder =
-        drawing.path().substr(0, drawing.path().size() - fileNamePart(drawing.path()).size());
-    for (const std::string& name : {typed, folder + typed}) {
+    return path.substr(0, path.size() - fileNamePart(path).size());
+}
+
+std::string findDrawingFile(const std::string& typed, const std::string& drawing)
+{
+    for (const std::string& name : {typed, folderPart(drawing) + typed}) {
         for (const std::string& candidate : {name, name + ".dwg", name + ".DWG"}) {
             if (hasEnding(candidate) && fileExists(candidate))
                 return candidate;
         }
     }
     return {};
+}
+
+std::string findXrefFile(const std::string& path, const std::string& drawing)
+{
+    const std::string found = findDrawingFile(path, drawing);
+    return found.empty() ? findDrawingFile(std::string(fileNamePart(path)), drawing) : found;
 }
 
 } // namespace zv::bench

@@ -13,15 +13,6 @@ namespace zv::bench {
 
 namespace {
 
-/// Millimetres to one unit of INSUNITS; 0 for a unit that has no length.
-double millimetres(int units)
-{
-    constexpr double kLengths[] = {0,       25.4,   304.8,          1609344,   1,        10,   1000, 1e6,
-                                   25.4e-6, 0.0254, 914.4,          1e-7,      1e-6,     1e-3, 100,  1e4,
-                                   1e5,     1e12,   1.495978707e14, 9.4607e18, 3.0857e19};
-    return units > 0 && units <= 20 ? kLengths[units] : 0;
-}
-
 class InsertCommand final : public Command {
 public:
     explicit InsertCommand(Workshop& workshop) : m_workshop(workshop), m_drawing(workshop.active()) {}
@@ -33,7 +24,7 @@ public:
         if (m_stage == Stage::Name)
             return {"Enter block name or [?] <" + m_workshop.lastBlock + ">:", true, false, {}};
         if (m_stage == Stage::Place)
-            return m_placement.prompt();
+            return m_placement.prompt(m_block, scaleOf(block()));
         const dwg::Attribute& asked = m_definitions[m_values.size()];
         const std::string question = narrow(asked.prompt.empty() ? asked.tag : asked.prompt);
         return {question + " <" + narrow(asked.text.text) + ">:", true, false, {}};
@@ -68,8 +59,7 @@ private:
     Step placed();
     Step insert();
     Step insertParts();
-    double unitFactor(const dwg::BlockRecord& block) const;
-    dwg::Handle currentLayer() const;
+    double scaleOf(const dwg::BlockRecord& block) const;
     const dwg::BlockRecord& block() const { return *m_drawing->document().block(m_block); }
 
     Workshop& m_workshop;
@@ -139,7 +129,7 @@ Result<dwg::Handle> InsertCommand::blockFor(const std::string& name)
 
 Result<dwg::Handle> InsertCommand::blockFromFile(const std::string& path, const std::string& name)
 {
-    const std::string file = findDrawingFile(path, *m_drawing);
+    const std::string file = findDrawingFile(path, m_drawing->path());
     if (file.empty())
         return Error{ErrorCode::NotFound, "\"" + path + "\": Can't find file in search path"};
     const Result<std::shared_ptr<BenchDrawing>> loaded = BenchDrawing::load(file);
@@ -169,24 +159,15 @@ Step InsertCommand::placed()
     return Step::More;
 }
 
-double InsertCommand::unitFactor(const dwg::BlockRecord& record) const
+double InsertCommand::scaleOf(const dwg::BlockRecord& record) const
 {
-    const double own = millimetres(record.units);
-    const double ours = millimetres(static_cast<int>(m_drawing->variables().whole("INSUNITS")));
-    return own > 0 && ours > 0 ? own / ours : 1;
-}
-
-dwg::Handle InsertCommand::currentLayer() const
-{
-    const dwg::Layer* const layer =
-        findLayer(m_drawing->document(), wide(m_drawing->variables().text("CLAYER")));
-    return layer != nullptr ? layer->handle : m_drawing->document().header.currentLayer;
+    return unitFactor(record.units, static_cast<int>(m_drawing->variables().whole("INSUNITS")));
 }
 
 Step InsertCommand::insert()
 {
     dwg::Document& document = m_drawing->document();
-    const double factor = unitFactor(block());
+    const double factor = scaleOf(block());
     dwg::Insert insert;
     insert.block = m_block;
     insert.position = m_placement.point();
@@ -207,9 +188,9 @@ Step InsertCommand::insert()
         transform(geometry, map);
         insert.attributes.push_back(static_cast<std::uint32_t>(m_drawing->modelSpace().attributes.size()));
         m_drawing->modelSpace().attributes.push_back(
-            newEntity(document, "ATTRIB", std::move(geometry), currentLayer()));
+            newEntity(document, "ATTRIB", std::move(geometry), m_drawing->currentLayer()));
     }
-    dwg::Entity entity = newEntity(document, "INSERT", std::move(insert), currentLayer());
+    dwg::Entity entity = newEntity(document, "INSERT", std::move(insert), m_drawing->currentLayer());
     m_drawing->modelSpace().entities.push_back(std::move(entity));
     m_drawing->continueChange();
     return Step::Done;
@@ -220,7 +201,7 @@ Step InsertCommand::insertParts()
     dwg::Document& document = m_drawing->document();
     dwg::BlockRecord& space = m_drawing->modelSpace();
     const dwg::BlockRecord from = block();
-    const double scale = m_placement.scale().x * unitFactor(from);
+    const double scale = m_placement.scale().x * scaleOf(from);
     const Similarity turned{scale, m_placement.rotation(), {}};
     const dwg::Point3 base = turned.point(from.base);
     const dwg::Point3 at = m_placement.point();

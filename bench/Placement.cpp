@@ -14,7 +14,21 @@ double radians(double degrees)
 
 } // namespace
 
-Prompt Placement::prompt() const
+Prompt Placement::prompt(dwg::Handle block, double factor) const
+{
+    Prompt prompt = question();
+    DraggedBlock dragged;
+    dragged.block = block;
+    dragged.scale = {scale().x * factor, scale().y * factor, scale().z * factor};
+    dragged.rotation = rotation();
+    if (m_stage != Stage::Point && m_stage != Stage::Preset)
+        dragged.at = m_point;
+    dragged.turns = m_stage == Stage::Rotation;
+    prompt.dragged = dragged;
+    return prompt;
+}
+
+Prompt Placement::question() const
 {
     switch (m_stage) {
     case Stage::Point:

@@ -15,7 +15,8 @@ public:
     /// With `uniform` one scale is asked for all axes, as for a block that is placed in parts.
     explicit Placement(bool uniform) : m_uniform(uniform) {}
 
-    Prompt prompt() const;
+    /// With the block as it would stand, in which a length is `factor` times as large as in its own drawing.
+    Prompt prompt(dwg::Handle block, double factor) const;
     /// Done once the rotation is known.
     Step answer(const Answer& answer);
 
@@ -26,6 +27,7 @@ public:
 private:
     enum class Stage { Point, Preset, ScaleX, ScaleY, ScaleZ, Rotation };
 
+    Prompt question() const;
     Step pointAnswer(const Answer& answer);
     Step presetAnswer(const Answer& answer);
     Step scaleXAnswer(const Answer& answer);

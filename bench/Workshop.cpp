@@ -37,7 +37,6 @@ std::shared_ptr<BenchDrawing> Workshop::add()
     auto drawing = std::make_shared<BenchDrawing>("Drawing" + std::to_string(++m_lastNumber) + ".dwg");
     m_drawings.push_back(drawing);
     activate(drawing);
-    m_front.zoom({});
     return drawing;
 }
 
@@ -58,7 +57,6 @@ Result<std::shared_ptr<BenchDrawing>> Workshop::open(const std::string& path)
         m_drawings.clear();
     m_drawings.push_back(*loaded);
     activate(*loaded);
-    m_front.zoom({});
     return loaded;
 }
 

@@ -30,6 +30,8 @@ public:
     virtual std::string chooseFile(bool toSave) = 0;
     /// Lets the user change the properties; false when he says no.
     virtual bool editProperties(dwg::Properties& properties) = 0;
+    /// How far from an object a pick may be to take it, in drawing units.
+    virtual double pickRadius() const = 0;
     virtual void quit() = 0;
 };
 

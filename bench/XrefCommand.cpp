@@ -23,6 +23,8 @@ public:
         switch (m_stage) {
         case Stage::Option:
             return {"Enter an option [?/Detach/Reload/Overlay/Attach] <Attach>:", false, false, {}};
+        case Stage::Reload:
+            return {"Enter xref name(s) to reload:", true, false, {}};
         case Stage::Detach:
             return {"Enter xref name(s) to detach:", true, false, {}};
         case Stage::File:
@@ -30,7 +32,7 @@ public:
         case Stage::Place:
             break;
         }
-        return m_placement.prompt();
+        return m_placement.prompt(m_block, factor());
     }
 
     Step answer(const Answer& answer) override
@@ -38,6 +40,8 @@ public:
         switch (m_stage) {
         case Stage::Option:
             return optionAnswer(answer);
+        case Stage::Reload:
+            return reload(answer.text);
         case Stage::Detach:
             return detach(answer.text);
         case Stage::File:
@@ -56,7 +60,7 @@ public:
     }
 
 private:
-    enum class Stage { Option, Detach, File, Place };
+    enum class Stage { Option, Reload, Detach, File, Place };
 
     Step optionAnswer(const Answer& answer)
     {
@@ -67,8 +71,10 @@ private:
             }
             return Step::Done;
         }
-        if (isOption(answer, "Reload"))
-            return Step::Done;
+        if (isOption(answer, "Reload")) {
+            m_stage = Stage::Reload;
+            return Step::More;
+        }
         if (isOption(answer, "Detach")) {
             m_stage = Stage::Detach;
             return Step::More;
@@ -84,7 +90,7 @@ private:
     Step fileAnswer(const Answer& answer)
     {
         const std::string typed = answer.text == "~" ? m_workshop.front().chooseFile(false) : answer.text;
-        const std::string file = typed.empty() ? std::string() : findDrawingFile(typed, *m_drawing);
+        const std::string file = typed.empty() ? std::string() : findDrawingFile(typed, m_drawing->path());
         if (file.empty()) {
             m_workshop.front().write("\"" + typed + "\": Can't find file in search path");
             return answer.scripted ? Step::Invalid : Step::Done;
@@ -103,6 +109,11 @@ private:
     Result<void> attach(const std::string& file)
     {
         const std::string name = fileStem(file);
+        if (file == m_drawing->path())
+            return Error{ErrorCode::Failed, "A drawing cannot refer to itself"};
+        const Result<std::shared_ptr<const dwg::Document>> content = XrefFiles().read(file);
+        if (!content)
+            return Error{content.error().code, file + ": " + content.error().text};
         m_drawing->beginChange();
         m_changed = true;
         dwg::Document& document = m_drawing->document();
@@ -118,6 +129,8 @@ private:
         block.xref = true;
         block.xrefOverlay = m_overlay;
         block.xrefPath = wide(file);
+        block.base = (*content)->header.insertionBase;
+        block.units = (*content)->header.insertionUnits;
         document.blocks.push_back(std::move(block));
         reindex(document);
         return {};
@@ -128,12 +141,30 @@ private:
         dwg::Insert insert;
         insert.block = m_block;
         insert.position = m_placement.point();
-        insert.scale = m_placement.scale();
+        const dwg::Point3 scale = m_placement.scale();
+        insert.scale = {scale.x * factor(), scale.y * factor(), scale.z * factor()};
         insert.rotation = m_placement.rotation();
         dwg::Document& document = m_drawing->document();
         m_drawing->modelSpace().entities.push_back(
-            newEntity(document, "INSERT", std::move(insert), document.header.currentLayer));
+            newEntity(document, "INSERT", std::move(insert), m_drawing->currentLayer()));
         m_drawing->continueChange();
+        return Step::Done;
+    }
+
+    double factor() const
+    {
+        return unitFactor(m_drawing->document().block(m_block)->units,
+                          static_cast<int>(m_drawing->variables().whole("INSUNITS")));
+    }
+
+    /// The files are read anew, whichever of them is named.
+    Step reload(const std::string& name)
+    {
+        const dwg::BlockRecord* const block = findBlock(m_drawing->document(), wide(name));
+        if (name != "*" && (block == nullptr || !block->xref))
+            m_workshop.front().write("No matching xref names found.");
+        else
+            m_drawing->reloadXrefs();
         return Step::Done;
     }
 

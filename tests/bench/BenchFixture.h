@@ -2,6 +2,7 @@
 
 #include "CommandLine.h"
 #include "DocumentEdit.h"
+#include "FindFile.h"
 #include "Workshop.h"
 
 #include "drawing/Writer.h"
@@ -30,6 +31,7 @@ protected:
         properties.comments = u"edited";
         return true;
     }
+    double pickRadius() const override { return 0.1; }
     void quit() override { history.push_back("quit"); }
 
     BenchDrawing& drawing() { return *workshop.active(); }

@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <thread>
@@ -70,6 +71,31 @@ protected:
     bool waitForPrompt(const QString& text)
     {
         return QTest::qWaitFor([&] { return prompt() == text; }, 10'000);
+    }
+
+    /// A library drawing with a circle round its origin.
+    std::string makeRing(double radius)
+    {
+        dwg::Document document = emptyDocument();
+        document.blocks[document.modelSpace].entities.push_back(
+            newEntity(document, "CIRCLE", dwg::Circle{{0, 0, 0}, radius, 0, dwg::kZAxis}, 0));
+        return folder.write("Bolt.dwg", dwg::writeDocument(document, {}).valueOr(""));
+    }
+    void typeInsertion(const std::string& path)
+    {
+        window->commandLine().type("(command \"_.-insert\" \"" + path +
+                                   "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\")\r");
+    }
+    /// Whether something is drawn where a point is seen.
+    bool isDrawnAt(double x, double y)
+    {
+        const QImage picture = canvas->grab().toImage();
+        const QPoint at = canvas->toPixels({x, y, 0}).toPoint();
+        for (const QPoint step : {QPoint(0, 0), QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
+            if (picture.pixel(at + step) != picture.pixel(0, 0))
+                return true;
+        }
+        return false;
     }
 
     TemporaryFolder folder;
@@ -204,10 +230,7 @@ TEST_F(BenchProgram, OthersAreBusyWhileACallWaits)
 
 TEST_F(BenchProgram, SendCommandReturnsAsSoonAsAPromptWaits)
 {
-    dwg::Document document = emptyDocument();
-    document.blocks[document.modelSpace].entities.push_back(
-        newEntity(document, "CIRCLE", dwg::Circle{{0, 0, 0}, 1, 0, dwg::kZAxis}, 0));
-    const std::string path = folder.write("Bolt.dwg", dwg::writeDocument(document, {}).valueOr(""));
+    const std::string path = makeRing(1);
     drive([&](AutomationObject& application) {
         const auto drawing = asObject(application.get("ActiveDocument"));
         EXPECT_TRUE((*drawing)->call(
@@ -223,6 +246,54 @@ TEST_F(BenchProgram, SendCommandReturnsAsSoonAsAPromptWaits)
     EXPECT_TRUE(window->findChild<QPlainTextEdit*>(QStringLiteral("History"))
                     ->toPlainText()
                     .contains(QStringLiteral("_.-insert")));
+}
+
+TEST_F(BenchProgram, NewDrawingShowsItsLimits)
+{
+    const dwg::Box seen = canvas->viewBox();
+    EXPECT_LE(seen.min.x, 0);
+    EXPECT_LE(seen.min.y, 0);
+    EXPECT_GE(seen.max.x, 12);
+    EXPECT_GE(seen.max.y, 9);
+    EXPECT_TRUE(seen.width() < 24 || seen.height() < 18);
+}
+
+TEST_F(BenchProgram, BlockIsSeenAtThePointerBeforeThePick)
+{
+    typeInsertion(makeRing(1));
+    QTest::mouseMove(canvas, canvas->toPixels({5, 4, 0}).toPoint());
+    const double side = std::sqrt(2.0);
+    EXPECT_TRUE(isDrawnAt(5 + side, 4 + side));
+    QTest::mouseMove(canvas, canvas->toPixels({7, 5, 0}).toPoint());
+    EXPECT_FALSE(isDrawnAt(5 + side, 4 + side));
+    EXPECT_TRUE(isDrawnAt(7 + side, 5 + side));
+    QTest::keyClick(line, Qt::Key_Escape);
+    EXPECT_FALSE(isDrawnAt(7 + side, 5 + side));
+}
+
+TEST_F(BenchProgram, BigBlockIsSeenWholeInAnEmptyDrawingBeforeAndAfterThePick)
+{
+    typeInsertion(makeRing(500));
+    EXPECT_GE(canvas->viewBox().width(), 2000);
+    const dwg::Box seen = canvas->viewBox();
+    pickAt(seen.max.x, seen.max.y);
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(prompt(), QStringLiteral("Command:"));
+    const auto& entities = window->workshop().active()->modelSpace().entities;
+    ASSERT_EQ(entities.size(), 1U);
+    const dwg::Point3 at = std::get<dwg::Insert>(entities[0].geometry).position;
+    EXPECT_GE(canvas->viewBox().max.x, at.x + 1000);
+    EXPECT_GE(canvas->viewBox().max.y, at.y + 1000);
+}
+
+TEST_F(BenchProgram, ViewOfADrawingWithContentIsTheUsersOwn)
+{
+    window->commandLine().type("LINE 0,0 1,1 \r");
+    const dwg::Box before = canvas->viewBox();
+    typeInsertion(makeRing(500));
+    pickAt(5, 4);
+    QTest::keyClick(line, Qt::Key_Return);
+    EXPECT_EQ(canvas->viewBox().width(), before.width());
 }
 
 TEST_F(BenchProgram, CallWaitsForThePropertiesDialog)

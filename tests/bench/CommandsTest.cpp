@@ -80,7 +80,6 @@ TEST_F(Commands, SeveralDrawingsForbidTheSingleMode)
 
 TEST_F(Commands, ZoomTakesItsOptions)
 {
-    zooms.clear();
     line.type("ZOOM E ZOOM A ZOOM 2x ZOOM W 0,0 2,2 ZOOM P ");
     ASSERT_EQ(zooms.size(), 5U);
     EXPECT_EQ(zooms[2].factor, 2);
@@ -161,12 +160,47 @@ TEST_F(Commands, XrefIsAttachedByPathAndDetached)
     EXPECT_TRUE(entities().empty());
 }
 
-TEST_F(Commands, EraseTakesTheLastOrAll)
+TEST_F(Commands, VariablesThatTheFileKeepsMarkTheDrawing)
 {
-    line.type("LINE 0,0 1,0 2,0 \rERASE L ");
-    EXPECT_EQ(entities().size(), 1U);
-    line.type("ERASE ALL ");
-    EXPECT_TRUE(entities().empty());
+    const std::string path = folder.file("Plan.dwg");
+    ASSERT_TRUE(drawing().save(path));
+    line.type("OSMODE 0 ");
+    EXPECT_FALSE(drawing().isModified());
+    line.type("DIMSCALE 48 ");
+    EXPECT_TRUE(drawing().isModified());
+    EXPECT_EQ(drawing().variables().whole("DBMOD"), 4);
+    line.type("QSAVE\r");
+    EXPECT_FALSE(drawing().isModified());
+    const auto again = BenchDrawing::load(path);
+    ASSERT_TRUE(again);
+    EXPECT_EQ((*again)->variables().real("DIMSCALE"), 48);
+    EXPECT_FALSE((*again)->isModified());
+}
+
+TEST_F(Commands, UndoAfterSavingMarksTheDrawing)
+{
+    line.type("LINE 0,0 1,0 \r");
+    ASSERT_TRUE(drawing().save(folder.file("Plan.dwg")));
+    EXPECT_FALSE(drawing().isModified());
+    line.type("U\r");
+    EXPECT_TRUE(drawing().isModified());
+}
+
+TEST_F(Commands, SavingWritesTheExtents)
+{
+    const std::string path = folder.file("Plan.dwg");
+    const auto saved = [&] {
+        EXPECT_TRUE(drawing().save(path));
+        return (*BenchDrawing::load(path))->document().header;
+    };
+    const dwg::HeaderVariables empty = saved();
+    EXPECT_GT(empty.extentsMin.x, empty.extentsMax.x);
+    line.type("CIRCLE 5,6 2 LINE -1,0 1,0 \r");
+    const dwg::HeaderVariables header = saved();
+    EXPECT_NEAR(header.extentsMin.x, -1, 1e-9);
+    EXPECT_NEAR(header.extentsMin.y, 0, 1e-9);
+    EXPECT_NEAR(header.extentsMax.x, 7, 1e-9);
+    EXPECT_NEAR(header.extentsMax.y, 8, 1e-9);
 }
 
 } // namespace

@@ -261,7 +261,9 @@ Result<AutomationValue> Connection::value(const Json& json)
 
 class SocketCarrier final : public Automation {
 public:
-    SocketCarrier(EventPump& pump, CarrierPatience patience) : m_pump(pump), m_patience(std::move(patience)) {}
+    SocketCarrier(EventPump& pump, CarrierPatience patience) : m_pump(pump), m_patience(std::move(patience))
+    {
+    }
 
     Result<AutomationObjectPtr> attach(const std::string& progId) override
     {

@@ -5,8 +5,8 @@
 
 namespace zv {
 
-/// A thread inside COM's multi-threaded apartment, which does what it is given one after the other. Interfaces
-/// that one such thread has are good on every other.
+/// A thread inside COM's multi-threaded apartment, which does what it is given one after the other.
+/// Interfaces that one such thread has are good on every other.
 class ComThread {
 public:
     /// Returns once the thread is inside the apartment.
