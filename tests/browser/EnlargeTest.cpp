@@ -16,11 +16,7 @@ class EnlargeTest : public OfficeFixture {
 protected:
     void office(int count)
     {
-        makeLibrary("Doors", drawings(count));
-        makeCatalogue({"Doors"});
-        setKey(User, "LibLoad", "LastLoad", "Doors");
-        setKey(User, "LibLoad", "del", "0");
-        setKey(User, "Settings", "AOT", "0");
+        makeDoors(count);
         start();
     }
     void enlarge(int cell)

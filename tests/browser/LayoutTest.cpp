@@ -22,14 +22,7 @@ const QSize kSizes[] = {{433, 433}, {713, 606}, {1400, 1000}};
 
 class LayoutTest : public OfficeFixture {
 protected:
-    void SetUp() override
-    {
-        makeLibrary("Doors", drawings(25));
-        makeCatalogue({"Doors"});
-        setKey(ProfileFile::User, "LibLoad", "LastLoad", "Doors");
-        setKey(ProfileFile::User, "LibLoad", "del", "0");
-        setKey(ProfileFile::User, "Settings", "AOT", "0");
-    }
+    void SetUp() override { makeDoors(25); }
 
     void resizeTo(QSize size)
     {

@@ -16,11 +16,7 @@ class OptionsTest : public OfficeFixture {
 protected:
     OptionsTest()
     {
-        makeLibrary("Doors", drawings(3));
-        makeCatalogue({"Doors"});
-        setKey(User, "LibLoad", "LastLoad", "Doors");
-        setKey(User, "LibLoad", "del", "0");
-        setKey(User, "Settings", "AOT", "0");
+        makeDoors(3);
         setKey(User, "Settings", "AutoScale", "0");
         start();
     }

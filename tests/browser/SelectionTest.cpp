@@ -20,11 +20,7 @@ class SelectionTest : public OfficeFixture {
 protected:
     void office(int count)
     {
-        makeLibrary("Doors", drawings(count));
-        makeCatalogue({"Doors"});
-        setKey(User, "LibLoad", "LastLoad", "Doors");
-        setKey(User, "LibLoad", "del", "0");
-        setKey(User, "Settings", "AOT", "0");
+        makeDoors(count);
         start();
     }
     DwgThumbnail& cell(int number) { return *main().DwgThumbnails[std::size_t(number)]; }

@@ -1,6 +1,8 @@
 #include "host/ActionFixture.h"
 
+#include "log/ActivityLog.h"
 #include "platform/Text.h"
+#include "support/TemporaryFolder.h"
 
 namespace zv::test {
 
@@ -225,6 +227,25 @@ TEST_F(BlockInsertion, SearchHasItsOwnLogWord)
     place.run("");
     act("C:\\Lib\\Bolt.dwg", ActionCaller::Search);
     EXPECT_EQ(events.back(), "log C:\\Lib\\Bolt.dwg, Search and Insert as Block");
+}
+
+TEST_F(BlockInsertion, LogThatCannotBeWrittenDisturbsNothing)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_directories(folder.file("folder.csv"));
+    const Events unlogged(kInsertion.begin(), kInsertion.end() - 1);
+    place.run("");
+    for (const std::string& log : {folder.file("gone/log.csv"), folder.file("folder.csv"), std::string()}) {
+        events.clear();
+        services.writeLog = [&](const std::string& drawing, std::string_view method) {
+            writeLog(log, logEntry("Ann", drawing, method));
+        };
+        act();
+        EXPECT_TRUE(ended);
+        EXPECT_EQ(events, (Events{"attach AutoCAD.Application", "App.Version", "attach AutoCAD.Application"} +
+                           unlogged))
+            << log;
+    }
 }
 
 // ---- the name check

@@ -111,6 +111,23 @@ std::string line(const Message& message)
 
 } // namespace
 
+const Events kInsertion = {"hide",
+                           "attach AutoCAD.Application",
+                           "App.ActiveDocument",
+                           "App.Visible = True",
+                           "App.Caption",
+                           "activate Scripted Host",
+                           "ActiveDocument.ObjectSnapMode",
+                           "ActiveDocument.GetVariable('filedia')",
+                           "ActiveDocument.SetVariable('Filedia', 0)",
+                           "ActiveDocument.SendCommand('(command \"_.-insert\" "
+                           "\"C:/Lib/Bolt.dwg\"\"X\"\"1.00\"\"Y\"\"1.00\"\"Z\"\"1.00\")<CR>')",
+                           "ActiveDocument.SetVariable('Filedia', 1)",
+                           "ActiveDocument.SetVariable('Filedia', 1)",
+                           "show",
+                           "ActiveDocument.SetVariable('Filedia', 1)",
+                           kLogLine};
+
 Result<AutomationObjectPtr> RecordingAutomation::attach(const std::string& progId)
 {
     return noted("attach " + progId, m_inner.attach(progId));
@@ -172,6 +189,7 @@ ActionFixture::ActionFixture()
 {
     services.activateWindow = [this](const std::string& title) {
         events.push_back("activate " + title);
+        whenActivated();
         return activationWorks;
     };
     services.addToQueue = [this](const std::string& drawing, const std::function<void()>& whileOpen) {

@@ -16,6 +16,18 @@ namespace zv::test {
 /// What happened, in order, one line each.
 using Events = std::vector<std::string>;
 
+// What finding the host looks like, and the log line of the fixture's own drawing.
+inline const char* const kAttach = "attach AutoCAD.Application";
+inline const char* const kNotRunning = "attach AutoCAD.Application: none";
+inline const char* const kFirstQuestion =
+    "question [AutoCAD Not Loaded] AutoCAD is Not Loaded|Would You Like to Load AutoCAD Now?||";
+inline const char* const kLogLine = "log C:\\Lib\\Bolt.dwg, Insert as Block";
+/// The block branch of an insertion that goes well, from the hiding of the caller to the log.
+extern const Events kInsertion;
+
+/// Lists put behind each other.
+Events operator+(Events first, const Events& second);
+
 /// An automation that writes down every call that goes through it.
 class RecordingAutomation final : public Automation {
 public:
@@ -35,7 +47,11 @@ class RecordingWindow final : public ActionWindow, public Messages {
 public:
     explicit RecordingWindow(Events& events) : m_events(events) {}
 
-    void hideWindow() override { m_events.push_back("hide"); }
+    void hideWindow() override
+    {
+        m_events.push_back("hide");
+        whenHidden();
+    }
     void showWindow() override { m_events.push_back("show"); }
     void setDefaultPointer() override { m_events.push_back("default pointer"); }
     Messages& messages() override { return *this; }
@@ -59,6 +75,7 @@ public:
     Result<std::string> property = std::string();
     bool hasDialogs = true;
     std::deque<bool> answers; ///< To the questions, in order.
+    std::function<void()> whenHidden = [] {};
 
 private:
     Events& m_events;
@@ -81,6 +98,7 @@ protected:
     ActionSettings settings;
     std::string selectedDrawing = "C:\\Lib\\Bolt.dwg";
     bool activationWorks = true;
+    std::function<void()> whenActivated = [] {};
     Result<void> queued; ///< What adding to the queue comes to.
     Result<void> ended;  ///< What the action came to.
 
@@ -91,8 +109,5 @@ private:
 protected:
     ActionServices services{{m_recording, *this, {}}, {}, {}};
 };
-
-/// Lists put behind each other.
-Events operator+(Events first, const Events& second);
 
 } // namespace zv::test

@@ -4,10 +4,6 @@ namespace zv::test {
 
 namespace {
 
-const char* const kAttach = "attach AutoCAD.Application";
-const char* const kNotRunning = "attach AutoCAD.Application: none";
-const char* const kFirstQuestion =
-    "question [AutoCAD Not Loaded] AutoCAD is Not Loaded|Would You Like to Load AutoCAD Now?||";
 const Events kAgreed = {kNotRunning, std::string(kFirstQuestion) + " Yes", "hide", "splash", "splash off"};
 
 /// Finding the host for the windows that have a procedure of their own.

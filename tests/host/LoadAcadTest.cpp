@@ -1,8 +1,7 @@
 #include "host/LoadAcad.h"
 
-#include "app/RunningProgram.h"
 #include "controls/Clip.h"
-#include "support/TemporaryFolder.h"
+#include "support/ProgramFixture.h"
 
 #include <QLabel>
 #include <QScreen>
@@ -12,13 +11,7 @@
 namespace zv {
 namespace {
 
-class NoMessages final : public Messages {
-public:
-    void show(const Message&) override {}
-    bool ask(const Message&) override { return false; }
-};
-
-class LoadAcadTest : public testing::Test {
+class LoadAcadTest : public ProgramFixture {
 protected:
     LoadAcadTest()
     {
@@ -31,9 +24,6 @@ protected:
     Window* window() { return program.loaded(QStringLiteral("LoadAcad")); }
     ClipPlayer* animation() { return window()->findChild<ClipPlayer*>(QStringLiteral("Animation1")); }
 
-    TemporaryFolder folder;
-    NoMessages messages;
-    RunningProgram program{Folders{folder.path(), folder.path()}, messages};
     LoadAcadSplash splash{program};
 };
 

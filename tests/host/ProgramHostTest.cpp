@@ -1,10 +1,9 @@
 #include "host/ProgramHost.h"
 
-#include "app/RunningProgram.h"
 #include "config/PublicValues.h"
 #include "platform/Files.h"
 #include "queue/QueueFile.h"
-#include "support/TemporaryFolder.h"
+#include "support/ProgramFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -13,13 +12,7 @@
 namespace zv {
 namespace {
 
-class NoMessages final : public Messages {
-public:
-    void show(const Message&) override {}
-    bool ask(const Message&) override { return false; }
-};
-
-class ProgramHostTest : public testing::Test {
+class ProgramHostTest : public ProgramFixture {
 protected:
     ProgramHostTest() { program.values().LoginName = "Ann"; }
 
@@ -33,9 +26,6 @@ protected:
         return false;
     }
 
-    TemporaryFolder folder;
-    NoMessages messages;
-    RunningProgram program{Folders{folder.path(), folder.path()}, messages};
     ProgramHost host{program};
 };
 

@@ -53,19 +53,6 @@ dwg::Pixels smallPreview()
 
 } // namespace
 
-void AnsweredMessages::show(const Message& message)
-{
-    shown.push_back(message);
-    if (whileShown)
-        whileShown();
-}
-
-bool AnsweredMessages::ask(const Message& message)
-{
-    show(message);
-    return yes;
-}
-
 TestServices::TestServices(Program& program)
     : automation(std::make_unique<NoAutomation>()), splash(std::make_unique<NoSplash>())
 {
@@ -165,6 +152,15 @@ void OfficeFixture::setKey(ProfileFile file, const char* section, const char* ke
 std::string OfficeFixture::key(ProfileFile file, const char* section, const char* key) const
 {
     return profiles().text(TextKey{{file, section, key}, "(none)"});
+}
+
+void OfficeFixture::makeDoors(int count)
+{
+    makeLibrary("Doors", drawings(count));
+    makeCatalogue({"Doors"});
+    setKey(ProfileFile::User, "LibLoad", "LastLoad", "Doors");
+    setKey(ProfileFile::User, "LibLoad", "del", "0");
+    setKey(ProfileFile::User, "Settings", "AOT", "0");
 }
 
 Zelvora& OfficeFixture::start()

@@ -4,6 +4,7 @@
 #include "browser/Zelvora.h"
 #include "config/Profiles.h"
 #include "host/ActionProcedure.h"
+#include "support/AnsweredMessages.h"
 #include "support/TemporaryFolder.h"
 
 #include <QStringList>
@@ -15,17 +16,6 @@
 #include <vector>
 
 namespace zv {
-
-/// Message boxes as a test meets them: told and answered without a box.
-class AnsweredMessages final : public Messages {
-public:
-    void show(const Message& message) override;
-    bool ask(const Message& message) override;
-
-    std::vector<Message> shown;       ///< Every one, questions among them.
-    bool yes = false;                 ///< The answer to questions.
-    std::function<void()> whileShown; ///< Runs while a message stands.
-};
 
 /// An outside without any CAD program. A test may put its own automation in its place.
 struct TestServices {
@@ -61,6 +51,10 @@ protected:
     std::string key(ProfileFile file, const char* section, const char* key) const;
     Profiles profiles() const;
     std::string userFile(const char* ending) const;
+
+    /// Makes an office with the one library "Doors" of so many drawings, which the user had in view last, in
+    /// a window that is not kept on top.
+    void makeDoors(int count);
 
     /// Loads the main window and lets Timer1 show it.
     Zelvora& start();

@@ -1,23 +1,13 @@
 #pragma once
 
 #include <functional>
-#include <sys/wait.h>
-#include <unistd.h>
+#include <string>
 
 namespace zv {
 
-/// Runs `write` in two processes at once, with the numbers 0 and 1; false when the second one failed.
-inline bool runTwoWriters(const std::function<void(int)>& write)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        write(1);
-        ::_exit(0);
-    }
-    write(0);
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    return child > 0 && status == 0;
-}
+/// Runs `write` for a file in two processes at once, with the numbers 0 and 1; false when the second one
+/// failed. The test calls it once, and before it has done anything that the second process must not do too.
+bool runTwoWriters(const std::string& file,
+                   const std::function<void(const std::string& file, int writer)>& write);
 
 } // namespace zv

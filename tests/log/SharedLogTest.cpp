@@ -10,12 +10,11 @@
 namespace zv {
 namespace {
 
-TEST(PosixLog, TwoProgramsThatShareALogLoseAndTearNothing)
+TEST(SharedLog, TwoProgramsThatShareALogLoseAndTearNothing)
 {
     constexpr int kLines = 10000;
     const TemporaryFolder folder;
-    const std::string log = folder.file("Zelvora_Log.csv");
-    ASSERT_TRUE(runTwoWriters([&](int writer) {
+    ASSERT_TRUE(runTwoWriters(folder.file("Zelvora_Log.csv"), [](const std::string& log, int writer) {
         for (int i = 0; i < kLines; ++i)
             writeLog(log, std::to_string(writer) + ",entry " + std::to_string(i) + ",");
     }));

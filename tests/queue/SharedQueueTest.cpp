@@ -8,15 +8,15 @@
 namespace zv {
 namespace {
 
-TEST(PosixQueue, TwoProgramsOfOneUserLoseAndTearNothing)
+TEST(SharedQueue, TwoProgramsOfOneUserLoseAndTearNothing)
 {
     constexpr int kLines = 10000;
     const TemporaryFolder folder;
     const std::string queue = queuePath(folder.path(), "Ann");
-    ASSERT_TRUE(runTwoWriters([&](int writer) {
+    ASSERT_TRUE(runTwoWriters(queue, [](const std::string& shared, int writer) {
         for (int i = 0; i < kLines; ++i)
             static_cast<void>(
-                addToQueue(queue, std::to_string(writer) + "/drawing" + std::to_string(i) + ".dwg").ok());
+                addToQueue(shared, std::to_string(writer) + "/drawing" + std::to_string(i) + ".dwg").ok());
     }));
     int next[2] = {0, 0};
     for (const std::string& drawing : readQueue(queue).valueOr({})) {

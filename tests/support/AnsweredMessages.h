@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Messages.h"
+
+#include <functional>
+#include <vector>
+
+namespace zv {
+
+/// Message boxes as a test meets them: told and answered without a box.
+class AnsweredMessages final : public Messages {
+public:
+    void show(const Message& message) override
+    {
+        shown.push_back(message);
+        if (whileShown)
+            whileShown();
+    }
+    bool ask(const Message& message) override
+    {
+        show(message);
+        return yes;
+    }
+
+    std::vector<Message> shown;       ///< Every one, questions among them.
+    bool yes = false;                 ///< The answer to questions.
+    std::function<void()> whileShown; ///< Runs while a message stands.
+};
+
+} // namespace zv
