@@ -3,6 +3,7 @@
 #include "platform/windows/FileHandle.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace zv {
 
@@ -35,6 +36,30 @@ Result<void> writeAll(const FileHandle& file, const std::string& path, std::stri
     }
     return {};
 }
+
+/// Keeps other programs from appending at the same moment, where the end of a file is looked up before the
+/// write (on a network, or under Wine). The locked byte is far behind any content, so that readers are not
+/// hindered.
+class AppendLock {
+public:
+    explicit AppendLock(const FileHandle& file) : m_file(file)
+    {
+        m_place.OffsetHigh = 0x7fffffff;
+        m_locked = ::LockFileEx(m_file.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &m_place) != 0;
+    }
+    AppendLock(const AppendLock&) = delete;
+    AppendLock& operator=(const AppendLock&) = delete;
+    ~AppendLock()
+    {
+        if (m_locked)
+            ::UnlockFileEx(m_file.get(), 0, 1, 0, &m_place);
+    }
+
+private:
+    const FileHandle& m_file;
+    OVERLAPPED m_place{};
+    bool m_locked = false;
+};
 
 /// Writes a new file and flushes it to disk.
 Result<void> writeFlushed(const std::string& path, std::string_view bytes)
@@ -128,15 +153,22 @@ Result<void> createFile(const std::string& path, std::string_view bytes)
 Result<void> appendFile(const std::string& path, std::string_view bytes,
                         const std::function<void()>& whileOpen)
 {
-    // With this right alone the system itself puts each write at the end.
-    const FileHandle file(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
-    if (!file)
+    // Without the right to write elsewhere the system itself puts each write at the end. The lock needs the
+    // right to read, which a file that users may only add to does not give.
+    std::optional<FileHandle> file;
+    file.emplace(path, FILE_APPEND_DATA | FILE_READ_DATA, kShareAll, OPEN_ALWAYS);
+    if (!*file)
+        file.emplace(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
+    if (!*file)
         return refused(path);
-    DWORD count = 0;
-    if (!::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr))
-        return refused(path);
-    if (count < bytes.size())
-        return Error{ErrorCode::Failed, path + ": the disk is full"};
+    {
+        const AppendLock alone(*file);
+        DWORD count = 0;
+        if (!::WriteFile(file->get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr))
+            return refused(path);
+        if (count < bytes.size())
+            return Error{ErrorCode::Failed, path + ": the disk is full"};
+    }
     if (whileOpen)
         whileOpen();
     return {};

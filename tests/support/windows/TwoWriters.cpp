@@ -1,6 +1,6 @@
 #include "support/TwoWriters.h"
 
-#include "platform/Text.h"
+#include "platform/windows/LastError.h"
 
 #include <gtest/gtest.h>
 
