@@ -342,7 +342,7 @@ TEST_F(BlockInsertion, HostThatRefusesCallsForFiveSecondsIsAskedAgain)
             script += std::string("fault ") + member + "#" + std::to_string(use) + " busy\n";
     }
     place.run(script);
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kBusyPauses;
     act();
     EXPECT_GE(time.skipped, std::chrono::seconds(15));
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
@@ -351,7 +351,7 @@ TEST_F(BlockInsertion, HostThatRefusesCallsForFiveSecondsIsAskedAgain)
 TEST_F(BlockInsertion, HostThatStaysBusyCountsAsFailed)
 {
     place.run("fault SendCommand#* busy");
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kBusyPauses;
     act();
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
 }

@@ -175,8 +175,10 @@ TEST_F(FindingTheHost, BlockBranchAsksForAHostThatHasGoneMeanwhile)
 TEST_F(FindingTheHost, BlockBranchStartsAHostAnewAndGoesOn)
 {
     place.run("");
-    place.install("AutoCAD.Application", "listen AutoCAD.Application");
-    window.whenHidden = [this] { place.end(); };
+    window.whenHidden = [this] {
+        place.end();
+        place.install("AutoCAD.Application", "listen AutoCAD.Application");
+    };
     window.answers = {true};
     act();
     const Events rest(kInsertion.begin() + 2, kInsertion.end());

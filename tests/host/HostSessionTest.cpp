@@ -92,7 +92,7 @@ TEST_F(HostSessionTest, AHostThatNeverAnswersIsGivenUpAfterAMinuteAndTheNextRele
 {
     place.install("AutoCAD.Application.20", "later 1000000 AutoCAD.Application.20");
     window.answers = {true};
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kStartTurns;
     EXPECT_EQ(find(HostCaller::Action), HostOutcome::NotLaunched);
     EXPECT_GE(time.skipped, std::chrono::seconds(59));
     EXPECT_EQ(events[5], "create AutoCAD.Application.20: none");

@@ -55,7 +55,7 @@ TEST_F(Carrier, CreateWaitsForASlowHost)
 TEST_F(Carrier, CreateGivesUpAfterAMinuteOnAHostThatNeverAnswers)
 {
     place.install(kHost, std::string("later 1000000 ") + kHost);
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kStartTurns;
     EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::Failed);
     EXPECT_GE(time.skipped, std::chrono::seconds(59));
 }
@@ -161,7 +161,7 @@ TEST_F(Carrier, HostThatIsBusyForFiveSecondsIsAskedAgain)
     for (int use = 1; use <= 7; ++use)
         script += "fault Version#" + std::to_string(use) + " busy\n";
     place.run(script);
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kBusyPauses;
     EXPECT_EQ(*asText(attached()->get("Version")), "20.0");
     EXPECT_GE(time.skipped, std::chrono::seconds(5));
 }
@@ -169,7 +169,7 @@ TEST_F(Carrier, HostThatIsBusyForFiveSecondsIsAskedAgain)
 TEST_F(Carrier, HostThatStaysBusyForAMinuteHasFailed)
 {
     place.run("fault Caption#* busy wait a little");
-    time.skipsPauses = true;
+    time.skipsFromMs = TestTime::kBusyPauses;
     const auto caption = attached()->get("Caption");
     EXPECT_EQ(caption.error().code, ErrorCode::Failed);
     EXPECT_FALSE(caption.error().text.empty());

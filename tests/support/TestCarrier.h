@@ -2,6 +2,7 @@
 
 #include "platform/CarrierPatience.h"
 
+#include <limits>
 #include <memory>
 
 namespace zv::test {
@@ -10,13 +11,13 @@ namespace zv::test {
 std::unique_ptr<EventPump> testPump();
 std::unique_ptr<Automation> testCarrier(EventPump& pump, CarrierPatience patience = {});
 
-/// A pump with a clock of its own: where it is told to, pauses pass without being waited for.
+/// A pump with a clock of its own: pauses that are long enough pass without being waited for.
 class TestTime final : public EventPump {
 public:
     void wait(int descriptor, int timeoutMs) override
     {
         ++turns;
-        if (skipsPauses && descriptor < 0 && timeoutMs >= 0)
+        if (descriptor < 0 && timeoutMs >= skipsFromMs)
             skipped += std::chrono::milliseconds(timeoutMs);
         else
             m_inner->wait(descriptor, timeoutMs);
@@ -29,7 +30,11 @@ public:
         return patience;
     }
 
-    bool skipsPauses = false;
+    /// The pauses before a busy host is asked again, and not the turns while it is waited for.
+    static constexpr int kBusyPauses = 50;
+    /// Every turn while a host is started.
+    static constexpr int kStartTurns = 1;
+    int skipsFromMs = std::numeric_limits<int>::max();
     std::chrono::milliseconds skipped{0};
     int turns = 0;
 
