@@ -217,7 +217,7 @@ dwg::Affine Canvas::viewMap() const
 /// From the dragged block's own units to pixels; nothing while it has no place.
 std::optional<dwg::Affine> Canvas::draggedMap() const
 {
-    if (m_draggedBlock == 0 || (!m_pointer && !m_prompt.dragged->at))
+    if (!m_drawing || m_draggedBlock == 0 || (!m_pointer && !m_prompt.dragged->at))
         return std::nullopt;
     const DraggedBlock& dragged = *m_prompt.dragged;
     const dwg::Point2 pointer = dwg::flat(toDrawing(m_pointer.value_or(QPointF())));

@@ -96,6 +96,19 @@ TEST_F(Xref, ItsBaseAndItsUnitsAreMinded)
     EXPECT_EQ(findBlock(drawing().document(), u"Cm")->base.x, 1);
 }
 
+TEST_F(Xref, OneLineAnswersEveryPrompt)
+{
+    line.type("._xref\rOverlay\r" + makeFile("Site plan.dwg", 2) + "\r1,2,0\rXYZ\r2\r3\r4\r90\r");
+    EXPECT_TRUE(line.isIdle()) << prompt();
+    ASSERT_EQ(entities().size(), 1U);
+    const auto& insert = shape<dwg::Insert>(0);
+    EXPECT_EQ(insert.position.y, 2);
+    EXPECT_EQ(insert.scale.x, 2);
+    EXPECT_EQ(insert.scale.y, 3);
+    EXPECT_EQ(insert.scale.z, 4);
+    EXPECT_NEAR(insert.rotation, 1.5707963267948966, 1e-12);
+}
+
 TEST_F(Xref, AttachedOnesNestAndOverlaysDoNot)
 {
     makeFile("Bolt.dwg", 3);
