@@ -105,8 +105,6 @@ Result<void> DocumentReader::readSections()
 
 void DocumentReader::readMeasurement()
 {
-    if (m_container.version() < Version::R2004)
-        return;
     const auto bytes = m_container.section(Section::Template);
     if (!bytes)
         return;

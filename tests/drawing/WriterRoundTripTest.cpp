@@ -131,6 +131,7 @@ TEST(WriterRoundTrip, TheHeaderComesBack)
     header.textSize = 4.5;
     header.pointMode = 34;
     header.insertionUnits = 1;
+    header.measurement = 1;
     header.fillMode = false;
     const RoundTrip trip(document);
     EXPECT_EQ(trip.back.version, Version::R2000);
@@ -142,6 +143,7 @@ TEST(WriterRoundTrip, TheHeaderComesBack)
     EXPECT_EQ(back.textSize, 4.5);
     EXPECT_EQ(back.pointMode, 34);
     EXPECT_EQ(back.insertionUnits, 1);
+    EXPECT_EQ(back.measurement, 1);
     EXPECT_FALSE(back.fillMode);
     EXPECT_GT(back.handleSeed, 0u);
 }
