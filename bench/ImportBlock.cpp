@@ -157,6 +157,14 @@ private:
     void adoptShape(TextLine& text) { replace(text.style); }
     void adoptShape(Attribute& attribute) { replace(attribute.text.style); }
     void adoptShape(MText& text) { replace(text.style); }
+    void adoptShape(StoredPicture& picture)
+    {
+        for (PictureFigure& figure : picture.figures) {
+            replace(figure.layer);
+            replace(figure.linetype);
+            std::visit([this](auto& shape) { adoptShape(shape); }, figure.shape);
+        }
+    }
     void adoptShape(Insert& insert) { replace(insert.block); }
     void adoptShape(Dimension& dimension)
     {

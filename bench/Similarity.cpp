@@ -173,6 +173,16 @@ struct Mover {
         ray.direction = map.direction(ray.direction);
     }
     void operator()(Hatch& hatch) const;
+    void operator()(MPolygon& polygon) const { (*this)(polygon.area); }
+    void operator()(StoredPicture& picture) const
+    {
+        for (PictureFigure& figure : picture.figures) {
+            Placement& place = figure.place;
+            for (Point3* axis : {&place.x, &place.y, &place.z})
+                *axis = map.vector(*axis);
+            place.origin = map.point(place.origin);
+        }
+    }
     void operator()(Leader& leader) const
     {
         for (Point3& p : leader.points)

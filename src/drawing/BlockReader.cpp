@@ -1,6 +1,7 @@
 #include "drawing/BlockReader.h"
 
 #include "drawing/ObjectRecords.h"
+#include "drawing/StoredPicture.h"
 
 #include <algorithm>
 
@@ -139,8 +140,33 @@ std::optional<EntityHeader> BlockReader::readEntity(BlockRecord& block, Handle h
         readVertices(entity, *mesh);
     else if (auto* insert = std::get_if<Insert>(&entity.geometry))
         readAttributes(entity.chain, *insert, block);
+    else if (auto* image = std::get_if<Wipeout>(&entity.geometry))
+        readImageFile(entity.imageDefinition, *image);
     block.entities.push_back(makeEntity(std::move(entity), std::move(name)));
+    if (std::holds_alternative<Unknown>(block.entities.back().geometry) && header.pictureSize != 0)
+        readPicture(*record, header, block.entities.back());
     return header;
+}
+
+void BlockReader::readImageFile(Handle definition, Wipeout& image)
+{
+    auto record = m_store.openClassed(definition, 0, "IMAGEDEF");
+    if (!record)
+        return;
+    Text file = readImageDefinition(record->in);
+    if (record->in.ok())
+        image.file = std::move(file);
+}
+
+void BlockReader::readPicture(OpenRecord& record, const EntityHeader& header, Entity& entity)
+{
+    const std::string bytes = record.in.restarted(header.pictureAt).bytes(header.pictureSize);
+    bool complete = false;
+    StoredPicture picture = readStoredPicture(std::as_bytes(std::span(bytes)), m_document, entity, complete);
+    if (!complete)
+        m_store.report("picture of " + entity.kind, entity.handle);
+    if (!picture.figures.empty())
+        entity.geometry = std::move(picture);
 }
 
 Color BlockReader::colorOf(const EntityHeader& header)
@@ -191,6 +217,10 @@ Entity BlockReader::makeEntity(EntityRecord&& record, std::string kind)
             entity.alpha = m_document.layers[layer->second].alpha;
     }
     entity.geometry = std::move(record.geometry);
+    if (auto* picture = std::get_if<StoredPicture>(&entity.geometry)) {
+        for (PictureFigure& figure : picture->figures)
+            takeLook(figure, entity);
+    }
     return entity;
 }
 

@@ -31,6 +31,9 @@ private:
     /// Reads one entity into `block`; its header, or no value when it is none or cannot be read.
     std::optional<EntityHeader> readEntity(BlockRecord& block, Handle handle);
     Entity makeEntity(EntityRecord&& record, std::string kind);
+    void readImageFile(Handle definition, Wipeout& image);
+    /// An entity that is known by its picture only gets that.
+    void readPicture(OpenRecord& record, const EntityHeader& header, Entity& entity);
     Color colorOf(const EntityHeader& header);
 
     std::vector<Handle> ownedHandles(const OwnedChain& chain);

@@ -225,6 +225,10 @@ struct Hatch { ///< Loops in OCS at `elevation`. The pattern lines hold scale an
     std::vector<HatchLoop> loops;
     std::vector<HatchPatternLine> lines;
 };
+struct MPolygon { ///< A filled area whose loops are drawn as lines too.
+    Hatch area;
+    Color fill; ///< The lines have the entity's colour.
+};
 struct Leader {
     std::vector<Point3> points;
     bool arrow = true;
@@ -260,8 +264,10 @@ struct Wipeout {                        ///< WIPEOUT and IMAGE: a clipped parall
     Point3 insertion, uVector, vVector; ///< Of one pixel.
     Point2 pixels;                      ///< Size in pixels.
     std::vector<Point2> clip;           ///< In pixels, centre of the first pixel at 0,0; empty: whole.
+    bool clipIsHole = false;            ///< What is inside the clip is left out.
     bool image = false;
-    bool frame = true;
+    bool frame = true; ///< Of an image: its picture is shown too.
+    Text file;         ///< Of an image: the picture, as its path is stored.
 };
 struct Viewport { ///< A view of the model on a paper layout.
     Point3 center;
@@ -289,12 +295,35 @@ struct Tolerance {
     double height = 0; ///< 0: by style.
     Handle style = 0;
 };
-/// Known by name and length only: solids, proxies and kinds of other programs.
+/// Lines through points in WCS; closed ones may be filled, by odd parity where they lie in each other.
+struct Outline {
+    std::vector<std::vector<Point3>> rings;
+    bool closed = false, filled = false;
+};
+/// An affine map of space: the axes that the unit vectors become, and where the origin goes.
+struct Placement {
+    Point3 x{1, 0, 0}, y{0, 1, 0}, z{0, 0, 1}, origin;
+};
+/// One figure of a stored picture, with a look of its own.
+struct PictureFigure {
+    std::variant<Outline, Ellipse, Polyline, Mesh, TextLine, Ray> shape;
+    Placement place; ///< From the shape's coordinates to the entity's.
+    Handle layer = 0;
+    Color color;
+    Handle linetype = 0; ///< As Entity's.
+    double linetypeScale = 1;
+    int lineweight = kLineweightByLayer;
+};
+/// What an entity of a kind that is not known here looks like, as the program that made it has stored it.
+struct StoredPicture {
+    std::vector<PictureFigure> figures;
+};
+/// Known by name and length only: kinds of other programs that store no picture.
 struct Unknown {};
 
 using Geometry = std::variant<Unknown, Line, PointShape, Circle, Arc, Ellipse, Spline, Polyline, Mesh,
                               TextLine, Attribute, MText, Insert, Dimension, Solid, Face3D, Ray, Hatch,
-                              Leader, MultiLeader, MLine, Wipeout, Viewport, Shape, Tolerance>;
+                              Leader, MultiLeader, MLine, Wipeout, Viewport, Shape, Tolerance, MPolygon, StoredPicture>;
 
 struct Entity {
     Handle handle = 0;

@@ -93,6 +93,17 @@ HatchEdge readEdge(RecordReader& in)
     return edge;
 }
 
+void readLoopVertices(RecordReader& in, HatchLoop& loop, bool bulges)
+{
+    loop.polyline.resize(in.count(kRawPointBits));
+    for (PolylineVertex& vertex : loop.polyline) {
+        const Point2 flat = in.rawPoint2();
+        vertex.position = {flat.x, flat.y, 0};
+        if (bulges)
+            vertex.bulge = in.bitDouble();
+    }
+}
+
 HatchLoop readLoop(RecordReader& in)
 {
     constexpr unsigned kFewestEdgeBits = 8 + 12;
@@ -105,13 +116,7 @@ HatchLoop readLoop(RecordReader& in)
     } else {
         const bool bulges = in.bit();
         loop.closed = in.bit();
-        loop.polyline.resize(in.count(kRawPointBits));
-        for (PolylineVertex& vertex : loop.polyline) {
-            const Point2 flat = in.rawPoint2();
-            vertex.position = {flat.x, flat.y, 0};
-            if (bulges)
-                vertex.bulge = in.bitDouble();
-        }
+        readLoopVertices(in, loop, bulges);
     }
     return loop;
 }
@@ -133,7 +138,37 @@ void readPattern(RecordReader& in, Hatch& hatch)
     }
 }
 
+HatchLoop readPolygonLoop(RecordReader& in)
+{
+    HatchLoop loop;
+    loop.flags = kPolylineLoop;
+    loop.closed = in.bit();
+    readLoopVertices(in, loop, in.bit());
+    return loop;
+}
+
 } // namespace
+
+void readMPolygon(RecordReader& in, EntityRecord& out)
+{
+    constexpr unsigned kFewestLoopBits = 4;
+    auto& polygon = out.geometry.emplace<MPolygon>();
+    Hatch& area = polygon.area;
+    in.bitLong(); // Version.
+    if (in.version() >= Version::R2004)
+        readGradient(in, area);
+    area.elevation = in.bitDouble();
+    area.normal = in.bitPoint3();
+    area.pattern = in.text();
+    area.solid = in.bit();
+    const std::uint32_t loops = in.count(kFewestLoopBits);
+    for (std::uint32_t i = 0; i < loops && in.ok(); ++i)
+        area.loops.push_back(readPolygonLoop(in));
+    in.bitShort(); // Where the pattern comes from.
+    if (!area.solid)
+        readPattern(in, area);
+    polygon.fill = in.color();
+}
 
 void readHatch(RecordReader& in, EntityRecord& out)
 {

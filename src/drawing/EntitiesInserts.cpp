@@ -1,6 +1,9 @@
 #include "drawing/EntityRecord.h"
 #include "drawing/ExtendedData.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace zv::dwg {
 
 namespace {
@@ -89,6 +92,30 @@ void readOldView(RecordReader& in, const EntityHeader& header, Viewport& view)
     }
 }
 
+/// The corners of what is seen of an underlay. A clip that is a hole goes round the hole and, through a slit,
+/// round the whole sheet.
+std::vector<Point2> underlayFrame(const std::vector<Point2>& clip, unsigned flags)
+{
+    constexpr unsigned kClipped = 1, kHole = 16;
+    if (clip.empty())
+        return {};
+    Point2 low = clip.front(), high = low;
+    for (const Point2& corner : clip) {
+        low = {std::min(low.x, corner.x), std::min(low.y, corner.y)};
+        high = {std::max(high.x, corner.x), std::max(high.y, corner.y)};
+    }
+    if (clip.size() == 2 || (flags & kClipped) == 0)
+        return {low, {high.x, low.y}, high, {low.x, high.y}};
+    if ((flags & kHole) == 0)
+        return clip;
+    std::vector<Point2> hole;
+    for (const Point2& corner : clip) {
+        if (corner.x != low.x && corner.x != high.x && corner.y != low.y && corner.y != high.y)
+            hole.push_back(corner);
+    }
+    return hole;
+}
+
 } // namespace
 
 void readInsert(RecordReader& in, EntityRecord& out)
@@ -122,8 +149,7 @@ void readImage(RecordReader& in, EntityRecord& out)
     image.frame = (static_cast<std::uint16_t>(in.bitShort()) & kShown) != 0;
     const bool clipped = in.bit();
     in.skip(3 * 8); // Brightness, contrast, fade.
-    if (in.version() >= Version::R2010)
-        in.bit(); // The clip is a hole.
+    image.clipIsHole = in.version() >= Version::R2010 && in.bit();
     if (in.bitShort() == kRectangle) {
         const Point2 low = in.rawPoint2();
         const Point2 high = in.rawPoint2();
@@ -135,6 +161,32 @@ void readImage(RecordReader& in, EntityRecord& out)
     }
     if (!clipped)
         image.clip.clear();
+    out.imageDefinition = in.handle();
+}
+
+void readUnderlay(RecordReader& in, EntityRecord& out)
+{
+    constexpr unsigned kVertexBits = 128;
+    auto& figure = out.geometry.emplace<StoredPicture>().figures.emplace_back();
+    Polyline frame;
+    frame.closed = true;
+    frame.normal = in.bitPoint3();
+    const Point3 at = in.bitPoint3();
+    const double angle = in.bitDouble();
+    const Point3 scale = in.bitPoint3();
+    const unsigned flags = in.rawChar();
+    in.skip(2 * 8); // Contrast, fade.
+    std::vector<Point2> clip(in.count(kVertexBits));
+    for (Point2& corner : clip)
+        corner = in.rawPoint2();
+    clip = underlayFrame(clip, flags);
+    frame.elevation = at.z;
+    const double c = std::cos(angle), s = std::sin(angle);
+    for (const Point2& corner : clip) {
+        const double x = corner.x * scale.x, y = corner.y * scale.y;
+        frame.vertices.emplace_back().position = {at.x + x * c - y * s, at.y + x * s + y * c, at.z};
+    }
+    figure.shape = std::move(frame);
 }
 
 void readViewport(RecordReader& in, EntityRecord& out)

@@ -36,9 +36,9 @@ constexpr auto kFixedKinds = [] {
     kinds[0x22] = {"VIEWPORT", readViewport};
     kinds[0x23] = {"ELLIPSE", readEllipse};
     kinds[0x24] = {"SPLINE", readSpline};
-    kinds[0x25] = {"REGION"};
-    kinds[0x26] = {"3DSOLID"};
-    kinds[0x27] = {"BODY"};
+    kinds[0x25] = {"REGION", readModelGeometry};
+    kinds[0x26] = {"3DSOLID", readModelGeometry};
+    kinds[0x27] = {"BODY", readModelGeometry};
     kinds[0x28] = {"RAY", readRay};
     kinds[0x29] = {"XLINE", readXLine};
     kinds[0x2B] = {"OLEFRAME"};
@@ -59,6 +59,16 @@ constexpr EntityKind kClassKinds[] = {
     {"HATCH", readHatch},
     {"IMAGE", readImage},
     {"WIPEOUT", readImage},
+    {"MPOLYGON", readMPolygon},
+    {"PDFUNDERLAY", readUnderlay},
+    {"DWFUNDERLAY", readUnderlay},
+    {"DGNUNDERLAY", readUnderlay},
+    {"SURFACE", readModelGeometry},
+    {"EXTRUDEDSURFACE", readModelGeometry},
+    {"LOFTEDSURFACE", readModelGeometry},
+    {"PLANESURFACE", readModelGeometry},
+    {"REVOLVEDSURFACE", readModelGeometry},
+    {"SWEPTSURFACE", readModelGeometry},
     {"MULTILEADER", readMultiLeader},
     {"ARC_DIMENSION", readArcDimension},
     {"LARGE_RADIAL_DIMENSION", readJoggedDimension},

@@ -20,6 +20,7 @@ struct EntityRecord {
     OwnedChain chain;
     /// Of a polygon mesh: its vertices are those of the smoothed surface, a control net among them.
     bool smoothed = false;
+    Handle imageDefinition = 0; ///< Of an image.
 };
 
 /// Reads an entity's own fields into `out`, whose header has been read. Whether that went well tells
@@ -94,8 +95,12 @@ void readInsert(RecordReader& in, EntityRecord& out);
 void readMInsert(RecordReader& in, EntityRecord& out);
 void readImage(RecordReader& in, EntityRecord& out);
 void readViewport(RecordReader& in, EntityRecord& out);
+void readUnderlay(RecordReader& in, EntityRecord& out);
+/// Solids, regions and surfaces: the wires that are stored beside their shape. Without any they stay unknown.
+void readModelGeometry(RecordReader& in, EntityRecord& out);
 
 void readHatch(RecordReader& in, EntityRecord& out);
+void readMPolygon(RecordReader& in, EntityRecord& out);
 
 void readOrdinateDimension(RecordReader& in, EntityRecord& out);
 void readLinearDimension(RecordReader& in, EntityRecord& out);

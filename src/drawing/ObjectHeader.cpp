@@ -88,15 +88,16 @@ void readLinetype(RecordReader& in, EntityHeader& header)
     }
 }
 
-void skipGraphics(RecordReader& in)
+void skipPicture(RecordReader& in, EntityHeader& header)
 {
     if (!in.bit())
         return;
     const std::uint64_t bytes = in.version() >= Version::R2010 ? in.bitLongLong() : in.rawLong();
     if (bytes > in.left() / 8)
-        in.fail();
-    else
-        in.skip(static_cast<std::size_t>(bytes) * 8);
+        return in.fail();
+    header.pictureAt = in.position();
+    header.pictureSize = static_cast<std::size_t>(bytes);
+    in.skip(header.pictureSize * 8);
 }
 
 } // namespace
@@ -131,7 +132,7 @@ EntityHeader readEntityHeader(RecordReader& in)
 {
     EntityHeader header;
     readStart(in, header);
-    skipGraphics(in);
+    skipPicture(in, header);
     if (in.version() <= Version::R14)
         in.setHandlesAt(in.rawLong());
     readEntityMode(in, header);

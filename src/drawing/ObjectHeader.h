@@ -46,6 +46,9 @@ struct EntityHeader : ObjectHeader {
     Handle layer = 0;
     int lineweight = kLineweightByLayer;
     bool invisible = false;
+    /// The picture that the record carries of its entity: the bit where it begins, and its bytes; 0 without
+    /// one.
+    std::size_t pictureAt = 0, pictureSize = 0;
 };
 
 /// The same for an entity.

@@ -129,6 +129,14 @@ std::vector<std::pair<Handle, Handle>> readSortTable(RecordReader& in)
     return order;
 }
 
+Text readImageDefinition(RecordReader& in)
+{
+    readObjectHeader(in);
+    in.bitLong(); // Version.
+    in.rawPoint2();
+    return in.text();
+}
+
 Color readColorObject(RecordReader& in)
 {
     readObjectHeader(in);

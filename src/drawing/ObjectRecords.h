@@ -28,6 +28,9 @@ Layout readLayout(RecordReader& in);
 /// sorting.
 std::vector<std::pair<Handle, Handle>> readSortTable(RecordReader& in);
 
+/// The path of an image's picture, as it is stored.
+Text readImageDefinition(RecordReader& in);
+
 /// A named colour.
 Color readColorObject(RecordReader& in);
 

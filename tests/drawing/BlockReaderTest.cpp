@@ -210,5 +210,28 @@ TEST_P(BlockReaderTest, CountsAnEntityOfAClassThatIsNotThere)
     EXPECT_TRUE(std::holds_alternative<Unknown>(block.entities[0].geometry));
 }
 
+TEST_P(BlockReaderTest, ShowsAnEntityOfAnotherProgramByThePictureThatItCarries)
+{
+    TestDrawing drawing(GetParam());
+    TestRecord other(GetParam(), 777, 0x31);
+    other.beginEntity(kLayer);
+    // One polyline of one point.
+    BitWriter picture;
+    for (const std::uint32_t number : {44, 1, 36, 6, 1})
+        picture.rawLong(number);
+    for (const double value : {1.0, 2.0, 3.0})
+        picture.rawDouble(value);
+    other.picture = picture.bytes();
+    drawing.add(0x31, other);
+    const BlockRecord& block = drawing.read({0x31});
+    ASSERT_EQ(block.entities.size(), 1u);
+    const auto* shown = std::get_if<StoredPicture>(&block.entities[0].geometry);
+    ASSERT_NE(shown, nullptr);
+    ASSERT_EQ(shown->figures.size(), 1u);
+    EXPECT_EQ(shown->figures[0].layer, kLayer);
+    EXPECT_EQ(std::get<Outline>(shown->figures[0].shape).rings.at(0).at(0).z, 3);
+    EXPECT_TRUE(drawing.damage().empty());
+}
+
 } // namespace
 } // namespace zv::dwg

@@ -69,6 +69,8 @@ public:
     }
 
     void shape(const Unknown&) {}
+    void shape(const MPolygon& polygon) { shape(polygon.area); }
+    void shape(const StoredPicture& picture) { add(picture.figures.size()); }
     void shape(const Line& l) { add(l.start).add(l.end).add(l.thickness).add(l.normal); }
     void shape(const PointShape& p) { add(p.position).add(p.thickness).add(p.normal).add(p.xAxisAngle); }
     void shape(const Circle& c) { add(c.center).add(c.radius).add(c.thickness).add(c.normal); }

@@ -500,14 +500,148 @@ TEST_P(EntityRecordTest, Image)
     image.fields.rawPoint2({-0.5, -0.5});
     image.fields.rawPoint2({639.5, 479.5});
     image.pointer(0x60);
-    const Wipeout shape = read<Wipeout>(image, [](RecordReader& in, EntityRecord& out) {
-        readImage(in, out);
-        in.handle();
-    });
+    const Wipeout shape = read<Wipeout>(image, readImage);
     EXPECT_EQ(shape.pixels.x, 640);
     ASSERT_EQ(shape.clip.size(), 4u);
     EXPECT_EQ(shape.clip[2].x, 639.5);
     EXPECT_EQ(shape.clip[3].x, -0.5);
+}
+
+TEST_P(EntityRecordTest, MPolygon)
+{
+    TestRecord polygon = record(500);
+    polygon.beginEntity(kLayer);
+    polygon.fields.bitLong(1);
+    if (!polygon.before(Version::R2004)) {
+        polygon.fields.bitLong(0);
+        polygon.fields.bitLong(0);
+        polygon.fields.bitDouble(0);
+        polygon.fields.bitDouble(0);
+        polygon.fields.bitLong(0);
+        polygon.fields.bitDouble(0);
+        polygon.fields.bitLong(0);
+        polygon.text("");
+    }
+    polygon.fields.bitDouble(1.5);
+    polygon.fields.bitPoint3(kZAxis);
+    polygon.text("SOLID");
+    polygon.fields.bit(true);
+    polygon.fields.bitLong(1);
+    polygon.fields.bit(true);
+    polygon.fields.bit(true);
+    polygon.fields.bitLong(2);
+    for (const double x : {0.0, 4.0}) {
+        polygon.fields.rawPoint2({x, 1});
+        polygon.fields.bitDouble(1);
+    }
+    polygon.fields.bitShort(1);
+    polygon.fields.bitShort(polygon.before(Version::R2004) ? 3 : 0);
+    if (!polygon.before(Version::R2004)) {
+        polygon.fields.bitLong(static_cast<std::int32_t>(0xC3000003));
+        polygon.fields.rawChar(0);
+    }
+    const MPolygon shape = read<MPolygon>(polygon, readMPolygon);
+    EXPECT_TRUE(shape.area.solid);
+    EXPECT_EQ(shape.area.elevation, 1.5);
+    EXPECT_EQ(shape.fill.index, 3);
+    ASSERT_EQ(shape.area.loops.size(), 1u);
+    EXPECT_TRUE(shape.area.loops[0].closed);
+    ASSERT_EQ(shape.area.loops[0].polyline.size(), 2u);
+    EXPECT_EQ(shape.area.loops[0].polyline[1].position.x, 4);
+    EXPECT_EQ(shape.area.loops[0].polyline[1].bulge, 1);
+}
+
+TEST_P(EntityRecordTest, Underlay)
+{
+    TestRecord underlay = record(500);
+    underlay.beginEntity(kLayer);
+    underlay.fields.bitPoint3(kZAxis);
+    underlay.fields.bitPoint3({10, 20, 0});
+    underlay.fields.bitDouble(1.5707963267948966);
+    underlay.fields.bitPoint3({2, 2, 2});
+    for (const std::uint8_t value : {3, 100, 0})
+        underlay.fields.rawChar(value);
+    underlay.fields.bitLong(2);
+    underlay.fields.rawPoint2({0, 0});
+    underlay.fields.rawPoint2({3, 4});
+    const auto picture = read<StoredPicture>(underlay, readUnderlay);
+    const auto& frame = std::get<Polyline>(picture.figures.at(0).shape);
+    ASSERT_EQ(frame.vertices.size(), 4u);
+    EXPECT_TRUE(frame.closed);
+    EXPECT_NEAR(frame.vertices[2].position.x, 10 - 8, 1e-9);
+    EXPECT_NEAR(frame.vertices[2].position.y, 20 + 6, 1e-9);
+}
+
+/// A solid whose model is text (before R2004) or binary, with one wire and a silhouette from above.
+TestRecord solidRecord(TestRecord solid)
+{
+    solid.beginEntity(kLayer);
+    BitWriter& fields = solid.fields;
+    const auto wire = [&](double x, bool moved) {
+        fields.rawChar(1);
+        fields.bitLong(-1);
+        solid.before(Version::R2004) ? fields.bitShort(256) : fields.bitLong(256);
+        fields.bitLong(-1);
+        fields.bitLong(2);
+        fields.bitPoint3({x, 0, 0});
+        fields.bitPoint3({x, 5, 0});
+        fields.bit(moved);
+        if (!moved)
+            return;
+        for (const Point3 axis : {Point3{1, 0, 0}, Point3{0, 1, 0}, Point3{0, 0, 1}, Point3{7, 0, 0}})
+            fields.bitPoint3(axis);
+        fields.bitDouble(2);
+        fields.bits(0, 3);
+    };
+    fields.bit(false);
+    fields.bit(true);
+    if (solid.before(Version::R2004)) {
+        fields.bitShort(1);
+        fields.bitLong(6);
+        fields.rawBytes("400 16");
+        fields.bitLong(0);
+    } else {
+        fields.bitShort(2);
+        fields.rawBytes("ACIS BinaryFile...End-of-ACIS-data");
+    }
+    fields.bit(true);
+    fields.bit(true);
+    fields.bitPoint3({1, 1, 1});
+    fields.bitLong(4);
+    fields.bit(true);
+    fields.bitLong(1);
+    wire(1, true);
+    fields.bitLong(2);
+    for (const Point3 direction : {kZAxis, Point3{1, 0, 0}}) {
+        fields.bitLong(1);
+        fields.bitPoint3({0, 0, 0});
+        fields.bitPoint3(direction);
+        fields.bitPoint3({0, 1, 0});
+        fields.bit(false);
+        fields.bit(true);
+        fields.bitLong(1);
+        wire(3, false);
+    }
+    return solid;
+}
+
+TEST_P(EntityRecordTest, SolidsShowTheirWires)
+{
+    if (GetParam() >= Version::R2013)
+        GTEST_SKIP() << "the record holds no wires";
+    const std::string payload = solidRecord(record(0x26)).payload();
+    const TestRecord solid = solidRecord(record(0x26));
+    // Cut short the solid is one without wires.
+    for (std::size_t size = 1; size < payload.size(); ++size)
+        readEntity(solid.framed(payload.substr(0, size)), GetParam(), readModelGeometry);
+    const auto entity = readEntity(solid.framed(), GetParam(), readModelGeometry);
+    ASSERT_TRUE(entity);
+    const auto& picture = std::get<StoredPicture>(entity->geometry);
+    ASSERT_EQ(picture.figures.size(), 2u);
+    EXPECT_EQ(picture.figures[0].place.origin.x, 7);
+    EXPECT_EQ(picture.figures[0].place.x.x, 2);
+    EXPECT_EQ(std::get<Outline>(picture.figures[0].shape).rings.at(0).at(1).y, 5);
+    EXPECT_EQ(std::get<Outline>(picture.figures[1].shape).rings.at(0).at(0).x, 3);
 }
 
 TEST_P(EntityRecordTest, CountThatTheRecordCannotHoldIsRefused)

@@ -12,6 +12,7 @@ namespace zv::dwg {
 class TestRecord {
 public:
     BitWriter fields, handles;
+    std::string picture;    ///< That the record carries of its entity.
     BitWriter extendedData; ///< What the application 0x12 hung on the object; whole bytes.
 
     TestRecord(Version version, int type, Handle handle) : m_version(version), m_type(type), m_handle(handle)
@@ -129,6 +130,20 @@ private:
         else
             out.rawShort(static_cast<std::uint16_t>(m_type));
     }
+    void putPicture(BitWriter& out) const
+    {
+        out.bit(!picture.empty());
+        if (picture.empty())
+            return;
+        if (before(Version::R2010)) {
+            out.rawLong(static_cast<std::uint32_t>(picture.size()));
+        } else {
+            // A number of bytes, then the bytes of the number.
+            out.bits(2, 3);
+            out.rawShort(static_cast<std::uint16_t>(picture.size()));
+        }
+        out.rawBytes(picture);
+    }
     BitWriter joined() const
     {
         BitWriter start, middle, end;
@@ -141,7 +156,7 @@ private:
         }
         middle.bitShort(0);
         if (m_entity)
-            middle.bit(false);
+            putPicture(middle);
         if (!before(Version::R2007)) {
             end.append(m_texts);
             if (m_texts.size() != 0)

@@ -1,6 +1,7 @@
 #include "drawing/paint/Picture.h"
 
 #include "drawing/Reader.h"
+#include "drawing/paint/ImageFiles.h"
 #include "drawing/paint/SystemFonts.h"
 #include "drawing/scene/SceneBuilder.h"
 #include "platform/Text.h"
@@ -39,6 +40,12 @@ void paintWhole(QPaintDevice& device, const Scene& scene, const QRectF& area, co
     if (ground)
         painter.fillRect(area, options.background);
     paintScene(painter, scene, fitted(scene.bounds, area, marginOf(area.size())), area, options);
+}
+
+/// The ending of a file's name in small letters, without the point.
+QString endingOf(const std::string& path)
+{
+    return qpath(path).section(QLatin1Char('.'), -1).toLower();
 }
 
 Error notWritten(const std::string& path)
@@ -85,6 +92,7 @@ Result<Drawing> openDrawing(const std::string& path, const std::string& fontFold
         return document.error();
     Drawing drawing{std::move(document).value(), {}};
     drawing.scene = drawingScene(drawing.document, fontFolder);
+    loadImages(drawing.scene, path);
     return drawing;
 }
 
@@ -124,7 +132,7 @@ Pixels renderPreview(const Document& document, int width, int height)
 Result<void> savePicture(const Scene& scene, const std::string& path, QSize size, const QColor& background)
 {
     const QString file = qpath(path);
-    const QString ending = file.section(QLatin1Char('.'), -1).toLower();
+    const QString ending = endingOf(path);
     const QRectF area(QPointF(), size);
     PaintOptions options;
     options.background = background;
@@ -153,6 +161,12 @@ Result<void> savePicture(const Scene& scene, const std::string& path, QSize size
         return Error{ErrorCode::Unsupported, "pictures are written as png, jpg, bmp, svg or pdf"};
     const QImage image = paintPicture(scene, size, background).convertToFormat(QImage::Format_RGB32);
     return image.save(file) ? Result<void>() : notWritten(path);
+}
+
+bool isPaper(const std::string& path)
+{
+    const QString ending = endingOf(path);
+    return ending == QLatin1String("svg") || ending == QLatin1String("pdf");
 }
 
 bool printPicture(const Scene& scene, QPrinter& printer)

@@ -39,6 +39,9 @@ Pixels renderPreview(const Document& document, int width, int height);
 /// one page of that shape. Errors: Unsupported, another ending; Failed, the file cannot be written.
 Result<void> savePicture(const Scene& scene, const std::string& path, QSize size, const QColor& background);
 
+/// Whether that picture is a sheet of paper: an svg or pdf.
+bool isPaper(const std::string& path);
+
 /// Paints the scene whole on the printer's page. False when the printer refuses.
 bool printPicture(const Scene& scene, QPrinter& printer);
 

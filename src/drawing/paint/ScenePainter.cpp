@@ -1,6 +1,7 @@
 #include "drawing/paint/ScenePainter.h"
 
 #include "drawing/paint/ClipPolygon.h"
+#include "drawing/paint/ImageFiles.h"
 
 #include <QPaintEngine>
 #include <QPainter>
@@ -29,6 +30,7 @@ private:
     void paintItem(const SceneItem& item);
     void strokes(const SceneItem& item);
     void area(const SceneItem& item, const Box& box);
+    void image(const SceneItem& item, const Box& box);
     void glyphs(const SceneItem& item);
     void greek(const SceneItem& item);
     void run(std::span<const Point2> points, bool closed, double width);
@@ -122,6 +124,9 @@ void Artist::paintItem(const SceneItem& item)
         break;
     case SceneItem::Kind::Glyphs:
         glyphs(item);
+        break;
+    case SceneItem::Kind::Image:
+        image(item, box);
         break;
     default:
         area(item, box);
@@ -287,6 +292,21 @@ void Artist::area(const SceneItem& item, const Box& box)
         if (!item.winding || !m_options.exact)
             m_painter.drawPath(areaPath(item, box));
     }
+}
+
+void Artist::image(const SceneItem& item, const Box& box)
+{
+    const SceneImage& shown = m_scene.images[item.image];
+    const Affine map = m_map.of(shown.place);
+    if (!shown.loaded || std::abs(map.xx * map.yy - map.xy * map.yx) < 1)
+        return;
+    flush();
+    m_painter.save();
+    m_painter.setClipPath(areaPath(item, box), Qt::IntersectClip);
+    m_painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    m_painter.setTransform(QTransform(map.xx, map.xy, map.yx, map.yy, map.dx, map.dy), true);
+    m_painter.drawImage(QRectF(0, 0, 1, 1), shown.loaded->picture);
+    m_painter.restore();
 }
 
 const QPainterPath& Artist::outline(const Glyph* glyph)

@@ -113,6 +113,18 @@ void Ink::mask(const Path& path)
     add(path, item);
 }
 
+void Ink::image(const Path& path, SceneImage image)
+{
+    constexpr std::size_t kMostImages = 1000;
+    if (m_scene.images.size() >= kMostImages)
+        return;
+    SceneItem item;
+    item.kind = SceneItem::Kind::Image;
+    item.image = static_cast<std::uint32_t>(m_scene.images.size());
+    m_scene.images.push_back(std::move(image));
+    add(path, item);
+}
+
 void Ink::glyphs(const std::vector<GlyphPlace>& places, SceneColor color, int lineweight)
 {
     SceneItem item;

@@ -31,6 +31,7 @@ public:
     void fill(const Path& path, SceneColor color, bool winding = false);
     void gradient(const Path& path, SceneColor from, SceneColor to, double angle, GradientForm form);
     void mask(const Path& path);
+    void image(const Path& path, SceneImage image);
     void glyphs(const std::vector<GlyphPlace>& places, SceneColor color, int lineweight);
 
     /// The index of the clip that holds for what follows; -1 for none.

@@ -27,6 +27,16 @@ struct GlyphPlace {
 /// outwards (full, half, or lying aside).
 enum class GradientForm : std::uint8_t { Linear, Cylinder, Sphere, Hemisphere, Curved };
 
+/// What the painter made of a picture's file; only it knows what that is.
+struct LoadedImage;
+
+/// A picture from a file of its own.
+struct SceneImage {
+    Text file;    ///< As the drawing names it.
+    Affine place; ///< From the unit square, y downwards from the picture's upper edge, to the scene.
+    std::shared_ptr<const LoadedImage> loaded; ///< Null: only its frame is seen.
+};
+
 /// One thing to draw. Things are drawn in the order in which they stand.
 struct SceneItem {
     enum class Kind : std::uint8_t {
@@ -35,6 +45,7 @@ struct SceneItem {
         Mask,     ///< The same in the colour of the ground.
         Gradient, ///< The same, blended from color to color2 along `angle`.
         Glyphs,   ///< Figures of fonts.
+        Image,    ///< The area of the elements, showing a picture.
     };
     Kind kind = Kind::Stroke;
     SceneColor color, color2;
@@ -42,6 +53,7 @@ struct SceneItem {
     GradientForm gradient = GradientForm::Linear;
     bool winding = false;               ///< The area is the union of the runs instead.
     std::int16_t clip = -1;             ///< Index into Scene::clips; -1: none.
+    std::uint32_t image = 0;            ///< Index into Scene::images.
     std::int16_t lineweight = 0;        ///< Hundredths of a millimetre; 0 is the thinnest line.
     std::uint32_t first = 0, count = 0; ///< Range in Scene::path.elements, or in Scene::glyphs.
     Box bounds;
@@ -53,6 +65,7 @@ struct Scene {
     Path path; ///< The elements of all items.
     std::vector<GlyphPlace> glyphs;
     std::vector<Box> clips;
+    std::vector<SceneImage> images;
     std::vector<std::shared_ptr<Font>> fonts; ///< Keeps the figures alive.
     Box bounds;
     bool complete = true; ///< False when the drawing went beyond the limits and the rest was left out.

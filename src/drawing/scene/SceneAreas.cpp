@@ -18,6 +18,14 @@ std::uint32_t tinted(std::uint32_t rgb, double tint)
     return out;
 }
 
+void addRing(Path& path, const std::vector<Point2>& corners)
+{
+    for (std::size_t i = 0; i < corners.size(); ++i)
+        i == 0 ? path.moveTo(corners[i]) : path.lineTo(corners[i]);
+    if (!corners.empty())
+        path.close(corners.front());
+}
+
 } // namespace
 
 void SceneParts::drawGradient(const Hatch& hatch, const Path& area, const Look& look)
@@ -72,6 +80,25 @@ void SceneParts::draw(const Hatch& hatch, const Look& look)
     }
 }
 
+void SceneParts::draw(const MPolygon& polygon, const Look& look)
+{
+    Look inside = look;
+    inside.color = resolve(polygon.fill, look.layer, look.frame, look.entity.alpha);
+    inside.pen.color = inside.color;
+    const Hatch& area = polygon.area;
+    // Without a pattern there is nothing inside.
+    if (area.solid || area.gradient || !area.lines.empty())
+        draw(area, inside);
+    for (const HatchLoop& loop : area.loops) {
+        Polyline line;
+        line.vertices = loop.polyline;
+        line.closed = loop.closed;
+        line.elevation = area.elevation;
+        line.normal = area.normal;
+        draw(line, look);
+    }
+}
+
 void SceneParts::draw(const Wipeout& wipeout, const Look& look)
 {
     const auto at = [&](double x, double y) {
@@ -91,12 +118,18 @@ void SceneParts::draw(const Wipeout& wipeout, const Look& look)
         corners = {at(-0.5, -0.5), at(right, -0.5), at(right, bottom), at(-0.5, bottom)};
     }
     Path path;
-    path.moveTo(corners.front());
-    for (std::size_t i = 1; i < corners.size(); ++i)
-        path.lineTo(corners[i]);
-    path.close(corners.front());
-    if (!wipeout.image)
-        m_ink.mask(path);
+    addRing(path, corners);
+    Path area = path;
+    if (wipeout.clipIsHole && !wipeout.clip.empty())
+        addRing(area, {at(-0.5, -0.5), at(right, -0.5), at(right, bottom), at(-0.5, bottom)});
+    if (!wipeout.image) {
+        m_ink.mask(area);
+    } else if (wipeout.frame && !wipeout.file.empty()) {
+        const Point2 topLeft = at(-0.5, -0.5);
+        m_ink.image(area, {wipeout.file,
+                           Affine::placed(topLeft, at(right, -0.5) - topLeft, at(-0.5, bottom) - topLeft),
+                           nullptr});
+    }
     if (wipeout.frame || wipeout.image)
         m_ink.stroke(path, {look.color, look.pen.lineweight, nullptr, 1, false});
 }

@@ -55,6 +55,20 @@ struct Cost {
             points += line.size();
         return points;
     }
+    std::size_t operator()(const Outline& o) const
+    {
+        std::size_t points = o.rings.size();
+        for (const auto& ring : o.rings)
+            points += ring.size();
+        return points;
+    }
+    std::size_t operator()(const StoredPicture& p) const
+    {
+        std::size_t sum = 0;
+        for (const PictureFigure& figure : p.figures)
+            sum += 1 + std::visit(*this, figure.shape);
+        return sum;
+    }
     std::size_t operator()(const Wipeout& w) const { return w.clip.size(); }
     std::size_t operator()(const Hatch& h) const
     {
@@ -66,6 +80,7 @@ struct Cost {
         }
         return edges;
     }
+    std::size_t operator()(const MPolygon& p) const { return (*this)(p.area); }
     template <class Other> std::size_t operator()(const Other&) const { return 0; }
 };
 
@@ -137,6 +152,13 @@ void SceneParts::drawEntity(const Entity& entity, const BlockRecord& block, cons
     m_left -= cost;
     if (entity.invisible)
         return;
+    if (const auto look = lookOf(entity, block, frame))
+        std::visit([&](const auto& geometry) { draw(geometry, *look); }, entity.geometry);
+}
+
+std::optional<SceneParts::Look> SceneParts::lookOf(const Entity& entity, const BlockRecord& block,
+                                                   const Frame& frame) const
+{
     const Layer* layer = layerOf(entity.layer);
     // What stands on layer 0 of a block takes the layer of the insert.
     if (frame.layer && (!layer || layer->name == u"0"))
@@ -145,14 +167,13 @@ void SceneParts::drawEntity(const Entity& entity, const BlockRecord& block, cons
     const bool container =
         std::holds_alternative<Insert>(entity.geometry) || std::holds_alternative<Viewport>(entity.geometry);
     if (layer && (layer->frozen || (layer->off && !container)))
-        return;
+        return {};
     if (layer && m_frozen && std::find(m_frozen->begin(), m_frozen->end(), layer->handle) != m_frozen->end())
-        return;
+        return {};
     if (layer && m_options.plotted && !layer->plotted)
-        return;
+        return {};
     const SceneColor color = resolve(entity.color, layer, frame, entity.alpha);
-    const Look look{frame, entity, layer, color, penOf(entity, layer, color, frame), &block};
-    std::visit([&](const auto& geometry) { draw(geometry, look); }, entity.geometry);
+    return Look{frame, entity, layer, color, penOf(entity, layer, color, frame), &block};
 }
 
 const Layer* SceneParts::layerOf(Handle handle) const

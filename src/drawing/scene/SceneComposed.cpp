@@ -161,4 +161,42 @@ void SceneParts::draw(const Viewport& view, const Look& look)
     m_ink.setClip(-1);
 }
 
+void SceneParts::draw(const StoredPicture& picture, const Look& look)
+{
+    Entity own;
+    own.kind = look.entity.kind;
+    own.alpha = look.entity.alpha;
+    Frame frame = look.frame;
+    for (const PictureFigure& figure : picture.figures) {
+        own.layer = figure.layer;
+        own.color = figure.color;
+        own.linetype = figure.linetype;
+        own.linetypeScale = figure.linetypeScale;
+        own.lineweight = figure.lineweight;
+        const Placement& place = figure.place;
+        frame.map = look.frame.map.of({place.x, place.y, place.z, place.origin});
+        if (const auto figureLook = lookOf(own, *look.owner, frame))
+            std::visit([&](const auto& shape) { draw(shape, *figureLook); }, figure.shape);
+    }
+}
+
+void SceneParts::draw(const Outline& outline, const Look& look)
+{
+    if (!outline.filled || !m_document.header.fillMode) {
+        for (const auto& ring : outline.rings)
+            strokePoints(ring, look.frame.map, outline.closed, look);
+        return;
+    }
+    Path area;
+    for (const auto& ring : outline.rings) {
+        for (std::size_t i = 0; i < ring.size(); ++i) {
+            const Point2 p = flat(look.frame.map.point(ring[i]));
+            i == 0 ? area.moveTo(p) : area.lineTo(p);
+        }
+        if (!ring.empty())
+            area.close(flat(look.frame.map.point(ring.front())));
+    }
+    m_ink.fill(area, look.color);
+}
+
 } // namespace zv::dwg

@@ -5,6 +5,7 @@
 #include "drawing/scene/SceneBuilder.h"
 
 #include <map>
+#include <optional>
 #include <unordered_map>
 
 namespace zv::dwg {
@@ -63,6 +64,8 @@ private:
 
     void drawBlock(const BlockRecord& block, const Frame& frame);
     void drawEntity(const Entity& entity, const BlockRecord& block, const Frame& frame);
+    /// No value when the entity's layer hides it. All that is given must outlive the look.
+    std::optional<Look> lookOf(const Entity& entity, const BlockRecord& block, const Frame& frame) const;
     SceneColor resolve(const Color& color, const Layer* layer, const Frame& frame, std::uint8_t alpha) const;
     Pen penOf(const Entity& entity, const Layer* layer, SceneColor color, const Frame& frame) const;
     const Layer* layerOf(Handle handle) const;
@@ -104,6 +107,7 @@ private:
 
     // Areas
     void draw(const Hatch&, const Look&);
+    void draw(const MPolygon&, const Look&);
     void draw(const Wipeout&, const Look&);
     void drawGradient(const Hatch& hatch, const Path& area, const Look& look);
 
@@ -112,6 +116,8 @@ private:
     void draw(const MultiLeader&, const Look&);
     void draw(const MLine&, const Look&);
     void draw(const Viewport&, const Look&);
+    void draw(const StoredPicture&, const Look&);
+    void draw(const Outline&, const Look&);
     void arrow(Point3 tip, Point3 tail, double size, const Matrix& map, const Look& look);
 
     struct DeferredRay {

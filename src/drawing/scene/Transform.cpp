@@ -2,12 +2,6 @@
 
 namespace zv::dwg {
 
-Point3 unit(Point3 a, Point3 fallback)
-{
-    const double size = length(a);
-    return size > 1e-300 && std::isfinite(size) ? a * (1 / size) : fallback;
-}
-
 Affine Affine::of(const Affine& inner) const
 {
     const Point2 x = mapVector({inner.xx, inner.xy}), y = mapVector({inner.yx, inner.yy});

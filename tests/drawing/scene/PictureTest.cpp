@@ -2,6 +2,7 @@
 
 #include "drawing/Writer.h"
 #include "drawing/paint/ClipPolygon.h"
+#include "drawing/paint/ImageFiles.h"
 #include "drawing/paint/Picture.h"
 #include "drawing/paint/SystemFonts.h"
 
@@ -209,6 +210,72 @@ TEST(Picture, ThumbnailOfAWrittenDrawing)
     const QImage image = drawThumbnail(name.toStdString(), {480, 80});
     EXPECT_LT(difference(image, paintPicture(m.scene(), {480, 80}, Qt::black)), 2);
     EXPECT_TRUE(drawThumbnail("/nowhere.dwg", {10, 10}).isNull());
+}
+
+/// A picture 4 pixels wide and 2 high, one drawing unit each, whose upper row is red and whose lower is blue.
+SceneMaker withImage(const Text& file)
+{
+    SceneMaker m;
+    Wipeout image;
+    image.image = true;
+    image.file = file;
+    image.uVector = {1, 0, 0};
+    image.vVector = {0, 1, 0};
+    image.pixels = {4, 2};
+    // Its right half only.
+    image.clip = {{1.5, -0.5}, {3.5, 1.5}};
+    m.add(image);
+    return m;
+}
+
+QTemporaryDir& folderOfPictures()
+{
+    static QTemporaryDir folder;
+    QImage picture(4, 2, QImage::Format_RGB32);
+    for (int x = 0; x < 4; ++x) {
+        picture.setPixel(x, 0, 0xffff0000);
+        picture.setPixel(x, 1, 0xff0000ff);
+    }
+    picture.save(folder.filePath(QStringLiteral("Logo.png")));
+    return folder;
+}
+
+TEST(Picture, ImagesAreShownInsideTheirClip)
+{
+    const QTemporaryDir& folder = folderOfPictures();
+    Scene scene = withImage(u"C:\\Office\\LOGO.PNG").scene();
+    loadImages(scene, folder.filePath(QStringLiteral("a.dwg")).toStdString());
+    QImage shown(40, 20, QImage::Format_RGB32);
+    shown.fill(Qt::black);
+    QPainter painter(&shown);
+    paintScene(painter, scene, {10, 0, 0, -10, 0, 20}, QRectF(0, 0, 40, 20), {});
+    painter.end();
+    EXPECT_EQ(shown.pixelColor(10, 3), QColor(Qt::black));
+    EXPECT_GT(shown.pixelColor(30, 3).red(), 200);
+    EXPECT_GT(shown.pixelColor(30, 16).blue(), 200);
+}
+
+TEST(Picture, ImagesThatCannotBeShownKeepTheirFrame)
+{
+    const QTemporaryDir& folder = folderOfPictures();
+    QFile text(folder.filePath(QStringLiteral("text.png")));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("<svg xmlns='http://www.w3.org/2000/svg' width='9' height='9'/>");
+    text.close();
+    for (const Text& file : {Text(u"missing.png"), Text(u"text.png"), Text(u".."), Text(u"")}) {
+        Scene scene = withImage(file).scene();
+        loadImages(scene, folder.filePath(QStringLiteral("a.dwg")).toStdString());
+        for (const SceneImage& image : scene.images)
+            EXPECT_EQ(image.loaded, nullptr);
+        expectBox(scene.bounds, box(2, 0, 4, 2));
+    }
+}
+
+TEST(Picture, EndingsOfPaperCountInAnyCase)
+{
+    EXPECT_TRUE(isPaper("a.PDF"));
+    EXPECT_TRUE(isPaper("a.b.Svg"));
+    EXPECT_FALSE(isPaper("pdf.png"));
 }
 
 TEST(Picture, PreviewPixelsAreOpaque)

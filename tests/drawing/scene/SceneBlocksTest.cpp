@@ -30,6 +30,56 @@ TEST(SceneBlocks, CircleInASquashedBlockIsAnEllipse)
     expectBox(m.scene().bounds, box(-4, -2, 4, 2));
 }
 
+TEST(SceneBlocks, StoredPicturesStandInTheirPlaceWithTheirOwnLook)
+{
+    SceneMaker m;
+    const Handle red = m.layer(u"RED", 1), hidden = m.layer(u"HIDDEN", 2);
+    m.document.layers.back().frozen = true;
+    StoredPicture picture;
+    Outline area;
+    area.closed = area.filled = true;
+    area.rings = {{{0, 0, 0}, {2, 0, 0}, {2, 1, 0}}};
+    PictureFigure figure;
+    figure.shape = area;
+    figure.layer = red;
+    figure.place.origin = {10, 0, 0};
+    picture.figures.push_back(figure);
+    figure.layer = hidden;
+    picture.figures.push_back(figure);
+    area.filled = false;
+    figure.shape = area;
+    figure.layer = red;
+    figure.color = {Color::Kind::Index, 3, 0};
+    picture.figures.push_back(figure);
+    m.add(picture);
+    const Scene scene = m.scene();
+    ASSERT_EQ(scene.items.size(), 2u);
+    EXPECT_EQ(scene.items[0].kind, SceneItem::Kind::Fill);
+    EXPECT_EQ(scene.items[0].color.rgb, 0xff0000u);
+    EXPECT_EQ(scene.items[1].kind, SceneItem::Kind::Stroke);
+    EXPECT_EQ(scene.items[1].color.rgb, 0x00ff00u);
+    expectBox(scene.bounds, box(10, 0, 12, 1));
+}
+
+TEST(SceneBlocks, PolygonsAreFilledInTheirFillColourInsideTheirLines)
+{
+    SceneMaker m;
+    MPolygon polygon;
+    polygon.area.solid = true;
+    polygon.fill = {Color::Kind::Index, 3, 0};
+    HatchLoop loop;
+    for (const Point3 p : {Point3{0, 0, 0}, Point3{4, 0, 0}, Point3{4, 4, 0}})
+        loop.polyline.push_back({p});
+    polygon.area.loops = {loop};
+    m.add(polygon).color = {Color::Kind::Index, 1, 0};
+    const Scene scene = m.scene();
+    ASSERT_EQ(scene.items.size(), 2u);
+    EXPECT_EQ(scene.items[0].kind, SceneItem::Kind::Fill);
+    EXPECT_EQ(scene.items[0].color.rgb, 0x00ff00u);
+    EXPECT_EQ(scene.items[1].kind, SceneItem::Kind::Stroke);
+    EXPECT_EQ(scene.items[1].color.rgb, 0xff0000u);
+}
+
 TEST(SceneBlocks, ArraysRepeatTheBlock)
 {
     SceneMaker m;
