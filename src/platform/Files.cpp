@@ -10,4 +10,9 @@ std::string joinPath(std::string_view folder, std::string_view name)
     return path;
 }
 
+std::string namingFile(const std::string& path, const Error& error)
+{
+    return error.text.starts_with(path) ? error.text : path + ": " + error.text;
+}
+
 } // namespace zv

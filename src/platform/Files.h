@@ -15,6 +15,9 @@ extern const char kPathSeparator;
 /// folder + separator + name, by plain concatenation: a folder that ends in a separator gives two.
 std::string joinPath(std::string_view folder, std::string_view name);
 
+/// The error's text, with the path before it where it does not begin with that by itself.
+std::string namingFile(const std::string& path, const Error& error);
+
 /// Whether a regular file stands at the path. A folder is no file.
 bool fileExists(const std::string& path);
 bool folderExists(const std::string& path);

@@ -24,6 +24,12 @@ TEST_F(FilesTest, PathsAreJoinedAsTheyStand)
     EXPECT_EQ(joinPath("a" + separator, "b"), "a" + separator + separator + "b");
 }
 
+TEST_F(FilesTest, ErrorsNameTheirFileOnce)
+{
+    EXPECT_EQ(namingFile("a.dwg", {ErrorCode::Damaged, "cut short"}), "a.dwg: cut short");
+    EXPECT_EQ(namingFile("a.dwg", readFile("a.dwg").error()), readFile("a.dwg").error().text);
+}
+
 TEST_F(FilesTest, FilesAndFoldersAreToldApart)
 {
     const std::string file = folder.write("a", "x");

@@ -72,14 +72,13 @@ int main(int argc, char** argv)
         fonts = zv::joinPath(zv::installationFolder(), "fonts");
     const auto drawing = zv::dwg::openDrawing(file, fonts);
     if (!drawing) {
-        std::fprintf(stderr, "%s: %s\n", file.c_str(), drawing.error().text.c_str());
+        std::fprintf(stderr, "zelvora-dwg: %s\n", zv::namingFile(file, drawing.error()).c_str());
         return kFailed;
     }
-    const bool paper = out.ends_with(".pdf") || out.ends_with(".svg");
-    const auto saved =
-        zv::dwg::savePicture(drawing->scene, out, size, paper ? QColor(Qt::white) : background);
+    const QColor ground = zv::dwg::isPaper(out) ? QColor(Qt::white) : background;
+    const auto saved = zv::dwg::savePicture(drawing->scene, out, size, ground);
     if (!saved) {
-        std::fprintf(stderr, "%s\n", saved.error().text.c_str());
+        std::fprintf(stderr, "zelvora-dwg: %s\n", saved.error().text.c_str());
         return kFailed;
     }
     return 0;

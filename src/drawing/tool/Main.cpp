@@ -28,7 +28,7 @@ void print(std::string_view text, std::FILE* to = stdout)
 
 int failed(const std::string& path, const Error& error)
 {
-    print("zelvora-dwg: " + path + ": " + error.text + "\n", stderr);
+    print("zelvora-dwg: " + namingFile(path, error) + "\n", stderr);
     return kFailed;
 }
 
@@ -137,7 +137,7 @@ int scan(const Arguments& arguments)
         const auto document = source ? readDocument(**source) : Result<Document>(source.error());
         if (document)
             continue;
-        print(file + ": " + document.error().text + "\n");
+        print(namingFile(file, document.error()) + "\n");
         status = kFailed;
     }
     return status;
