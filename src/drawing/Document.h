@@ -321,9 +321,10 @@ struct StoredPicture {
 /// Known by name and length only: kinds of other programs that store no picture.
 struct Unknown {};
 
-using Geometry = std::variant<Unknown, Line, PointShape, Circle, Arc, Ellipse, Spline, Polyline, Mesh,
-                              TextLine, Attribute, MText, Insert, Dimension, Solid, Face3D, Ray, Hatch,
-                              Leader, MultiLeader, MLine, Wipeout, Viewport, Shape, Tolerance, MPolygon, StoredPicture>;
+using Geometry =
+    std::variant<Unknown, Line, PointShape, Circle, Arc, Ellipse, Spline, Polyline, Mesh, TextLine, Attribute,
+                 MText, Insert, Dimension, Solid, Face3D, Ray, Hatch, Leader, MultiLeader, MLine, Wipeout,
+                 Viewport, Shape, Tolerance, MPolygon, StoredPicture>;
 
 struct Entity {
     Handle handle = 0;

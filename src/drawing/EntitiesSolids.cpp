@@ -1,4 +1,5 @@
 #include "drawing/EntityRecord.h"
+#include "drawing/SolidEdges.h"
 
 #include <array>
 #include <cmath>
@@ -8,8 +9,8 @@ namespace zv::dwg {
 
 namespace {
 
-/// The modeller's own bytes, which may be text in blocks or binary with an end of their own.
-void skipModel(RecordReader& in)
+/// The modeller's own bytes, which may be masked text in blocks or binary with an end of their own.
+StoredPicture readModel(RecordReader& in)
 {
     constexpr int kText = 1, kBinary = 2;
     constexpr std::string_view kEnds[] = {"End\x0E\x02of\x0E\x04"
@@ -19,19 +20,31 @@ void skipModel(RecordReader& in)
     in.bit();
     const int form = in.bitShort();
     if (form == kText) {
+        std::string model;
         while (const std::uint32_t size = in.count(8))
-            in.skip(std::size_t{size} * 8);
-        return;
+            model += in.bytes(size);
+        for (char& c : model) {
+            const auto code = static_cast<unsigned char>(c);
+            if (code > ' ')
+                c = static_cast<char>(159 - code);
+        }
+        return readSolidEdges(model, false);
     }
-    if (form != kBinary)
-        return in.fail();
+    if (form != kBinary) {
+        in.fail();
+        return {};
+    }
     const std::size_t start = in.position();
     const std::string bytes = in.bytes(in.left() / 8);
     for (const std::string_view end : kEnds) {
-        if (const std::size_t found = bytes.find(end); found != std::string::npos)
-            return in.seek(start + (found + end.size()) * 8);
+        const std::size_t found = bytes.find(end);
+        if (found == std::string::npos)
+            continue;
+        in.seek(start + (found + end.size()) * 8);
+        return readSolidEdges(std::string_view(bytes).substr(0, found), true);
     }
     in.fail();
+    return {};
 }
 
 /// A wire's points; its own look is not used.
@@ -101,7 +114,7 @@ void readModelGeometry(RecordReader& in, EntityRecord& out)
     RecordReader attempt = in;
     StoredPicture picture;
     if (!attempt.bit())
-        skipModel(attempt);
+        picture = readModel(attempt);
     if (attempt.bit()) {
         if (attempt.bit())
             attempt.bitPoint3();

@@ -96,7 +96,8 @@ void readMInsert(RecordReader& in, EntityRecord& out);
 void readImage(RecordReader& in, EntityRecord& out);
 void readViewport(RecordReader& in, EntityRecord& out);
 void readUnderlay(RecordReader& in, EntityRecord& out);
-/// Solids, regions and surfaces: the wires that are stored beside their shape. Without any they stay unknown.
+/// Solids, regions and surfaces: their edges, and the wires that are stored beside them. Without any they
+/// stay unknown.
 void readModelGeometry(RecordReader& in, EntityRecord& out);
 
 void readHatch(RecordReader& in, EntityRecord& out);
