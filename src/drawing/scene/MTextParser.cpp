@@ -302,9 +302,9 @@ void Parser::setParagraph(const Text& argument)
         if (key == u'q' && !value.empty())
             paragraph.justify = value[0] == u'*' ? u'\0' : value[0];
         else if (key == u'i')
-            paragraph.indent = number(value, 0) * m_height;
+            paragraph.indent = number(value, 0);
         else if (key == u'l')
-            paragraph.left = number(value, 0) * m_height;
+            paragraph.left = number(value, 0);
         else if (key == u't')
             break; // Tab stops take the rest.
         at = end + 1;

@@ -107,8 +107,8 @@ TEST(MTextParser, ParagraphSettings)
 {
     const auto found = parse(u"\\pi1,l2,qc;a\\Pb");
     EXPECT_EQ(found[0].justify, u'c');
-    EXPECT_DOUBLE_EQ(found[0].indent, 2);
-    EXPECT_DOUBLE_EQ(found[0].left, 4);
+    EXPECT_DOUBLE_EQ(found[0].indent, 1);
+    EXPECT_DOUBLE_EQ(found[0].left, 2);
     EXPECT_EQ(found[1].justify, u'c') << "settings go on";
     EXPECT_EQ(parse(u"\\pxqr;a")[0].justify, u'r');
 }
