@@ -20,6 +20,7 @@ void SceneParts::draw(const Insert& insert, const Look& look)
     frame.lineweight = look.pen.lineweight;
     frame.linetype = look.pen.linetype;
     frame.depth = look.frame.depth + 1;
+    frame.dimension = look.frame.dimension;
     frame.block = block;
     frame.outer = &look.frame;
     const double size = std::max(std::abs(insert.scale.x), std::abs(insert.scale.y));
@@ -63,6 +64,7 @@ void SceneParts::draw(const Dimension& dimension, const Look& look)
     frame.lineweight = look.pen.lineweight;
     frame.linetype = look.pen.linetype;
     frame.depth = look.frame.depth + 1;
+    frame.dimension = true;
     frame.block = block;
     frame.outer = &look.frame;
     frame.map = look.frame.map.of(Matrix::translation(dimension.insertion));

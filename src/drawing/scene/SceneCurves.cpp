@@ -238,7 +238,7 @@ void SceneParts::draw(const Ray& ray, const Look& look)
 void SceneParts::draw(const PointShape& point, const Look& look)
 {
     const Point2 at = flat(look.frame.map.point(point.position));
-    const int mode = m_document.header.pointMode;
+    const int mode = look.frame.dimension ? 0 : m_document.header.pointMode;
     if (mode == 0 || mode == 1) {
         Path path;
         path.moveTo(at);

@@ -19,6 +19,7 @@ struct Frame {
     const Linetype* linetype = nullptr;
     double dashScale = 1;
     int depth = 0;
+    bool dimension = false; ///< Inside the block of a dimension, whose points are dots in every point mode.
     const BlockRecord* block = nullptr;
     const Frame* outer = nullptr;
 

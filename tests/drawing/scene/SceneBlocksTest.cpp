@@ -30,6 +30,19 @@ TEST(SceneBlocks, CircleInASquashedBlockIsAnEllipse)
     expectBox(m.scene().bounds, box(-4, -2, 4, 2));
 }
 
+TEST(SceneBlocks, PointsOfADimensionAreDotsInEveryPointMode)
+{
+    SceneMaker m;
+    m.document.header.pointMode = 64;
+    m.document.header.pointSize = 10;
+    const Handle block = m.block(u"*D1");
+    m.add(PointShape{{1, 1, 0}}, block);
+    Dimension dimension;
+    dimension.block = block;
+    m.add(dimension);
+    expectBox(m.scene().bounds, box(1, 1, 1, 1));
+}
+
 TEST(SceneBlocks, StoredPicturesStandInTheirPlaceWithTheirOwnLook)
 {
     SceneMaker m;
