@@ -148,7 +148,7 @@ bool ActionRun::insertBlock()
     if (!attachForBlock())
         return true;
     if (m_settings.checkXrefNames) {
-        const std::string name = blockNameOf(m_drawing);
+        const std::string name = drawingName(m_drawing);
         if (nameIsTaken(name)) {
             m_window.showWindow();
             m_window.messages().show({name + " Already Exists as an Xref in this Drawing!",

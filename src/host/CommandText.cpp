@@ -34,19 +34,6 @@ std::string insertExplodedText(const std::string& path, const AutomationPoint& p
            numberText(point.z) + "\r" + scale + "\r";
 }
 
-std::string blockNameOf(std::string_view path)
-{
-    std::string name = upper(fileNamePart(path));
-    constexpr std::string_view kEnding = ".DWG";
-    // What the removal of one brings together is not searched again.
-    std::size_t found = name.find(kEnding);
-    for (int removed = 0; removed < 2 && found != std::string::npos; ++removed) {
-        name.erase(found, kEnding.size());
-        found = name.find(kEnding, found);
-    }
-    return upper(name);
-}
-
 std::string storedScale(const std::string& property)
 {
     return property.substr(property.rfind('=') + 1);

@@ -22,9 +22,6 @@ std::string insertBlockText(const std::string& path, const std::string& scale);
 std::string insertExplodedText(const std::string& path, const AutomationPoint& point,
                                const std::string& scale);
 
-/// The name that a drawing's block has, in capitals: the file name without ".DWG".
-std::string blockNameOf(std::string_view path);
-
 /// The scale in a custom property "name=value": the text behind its last "=", or the whole text.
 std::string storedScale(const std::string& property);
 

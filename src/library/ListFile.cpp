@@ -14,8 +14,6 @@ constexpr char kSeparator = ';';
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kListEnding = ".lst";
 constexpr std::string_view kWorkingEnding = ".ls$";
-constexpr std::string_view kDrawingEnding = ".DWG";
-constexpr int kMostEndings = 2;
 
 Error tooManyLines(const std::string& listPath)
 {
@@ -95,19 +93,6 @@ std::vector<std::string_view> textLines(std::string_view bytes)
         begin = end + (bytes.substr(end).starts_with(kLineEnd) ? 2 : 1);
     }
     return lines;
-}
-
-std::string makeLabel(std::string_view drawingPath)
-{
-    std::string label = upper(fileNamePart(drawingPath));
-    std::size_t place = 0;
-    for (int i = 0; i < kMostEndings; ++i) {
-        place = label.find(kDrawingEnding, place);
-        if (place == std::string::npos)
-            break;
-        label.erase(place, kDrawingEnding.size());
-    }
-    return upper(label);
 }
 
 Result<std::vector<ListLine>> readListFile(const std::string& listPath)

@@ -33,9 +33,6 @@ std::string listWorkingCopy(const std::string& listPath);
 /// The lines of a text, without their line ends. CR LF, LF and CR end a line; the last line may have no end.
 std::vector<std::string_view> textLines(std::string_view bytes);
 
-/// The label that a drawing gets when it is added: its file name in capitals, without ".DWG".
-std::string makeLabel(std::string_view drawingPath);
-
 /// All lines of a list, in the order of the file. Errors: NotFound; Denied; TooLarge, more lines than a
 /// library can have; Failed.
 Result<std::vector<ListLine>> readListFile(const std::string& listPath);

@@ -12,6 +12,8 @@ namespace zv {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kDrawingEnding = ".DWG";
+constexpr int kMostDrawingEndings = 2;
 
 bool isAscii(std::string_view bytes)
 {
@@ -144,6 +146,19 @@ std::string_view fileNamePart(std::string_view path)
 {
     const std::size_t separator = path.find_last_of("\\/");
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+std::string drawingName(std::string_view path)
+{
+    std::string name = upper(fileNamePart(path));
+    std::size_t place = 0;
+    for (int i = 0; i < kMostDrawingEndings; ++i) {
+        place = name.find(kDrawingEnding, place);
+        if (place == std::string::npos)
+            break;
+        name.erase(place, kDrawingEnding.size());
+    }
+    return upper(name);
 }
 
 } // namespace zv

@@ -36,5 +36,8 @@ double roundHalfEven(double value);
 
 /// The part of a path behind its last "\" or "/"; the whole path when it has none.
 std::string_view fileNamePart(std::string_view path);
+/// The name of a drawing, as its label in a new list line and its block in the host have it: the file name in
+/// capitals, without ".DWG" (the first two of them).
+std::string drawingName(std::string_view path);
 
 } // namespace zv

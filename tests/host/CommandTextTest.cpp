@@ -33,16 +33,6 @@ TEST(CommandText, ExplodeMarkTurnsOver)
     EXPECT_EQ(withExplodeMark("", true), "*");
 }
 
-TEST(CommandText, BlockNameIsTheFileNameWithoutItsEndings)
-{
-    EXPECT_EQ(blockNameOf("C:\\a.DWG\\Bolt.dwg"), "BOLT");
-    EXPECT_EQ(blockNameOf("/home/lib/Bolt.dwg.DWG"), "BOLT");
-    EXPECT_EQ(blockNameOf("a.dwg.dwg.dwg"), "A.DWG");
-    EXPECT_EQ(blockNameOf("a.dwgb"), "AB");
-    EXPECT_EQ(blockNameOf("a.d.dwgwg"), "A.DWG");
-    EXPECT_EQ(blockNameOf("Bolt"), "BOLT");
-}
-
 TEST(CommandText, StoredScaleStandsBehindTheLastEqualsSign)
 {
     EXPECT_EQ(storedScale("Scale=48"), "48");

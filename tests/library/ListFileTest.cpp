@@ -87,18 +87,6 @@ TEST_F(ListFileTest, ALineWithoutASemicolonIsAllLabelUnderThePathBeforeIt)
     EXPECT_EQ(read[3].label, "loose");
 }
 
-TEST_F(ListFileTest, LabelsAreFileNamesInCapitalsWithoutTheirEnding)
-{
-    EXPECT_EQ(makeLabel("C:\\details\\detail.dwg"), "DETAIL");
-    EXPECT_EQ(makeLabel("/details/detail.DWG"), "DETAIL");
-    EXPECT_EQ(makeLabel("a.dwg.dwg"), "A");
-    EXPECT_EQ(makeLabel("a.dwg.dwg.dwg"), "A.DWG");
-    EXPECT_EQ(makeLabel("a.dwgx.dwg"), "AX");
-    EXPECT_EQ(makeLabel("a.b"), "A.B");
-    EXPECT_EQ(makeLabel("a..dwgdwg.dwg"), "A.DWG") << "what a deletion joins is not looked at again";
-    EXPECT_EQ(makeLabel("C:\\details\\"), "");
-}
-
 TEST_F(ListFileTest, AddingWritesWholeLinesAtTheEnd)
 {
     ASSERT_TRUE(appendToList(folder.file("new.lst"), {{"C:\\a.dwg", "A"}}));

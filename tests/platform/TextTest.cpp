@@ -142,4 +142,18 @@ TEST(Text, FileNameStandsBehindTheLastSeparatorOfEitherKind)
 }
 
 } // namespace
+TEST(Text, ADrawingIsNamedAsItsFileInCapitalsWithoutItsEnding)
+{
+    EXPECT_EQ(drawingName("C:\\details\\detail.dwg"), "DETAIL");
+    EXPECT_EQ(drawingName("/details/detail.DWG"), "DETAIL");
+    EXPECT_EQ(drawingName("a.dwg.dwg"), "A");
+    EXPECT_EQ(drawingName("a.dwg.dwg.dwg"), "A.DWG");
+    EXPECT_EQ(drawingName("a.dwgx.dwg"), "AX");
+    EXPECT_EQ(drawingName("a.b"), "A.B");
+    EXPECT_EQ(drawingName("a..dwgdwg.dwg"), "A.DWG") << "what a deletion joins is not looked at again";
+    EXPECT_EQ(drawingName("C:\\a.DWG\\Bolt.dwg"), "BOLT");
+    EXPECT_EQ(drawingName("Bolt"), "BOLT");
+    EXPECT_EQ(drawingName("C:\\details\\"), "");
+}
+
 } // namespace zv

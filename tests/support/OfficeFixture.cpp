@@ -117,7 +117,7 @@ void OfficeFixture::makeLibrary(const std::string& name, const std::vector<std::
 {
     std::string lines;
     for (const std::string& path : paths)
-        lines += path + ";" + makeLabel(path) + "\r\n";
+        lines += path + ";" + drawingName(path) + "\r\n";
     EXPECT_TRUE(writeFile(listPath(name), lines));
 }
 
