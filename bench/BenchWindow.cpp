@@ -1,6 +1,7 @@
 #include "BenchWindow.h"
 
 #include "Canvas.h"
+#include "PromptLabel.h"
 #include "PropertiesDialog.h"
 
 #include "controls/TextBytes.h"
@@ -55,7 +56,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     History->setFixedHeight(96);
     History->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     History->setAccessibleName(tr("Command history"));
-    m_prompt = new QLabel(this);
+    m_prompt = new PromptLabel(this);
     m_prompt->setObjectName(QStringLiteral("Prompt"));
     m_line = new QLineEdit(this);
     m_line->setObjectName(QStringLiteral("CommandLine"));
@@ -259,6 +260,7 @@ void BenchWindow::showPrompt()
 {
     const Prompt prompt = m_commandLine.prompt();
     m_prompt->setText(toText(prompt.text));
+    m_prompt->setToolTip(m_prompt->text());
     m_canvas->show(m_workshop.active());
     m_canvas->setPrompt(prompt);
 }

@@ -14,6 +14,7 @@ class QTabBar;
 namespace zv::bench {
 
 class Canvas;
+class PromptLabel;
 
 /// The bench's one window: the open drawings, the canvas, and the command line with its history.
 class BenchWindow final : public QMainWindow, public BenchFront, public HostFrame {
@@ -58,7 +59,7 @@ private:
     QTabBar* Drawings;
     Canvas* m_canvas;
     QPlainTextEdit* History;
-    QLabel* m_prompt;
+    PromptLabel* m_prompt;
     QLineEdit* m_line;
     QLabel* Coordinates;
     int m_dialogs = 0;

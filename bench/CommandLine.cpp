@@ -46,6 +46,7 @@ bool CommandLine::pick(const dwg::Point3& point)
 {
     if (!m_command || !m_command->prompt().takesPoint)
         return false;
+    m_workshop.front().write(prompt().text);
     Answer answer;
     answer.point = point;
     m_paused = false;

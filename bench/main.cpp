@@ -1,12 +1,12 @@
 #include "BenchWindow.h"
 #include "HostServer.h"
 
+#include "controls/ProgramStyle.h"
 #include "controls/TextBytes.h"
 #include "platform/LocalHosts.h"
 
 #include <QApplication>
 #include <QSocketNotifier>
-#include <QStyleFactory>
 
 #include <cstdio>
 
@@ -15,7 +15,7 @@ int main(int argc, char** argv)
     const int endRequests = zv::openEndRequests();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zelvora Bench"));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setStyle(new zv::ProgramStyle);
     QApplication::setQuitOnLastWindowClosed(false);
 
     zv::bench::BenchWindow window;

@@ -228,6 +228,13 @@ TEST_F(BenchProgram, OthersAreBusyWhileACallWaits)
     EXPECT_EQ(prompt(), QStringLiteral("Command:"));
 }
 
+TEST_F(BenchProgram, ALongPromptDoesNotWidenTheWindow)
+{
+    const int narrowest = window->minimumSizeHint().width();
+    window->findChild<QLabel*>(QStringLiteral("Prompt"))->setText(QString(400, QLatin1Char('x')));
+    EXPECT_LE(window->minimumSizeHint().width(), narrowest + 40);
+}
+
 TEST_F(BenchProgram, SendCommandReturnsAsSoonAsAPromptWaits)
 {
     const std::string path = makeRing(1);

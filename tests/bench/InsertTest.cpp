@@ -38,6 +38,13 @@ TEST_F(Insert, ScriptedScalesLeavePointAndRotationToTheUser)
     EXPECT_EQ(layerName(drawing().document(), block->entities.at(0).layer), "Steel");
 }
 
+TEST_F(Insert, APickedPointLeavesItsPromptInTheHistory)
+{
+    line.type("_.-insert\r" + makeBolt() + "\r");
+    line.pick({3, 4, 0});
+    EXPECT_EQ(history.back(), "Specify insertion point or [Scale/X/Y/Z/Rotate]:");
+}
+
 TEST_F(Insert, TypedExplodedInsertionPutsThePartsAtThePoint)
 {
     line.type("_.-insert\r*" + makeBolt() + "\r10,5,0\r2\r");
