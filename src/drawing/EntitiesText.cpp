@@ -1,5 +1,6 @@
 #include "drawing/EntityRecord.h"
 #include "drawing/ExtendedData.h"
+#include "drawing/TextFlags.h"
 
 #include <algorithm>
 
@@ -45,19 +46,8 @@ void readTextLineR14(RecordReader& in, TextLine& text)
     text.vertical = verticalAlign(in.bitShort());
 }
 
-/// From R2000 on a byte of flags tells which fields are left out because they have their usual value.
 void readTextLineR2000(RecordReader& in, TextLine& text)
 {
-    enum : unsigned {
-        kNoElevation = 1,
-        kNoAlignment = 2,
-        kNoOblique = 4,
-        kNoRotation = 8,
-        kNoWidth = 16,
-        kNoGeneration = 32,
-        kNoHorizontal = 64,
-        kNoVertical = 128
-    };
     const unsigned left = in.rawChar();
     const double elevation = (left & kNoElevation) != 0 ? 0 : in.rawDouble();
     const Point2 insertion = in.rawPoint2();

@@ -1,5 +1,6 @@
 #include "drawing/HeaderVariables.h"
 
+#include "drawing/Container.h"
 #include "drawing/SectionReader.h"
 
 namespace zv::dwg {
@@ -311,6 +312,15 @@ Result<HeaderSection> readHeaderVariables(std::span<const std::byte> section, Ve
     if (!opened->ok())
         return Error{ErrorCode::Damaged, "the header variables are cut short"};
     return out;
+}
+
+Result<HeaderSection> readHeaderVariables(const Container& container)
+{
+    const auto section = container.section(Section::Header);
+    if (!section)
+        return section.error();
+    return readHeaderVariables(*section, container.version(), container.maintenanceVersion(),
+                               container.codePage());
 }
 
 } // namespace zv::dwg

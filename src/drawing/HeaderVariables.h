@@ -8,6 +8,8 @@
 
 namespace zv::dwg {
 
+class Container;
+
 /// The objects that the header variables name, 0 where there is none: the tables' control objects,
 /// dictionaries, and the two linetypes that stand for "as the layer" and "as the block".
 struct HeaderHandles {
@@ -26,5 +28,7 @@ struct HeaderSection {
 /// `maintenance` is the file's maintenance version. Errors: Damaged.
 Result<HeaderSection> readHeaderVariables(std::span<const std::byte> section, Version version,
                                           int maintenance, int codePage);
+/// The same of an open drawing. Errors: as Container::section too.
+Result<HeaderSection> readHeaderVariables(const Container& container);
 
 } // namespace zv::dwg

@@ -6,18 +6,9 @@ namespace {
 
 constexpr unsigned kFewestHandleBits = 8;
 
-/// Flags as the file has them, as MLineStyle names them.
-std::uint32_t styleFlags(unsigned stored)
-{
-    constexpr std::pair<unsigned, std::uint32_t> kPairs[] = {{1, 2},   {2, 1},     {16, 16},    {32, 64},
-                                                             {64, 32}, {256, 256}, {512, 1024}, {1024, 512}};
-    std::uint32_t flags = 0;
-    for (const auto& [from, to] : kPairs) {
-        if ((stored & from) != 0)
-            flags |= to;
-    }
-    return flags;
-}
+/// Flags of a multiline style: as the file has them, and as MLineStyle names them.
+constexpr std::pair<unsigned, std::uint32_t> kStyleFlags[] = {{1, 2},   {2, 1},     {16, 16},    {32, 64},
+                                                              {64, 32}, {256, 256}, {512, 1024}, {1024, 512}};
 
 /// How a layout is printed.
 void readPlotSettings(RecordReader& in, Layout& layout)
@@ -54,6 +45,22 @@ void readPlotSettings(RecordReader& in, Layout& layout)
 
 } // namespace
 
+std::uint32_t mlineStyleFlags(unsigned stored)
+{
+    std::uint32_t flags = 0;
+    for (const auto& [inFile, named] : kStyleFlags)
+        flags |= (stored & inFile) != 0 ? named : 0;
+    return flags;
+}
+
+unsigned storedMLineStyleFlags(std::uint32_t flags)
+{
+    unsigned stored = 0;
+    for (const auto& [inFile, named] : kStyleFlags)
+        stored |= (flags & named) != 0 ? inFile : 0;
+    return stored;
+}
+
 Dictionary readDictionary(RecordReader& in)
 {
     readObjectHeader(in);
@@ -79,7 +86,7 @@ MLineStyleRecord readMLineStyle(RecordReader& in)
     style.handle = readObjectHeader(in).handle;
     style.name = in.text();
     in.text(); // Description.
-    style.flags = styleFlags(static_cast<std::uint16_t>(in.bitShort()));
+    style.flags = mlineStyleFlags(static_cast<std::uint16_t>(in.bitShort()));
     style.fill = in.color();
     style.startAngle = in.bitDouble();
     style.endAngle = in.bitDouble();

@@ -214,11 +214,7 @@ std::optional<Properties> parsePropertiesRecord(std::span<const std::byte> data,
 
 Result<std::optional<Properties>> readPropertiesRecord(const Container& container)
 {
-    const auto headerBytes = container.section(Section::Header);
-    if (!headerBytes)
-        return headerBytes.error();
-    const auto header = readHeaderVariables(*headerBytes, container.version(), container.maintenanceVersion(),
-                                            container.codePage());
+    const auto header = readHeaderVariables(container);
     if (!header)
         return header.error();
     const auto map = container.section(Section::ObjectMap);

@@ -186,10 +186,18 @@ public:
     }
     void shape(const Leader& l) { all(l.points).add(l.arrow).add(l.splined).add(l.normal); }
     void shape(const MultiLeader&) {}
-    void shape(const MLine&) {}
+    void shape(const MLine& m)
+    {
+        add(m.scale).add(m.justification).add(m.normal).add(m.closed).add(m.noStartCap).add(m.noEndCap);
+        for (const MLineVertex& vertex : m.vertices) {
+            add(vertex.position).add(vertex.direction).add(vertex.miter);
+            for (const auto& element : vertex.elements)
+                all(element);
+        }
+    }
     void shape(const Wipeout& w)
     {
-        add(w.insertion).add(w.uVector).add(w.vVector).add(w.pixels).all(w.clip).add(w.image);
+        add(w.insertion).add(w.uVector).add(w.vVector).add(w.pixels).all(w.clip).add(w.image).add(w.frame);
     }
     void shape(const Viewport& v)
     {

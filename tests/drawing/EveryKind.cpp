@@ -78,8 +78,8 @@ void addPolylines(std::vector<Entity>& out)
     light.vertices = {{{0, 0, 0}, 0.5}, {{10, 0, 0}, 0, 1, 2}, {{10, 10, 0}}};
     light.closed = true;
     light.elevation = 3;
-        for (PolylineVertex& vertex : light.vertices)
-            vertex.position.z = 3;
+    for (PolylineVertex& vertex : light.vertices)
+        vertex.position.z = 3;
     out.push_back(entityOf(light));
     Polyline heavy = light;
     heavy.lightweight = false;
@@ -142,6 +142,21 @@ void addFaces(std::vector<Entity>& out)
     wipeout.pixels = {1, 1};
     wipeout.clip = {{-0.5, -0.5}, {0.5, -0.5}, {0.5, 0.5}, {-0.5, -0.5}};
     out.push_back(entityOf(wipeout));
+}
+
+void addMLines(std::vector<Entity>& out)
+{
+    MLine line;
+    line.style = kWallStyle;
+    line.scale = 2;
+    line.justification = 1;
+    line.noEndCap = true;
+    line.vertices = {{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {{1, 0}, {0.5, 0}, {0}}},
+                     {{9, 0, 0}, {0, 1, 0}, {-0.7, 0.7, 0}, {{1.4, 0, 3, 4}, {0.7, 0}, {0}}}};
+    out.push_back(entityOf(line));
+    line.closed = true;
+    line.noEndCap = false;
+    out.push_back(entityOf(line));
 }
 
 void addDimensions(std::vector<Entity>& out)
@@ -226,6 +241,14 @@ void addTablesOf(Document& document)
     notes.bold = true;
     notes.widthFactor = 0.9;
     document.textStyles.push_back(notes);
+    MLineStyle wallLine;
+    wallLine.handle = kWallStyle;
+    wallLine.name = u"WALL";
+    wallLine.flags = 1 | 16 | 1024;
+    wallLine.fill = {Color::Kind::Index, 30, 0};
+    wallLine.endAngle = 1;
+    wallLine.elements = {{0.5, {}, 0}, {0, {Color::Kind::Index, 1, 0}, kDashed}, {-0.5, {}, 0}};
+    document.mlineStyles.push_back(wallLine);
 }
 
 void addBlocks(Document& document)
@@ -275,6 +298,7 @@ Document everyKind()
     addPolylines(space.entities);
     addTexts(space.entities);
     addFaces(space.entities);
+    addMLines(space.entities);
     addDimensions(space.entities);
     addInserts(space);
     Entity& styled = space.entities.front();

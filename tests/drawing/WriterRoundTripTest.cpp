@@ -103,6 +103,43 @@ TEST(WriterRoundTrip, TablesComeBack)
     EXPECT_EQ(style->widthFactor, 0.9);
 }
 
+TEST(WriterRoundTrip, StylesOfMultilinesComeBack)
+{
+    const RoundTrip trip(test::everyKind());
+    const MLineStyle* style = named(trip.back.mlineStyles, u"WALL");
+    ASSERT_NE(style, nullptr);
+    EXPECT_EQ(style->handle, test::kWallStyle);
+    EXPECT_EQ(style->flags, 1u | 16u | 1024u);
+    EXPECT_EQ(style->fill.index, 30);
+    EXPECT_EQ(style->endAngle, 1);
+    ASSERT_EQ(style->elements.size(), 3u);
+    EXPECT_EQ(style->elements[0].linetype, 0u);
+    EXPECT_EQ(style->elements[1].color.index, 1);
+    EXPECT_EQ(style->elements[1].linetype, test::kDashed);
+    EXPECT_EQ(style->elements[2].offset, -0.5);
+}
+
+TEST(WriterRoundTrip, AGradientBecomesASolidFillOfTheColourInItsMiddle)
+{
+    Hatch gradient;
+    gradient.gradient = true;
+    gradient.loops.push_back({3, {}, {{{0, 0, 0}}, {{4, 0, 0}}, {{4, 4, 0}}}, true});
+    gradient.gradientColor1 = {Color::Kind::True, 0, 0xFF0000};
+    gradient.gradientColor2 = {Color::Kind::Index, 2, 0}; // yellow
+    const auto colorOf = [](const Hatch& hatch) {
+        const RoundTrip trip(test::documentOf(hatch));
+        const Entity& entity = trip.back.blocks[trip.back.modelSpace].entities.front();
+        const auto* back = std::get_if<Hatch>(&entity.geometry);
+        EXPECT_TRUE(back != nullptr && back->solid && !back->gradient && back->loops.size() == 1);
+        return entity.color;
+    };
+    EXPECT_EQ(colorOf(gradient).index, 30) << "orange";
+    gradient.gradientOneColor = true;
+    EXPECT_EQ(colorOf(gradient).index, 1) << "a single colour stands for itself";
+    gradient.gradientColor1 = {};
+    EXPECT_EQ(colorOf(gradient).kind, Color::Kind::ByLayer);
+}
+
 TEST(WriterRoundTrip, BlocksKeepTheirBasePointDescriptionAndReference)
 {
     const RoundTrip trip(test::everyKind());

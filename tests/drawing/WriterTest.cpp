@@ -81,14 +81,24 @@ TEST(Writer, RefusesADimensionWithoutItsBlock)
     EXPECT_FALSE(writeDocument(test::documentOf(Dimension{}), {}).ok());
 }
 
-TEST(Writer, RefusesAGradientHatchAndAnImage)
+TEST(Writer, RefusesAnImage)
 {
-    Hatch gradient;
-    gradient.gradient = true;
-    EXPECT_FALSE(writeDocument(test::documentOf(gradient), {}).ok());
     Wipeout image;
     image.image = true;
     EXPECT_FALSE(writeDocument(test::documentOf(image), {}).ok());
+}
+
+TEST(Writer, RefusesAMultilineWithoutItsStyle)
+{
+    EXPECT_EQ(writeDocument(test::documentOf(MLine{}), {}).error().text,
+              "an MLINE without its style cannot be written");
+}
+
+TEST(Writer, RefusesAMultileaderByItsName)
+{
+    Document document = test::documentOf(MultiLeader{});
+    document.blocks.front().entities.front().kind = "MULTILEADER";
+    EXPECT_EQ(writeDocument(document, {}).error().text, "MULTILEADER cannot be written");
 }
 
 TEST(Writer, RefusesMoreThanTenCustomProperties)

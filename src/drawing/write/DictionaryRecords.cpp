@@ -1,5 +1,7 @@
 #include "drawing/write/TableRecords.h"
 
+#include "drawing/ObjectRecords.h"
+
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -13,7 +15,7 @@ using Entries = std::vector<std::pair<Text, Handle>>;
 Record dictionaryRecord(int type, Handle handle, Handle owner, Entries entries)
 {
     Record record(type, handle);
-    record.beginObject(owner, owner);
+    record.beginObject(owner, owner == 0 ? std::vector<Handle>() : std::vector{owner});
     record.fields.bitLong(static_cast<std::int32_t>(entries.size()));
     record.fields.bitShort(1);
     record.fields.rawChar(0);
@@ -25,22 +27,34 @@ Record dictionaryRecord(int type, Handle handle, Handle owner, Entries entries)
     return record;
 }
 
+/// Elements of a multiline style tell their linetype as its place in the table, as addTables writes it.
+int linetypePlace(const Plan& plan, Handle linetype)
+{
+    if (linetype == 0 || linetype == plan.byLayer)
+        return kPlaceByLayer;
+    if (linetype == plan.byBlock)
+        return kPlaceByBlock;
+    const std::vector<Handle> order = linetypeOrder(plan);
+    const auto found = std::find(order.begin(), order.end(), linetype);
+    return found == order.end() ? kPlaceByLayer : static_cast<int>(found - order.begin());
+}
+
 void addMLineStyle(ObjectStream& objects, const Plan& plan, const MLineStyle& style)
 {
     Record record(kMlinestyle, style.handle);
-    record.beginObject(plan.mlineStyles, plan.mlineStyles);
+    record.beginObject(plan.mlineStyles, {plan.mlineStyles});
     BitWriter& fields = record.fields;
     fields.text(encodeText(style.name));
     fields.text({});
-    fields.bitShort(static_cast<std::int16_t>(style.flags));
+    fields.bitShort(static_cast<std::int16_t>(storedMLineStyleFlags(style.flags)));
     fields.bitShort(colorIndex(style.fill));
     fields.bitDouble(style.startAngle);
     fields.bitDouble(style.endAngle);
-    fields.rawChar(static_cast<std::uint8_t>(std::min<std::size_t>(style.elements.size(), 16)));
-    for (std::size_t i = 0; i < style.elements.size() && i < 16; ++i) {
-        fields.bitDouble(style.elements[i].offset);
-        fields.bitShort(colorIndex(style.elements[i].color));
-        fields.bitShort(32767); // ByLayer.
+    fields.rawChar(static_cast<std::uint8_t>(style.elements.size()));
+    for (const MLineStyleElement& element : style.elements) {
+        fields.bitDouble(element.offset);
+        fields.bitShort(colorIndex(element.color));
+        fields.bitShort(static_cast<std::int16_t>(linetypePlace(plan, element.linetype)));
     }
     objects.add(record);
 }
@@ -73,7 +87,7 @@ void writePlotSettings(BitWriter& fields, const Layout& layout)
 void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
 {
     Record record(kLayout, layout.handle);
-    record.beginObject(plan.layouts, plan.layouts);
+    record.beginObject(plan.layouts, {plan.layouts});
     BitWriter& fields = record.fields;
     writePlotSettings(fields, layout);
     fields.text(encodeText(layout.name));
@@ -82,11 +96,7 @@ void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
     fields.bitPoint3({0, 0, 0});
     fields.rawPoint2(layout.limitsMin);
     fields.rawPoint2(layout.limitsMax);
-    fields.bitPoint3({0, 0, 0});
-    fields.bitPoint3({1, 0, 0});
-    fields.bitPoint3({0, 1, 0});
-    fields.bitDouble(0);
-    fields.bitShort(0);
+    writeWorldCoordinates(fields);
     fields.bitPoint3(layout.extentsMin);
     fields.bitPoint3(layout.extentsMax);
     record.handles.handle(kSoftPointer, layout.block);
@@ -152,7 +162,7 @@ Result<Record> propertiesRecord(Handle handle, Handle dictionary, const Properti
     if (!whole)
         return Error{ErrorCode::Unsupported, kPropertyTooLong};
     Record record(kXrecord, handle);
-    record.beginObject(dictionary, dictionary);
+    record.beginObject(dictionary, {dictionary});
     record.fields.bitLong(static_cast<std::int32_t>(data.size()));
     record.fields.rawBytes(data);
     record.fields.bitShort(1);
@@ -179,7 +189,7 @@ Result<void> addDictionaries(ObjectStream& objects, const Plan& plan,
     plotStyles.handles.handle(kHardPointer, plan.placeholder);
     objects.add(plotStyles);
     Record placeholder(kPlaceholder, plan.placeholder);
-    placeholder.beginObject(plan.plotStyles, plan.plotStyles);
+    placeholder.beginObject(plan.plotStyles, {plan.plotStyles});
     objects.add(placeholder);
 
     Entries styles, layouts;

@@ -14,6 +14,19 @@ struct Place {
     Handle previous = 0, next = 0;
 };
 
+/// The colour that stands for a gradient: halfway between its two where both are colours of their own.
+Color middleColor(const Hatch& hatch)
+{
+    const auto first = trueColor(hatch.gradientColor1), second = trueColor(hatch.gradientColor2);
+    if (hatch.gradientOneColor || !first || !second)
+        return hatch.gradientColor1;
+    Color middle;
+    middle.kind = Color::Kind::True;
+    for (const unsigned shift : {0u, 8u, 16u})
+        middle.rgb |= ((*first >> shift & 0xFF) + (*second >> shift & 0xFF)) / 2 << shift;
+    return middle;
+}
+
 class EntityRecords {
 public:
     EntityRecords(ObjectStream& objects, Plan& plan) : m_objects(objects), m_plan(plan) {}
@@ -79,9 +92,15 @@ private:
         return std::visit([&](const auto& shape) { return add(entity, place, shape); }, entity.geometry);
     }
 
-    /// Kinds that are one record without parts.
     template <class ShapeType>
     Result<void> add(const Entity& entity, const Place& place, const ShapeType& shape)
+    {
+        return addOne(entity, place, shape);
+    }
+
+    /// Kinds that are one record without parts.
+    template <class ShapeType>
+    Result<void> addOne(const Entity& entity, const Place& place, const ShapeType& shape)
     {
         const int type = recordType(shape);
         if (type == 0)
@@ -129,6 +148,14 @@ private:
         }
         addSequenceEnd(entity, end);
         return {};
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Hatch& hatch)
+    {
+        Entity filled = entity;
+        if (hatch.gradient)
+            filled.color = middleColor(hatch);
+        return addOne(filled, place, hatch);
     }
 
     Result<void> add(const Entity& entity, const Place& place, const Attribute& definition)

@@ -117,7 +117,7 @@ std::string previewSection(const Pixels* preview, std::uint32_t offset)
     return begin + size + content + end;
 }
 
-std::string classesSection(bool wipeouts)
+std::string classesSection(int highestType)
 {
     struct Class {
         int number, flags;
@@ -133,8 +133,9 @@ std::string classesSection(bool wipeouts)
     };
     BitWriter fields;
     for (const Class& each : kClasses) {
-        if (each.number == kWipeout && !wipeouts)
-            continue;
+        // Readers find a class by its place, so none may be left out before another.
+        if (each.number > highestType)
+            break;
         fields.bitShort(static_cast<std::int16_t>(each.number));
         fields.bitShort(static_cast<std::int16_t>(each.flags));
         fields.text(each.application);

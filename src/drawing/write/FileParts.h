@@ -33,8 +33,8 @@ inline constexpr std::uint32_t kFileHeadSize = 97;
 std::string auxiliaryHeader(Handle seed, JulianTime saved);
 /// The preview section as it stands at `offset`; without a picture when `preview` is null.
 std::string previewSection(const Pixels* preview, std::uint32_t offset);
-/// The class table; with the class of wipeouts when `wipeouts`.
-std::string classesSection(bool wipeouts);
+/// The class table, with the classes up to that of `highestType`, the highest type of any object.
+std::string classesSection(int highestType);
 /// The object map of objects that begin at `base`.
 std::string objectMap(const std::map<Handle, std::uint32_t>& places, std::uint32_t base);
 /// The copy of the file's head that stands behind the object map.

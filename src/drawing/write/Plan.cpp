@@ -18,6 +18,13 @@ Handle Plan::give(Handle wanted)
     return m_next++;
 }
 
+const MLineStyle* Plan::mlineStyle(Handle handle) const
+{
+    const auto found = std::find_if(document.mlineStyles.begin(), document.mlineStyles.end(),
+                                    [&](const MLineStyle& style) { return style.handle == handle; });
+    return found == document.mlineStyles.end() ? nullptr : &*found;
+}
+
 namespace {
 bool sameName(const Text& a, std::u16string_view b)
 {
@@ -337,6 +344,16 @@ std::int16_t colorIndex(const Color& color)
         }
     }
     return static_cast<std::int16_t>(best);
+}
+
+std::optional<std::uint32_t> trueColor(const Color& color)
+{
+    if (color.kind == Color::Kind::True)
+        return color.rgb & 0xFFFFFF;
+    if (color.kind != Color::Kind::Index || color.index < 1 || color.index > 255)
+        return {};
+    const Rgb rgb = indexed(color.index);
+    return static_cast<std::uint32_t>(rgb.r << 16 | rgb.g << 8 | rgb.b);
 }
 
 } // namespace zv::dwg

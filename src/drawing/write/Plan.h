@@ -3,6 +3,7 @@
 #include "drawing/Document.h"
 #include "platform/Result.h"
 
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -46,6 +47,8 @@ struct Plan {
         return m_dimensionStyles.count(handle) ? handle : standardDimensionStyle;
     }
     bool hasBlock(Handle handle) const { return m_blocks.count(handle) != 0; }
+    /// The style, or null.
+    const MLineStyle* mlineStyle(Handle handle) const;
     BlockPlan* blockOf(Handle handle)
     {
         const auto found = m_blocks.find(handle);
@@ -66,5 +69,7 @@ Result<Plan> makePlan(const Document& document);
 std::uint8_t lineweightIndex(int lineweight);
 /// The colour as an AutoCAD colour index, 0 ByBlock and 256 ByLayer; a true colour becomes its nearest index.
 std::int16_t colorIndex(const Color& color);
+/// The colour as red, green and blue, 0xRRGGBB; none of ByLayer and ByBlock.
+std::optional<std::uint32_t> trueColor(const Color& color);
 
 } // namespace zv::dwg

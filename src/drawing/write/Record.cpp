@@ -13,11 +13,11 @@ void Record::extendedData(Handle application, const std::string& bytes)
     m_extended.rawBytes(bytes);
 }
 
-void Record::beginObject(Handle owner, Handle reactor)
+void Record::beginObject(Handle owner, const std::vector<Handle>& reactors)
 {
-    fields.bitLong(reactor != 0 ? 1 : 0);
+    fields.bitLong(static_cast<std::int32_t>(reactors.size()));
     handles.handle(kSoftPointer, owner);
-    if (reactor != 0)
+    for (const Handle reactor : reactors)
         handles.handle(kSoftPointer, reactor);
     handles.handle(kHardOwner, 0);
 }
@@ -41,6 +41,15 @@ std::string Record::framed() const
     framed += all.bytes();
     putShort(framed, checkCode(framed));
     return framed;
+}
+
+void writeWorldCoordinates(BitWriter& fields)
+{
+    fields.bitPoint3({0, 0, 0});
+    fields.bitPoint3({1, 0, 0});
+    fields.bitPoint3({0, 1, 0});
+    fields.bitDouble(0);
+    fields.bitShort(0);
 }
 
 namespace {

@@ -2,8 +2,10 @@
 
 #include "drawing/write/BitWriter.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace zv::dwg {
 
@@ -16,11 +18,12 @@ public:
     /// `type` is a fixed object type or, from 500, the number of a class.
     Record(int type, Handle handle) : m_type(type), m_handle(handle) {}
 
+    int type() const { return m_type; }
     Handle handle() const { return m_handle; }
     /// Extended data of a registered application, as its raw bytes.
     void extendedData(Handle application, const std::string& bytes);
     /// Starts what every object that is no entity has: owner, reactors, extension dictionary.
-    void beginObject(Handle owner, Handle reactor = 0);
+    void beginObject(Handle owner, const std::vector<Handle>& reactors = {});
     /// The record as it stands in the file: its length, its bits, its check code.
     std::string framed() const;
 
@@ -109,13 +112,18 @@ enum RecordType {
 struct ObjectStream {
     std::string bytes;
     std::map<Handle, std::uint32_t> places; ///< From the first byte of this stream.
+    int highestType = 0;
 
     void add(const Record& record)
     {
         places[record.handle()] = static_cast<std::uint32_t>(bytes.size());
+        highestType = std::max(highestType, record.type());
         bytes += record.framed();
     }
 };
+
+/// The user's coordinates that an object keeps, which are the world's: origin, axes, elevation, kind of view.
+void writeWorldCoordinates(BitWriter& fields);
 
 inline constexpr int kAnsi1252 = 30; ///< The number that files give this code page.
 

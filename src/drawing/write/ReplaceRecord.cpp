@@ -212,11 +212,7 @@ std::size_t locatorAt(std::string_view file, int part)
 Result<std::string> replacePropertiesRecord(std::string_view file, const Container& container,
                                             const Properties& properties)
 {
-    const auto headerBytes = container.section(Section::Header);
-    if (!headerBytes)
-        return headerBytes.error();
-    const auto header = readHeaderVariables(*headerBytes, container.version(), container.maintenanceVersion(),
-                                            container.codePage());
+    const auto header = readHeaderVariables(container);
     if (!header)
         return header.error();
     const auto mapBytes = container.section(Section::ObjectMap);

@@ -1,5 +1,7 @@
 #include "drawing/write/ShapeFields.h"
 
+#include "drawing/TextFlags.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -76,9 +78,13 @@ int recordType(const Ray& ray)
 {
     return ray.bothWays ? kXline : kRay;
 }
-int recordType(const Hatch& hatch)
+int recordType(const Hatch&)
 {
-    return hatch.gradient ? 0 : kHatch;
+    return kHatch;
+}
+int recordType(const MLine&)
+{
+    return kMline;
 }
 int recordType(const Wipeout& wipeout)
 {
@@ -205,28 +211,16 @@ Result<void> writeShape(Record& out, const Plan&, const Spline& spline)
 }
 
 namespace {
-/// Fields of TEXT that are left out when they have their usual value; a set bit says left out.
-enum TextFlags {
-    kNoElevation = 1,
-    kNoAlignment = 2,
-    kNoOblique = 4,
-    kNoRotation = 8,
-    kNoWidth = 16,
-    kNoGeneration = 32,
-    kNoHorizontal = 64,
-    kNoVertical = 128
-};
-
 void writeTextLine(Record& out, const Plan& plan, const TextLine& text)
 {
     BitWriter& fields = out.fields;
     const bool aligned = text.horizontal != HorizontalAlign::Left || text.vertical != VerticalAlign::Baseline;
     const int generation = (text.backward ? 2 : 0) | (text.upsideDown ? 4 : 0);
-    const int left = (text.insertion.z == 0 ? kNoElevation : 0) | (aligned ? 0 : kNoAlignment) |
-                     (text.oblique == 0 ? kNoOblique : 0) | (text.rotation == 0 ? kNoRotation : 0) |
-                     (text.widthFactor == 1 ? kNoWidth : 0) | (generation == 0 ? kNoGeneration : 0) |
-                     (text.horizontal == HorizontalAlign::Left ? kNoHorizontal : 0) |
-                     (text.vertical == VerticalAlign::Baseline ? kNoVertical : 0);
+    const unsigned left = (text.insertion.z == 0 ? kNoElevation : 0u) | (aligned ? 0u : kNoAlignment) |
+                          (text.oblique == 0 ? kNoOblique : 0u) | (text.rotation == 0 ? kNoRotation : 0u) |
+                          (text.widthFactor == 1 ? kNoWidth : 0u) | (generation == 0 ? kNoGeneration : 0u) |
+                          (text.horizontal == HorizontalAlign::Left ? kNoHorizontal : 0u) |
+                          (text.vertical == VerticalAlign::Baseline ? kNoVertical : 0u);
     fields.rawChar(static_cast<std::uint8_t>(left));
     if ((left & kNoElevation) == 0)
         fields.rawDouble(text.insertion.z);
@@ -505,35 +499,6 @@ Result<void> writeShape(Record& out, const Plan& plan, const Leader& leader)
     return {};
 }
 
-Result<void> writeShape(Record& out, const Plan&, const Wipeout& wipeout)
-{
-    BitWriter& fields = out.fields;
-    fields.bitLong(0);
-    fields.bitPoint3(wipeout.insertion);
-    fields.bitPoint3(wipeout.uVector);
-    fields.bitPoint3(wipeout.vVector);
-    fields.rawPoint2(wipeout.pixels);
-    fields.bitShort(7);
-    fields.bit(true);
-    fields.rawChar(50);
-    fields.rawChar(50);
-    fields.rawChar(0);
-    if (wipeout.clip.size() > 2) {
-        fields.bitShort(2);
-        fields.bitLong(static_cast<std::int32_t>(wipeout.clip.size()));
-        for (const Point2& point : wipeout.clip)
-            fields.rawPoint2(point);
-    } else {
-        fields.bitShort(1);
-        fields.rawPoint2(wipeout.clip.size() == 2 ? wipeout.clip[0] : Point2{-0.5, -0.5});
-        fields.rawPoint2(wipeout.clip.size() == 2 ? wipeout.clip[1]
-                                                  : Point2{wipeout.pixels.x - 0.5, wipeout.pixels.y - 0.5});
-    }
-    out.handles.handle(kHardPointer, 0);
-    out.handles.handle(kHardOwner, 0);
-    return {};
-}
-
 Result<void> writeShape(Record& out, const Plan&, const Viewport& viewport)
 {
     BitWriter& fields = out.fields;
@@ -559,11 +524,7 @@ Result<void> writeShape(Record& out, const Plan&, const Viewport& viewport)
     fields.rawChar(0);
     fields.bit(false);
     fields.bit(true);
-    fields.bitPoint3({0, 0, 0});
-    fields.bitPoint3({1, 0, 0});
-    fields.bitPoint3({0, 1, 0});
-    fields.bitDouble(0);
-    fields.bitShort(0);
+    writeWorldCoordinates(fields);
     for (int i = 0; i < 4; ++i)
         out.handles.handle(kHardPointer, 0);
     return {};

@@ -1,4 +1,4 @@
-// Dimensions and hatches, the shapes with the most fields.
+// Dimensions, hatches, multilines and wipeouts, the shapes with the most fields.
 #include "drawing/write/ShapeFields.h"
 
 #include <algorithm>
@@ -179,17 +179,87 @@ Result<void> writeShape(Record& out, const Plan&, const Hatch& hatch)
     BitWriter& fields = out.fields;
     fields.bitDouble(hatch.elevation);
     fields.bitPoint3(hatch.normal);
-    fields.text(encodeText(hatch.pattern));
-    fields.bit(hatch.solid);
+    // A gradient is a solid fill here.
+    const bool solid = hatch.solid || hatch.gradient;
+    fields.text(hatch.gradient ? "SOLID" : encodeText(hatch.pattern));
+    fields.bit(solid);
     fields.bit(false);
     fields.bitLong(static_cast<std::int32_t>(hatch.loops.size()));
     for (const HatchLoop& loop : hatch.loops)
         writeHatchLoop(fields, loop);
     fields.bitShort(static_cast<std::int16_t>(hatch.style));
     fields.bitShort(1);
-    if (!hatch.solid)
+    if (!solid)
         writeHatchPattern(fields, hatch);
     fields.bitLong(0); // Seed points.
+    return {};
+}
+
+Result<void> writeShape(Record& out, const Plan& plan, const MLine& line)
+{
+    const MLineStyle* style = plan.mlineStyle(line.style);
+    if (style == nullptr)
+        return Error{ErrorCode::Unsupported, "an MLINE without its style cannot be written"};
+    if (line.vertices.size() > INT16_MAX)
+        return Error{ErrorCode::Unsupported, "an MLINE of so many vertices cannot be written"};
+    constexpr int kOpen = 1, kClosed = 3, kNoStartCap = 4, kNoEndCap = 8;
+    const std::size_t elements = style->elements.size();
+    BitWriter& fields = out.fields;
+    fields.bitDouble(line.scale);
+    fields.rawChar(static_cast<std::uint8_t>(line.justification));
+    fields.bitPoint3(line.vertices.empty() ? Point3{} : line.vertices.front().position);
+    fields.bitPoint3(line.normal);
+    fields.bitShort(static_cast<std::int16_t>((line.closed ? kClosed : kOpen) |
+                                              (line.noStartCap ? kNoStartCap : 0) |
+                                              (line.noEndCap ? kNoEndCap : 0)));
+    fields.rawChar(static_cast<std::uint8_t>(elements));
+    fields.bitShort(static_cast<std::int16_t>(line.vertices.size()));
+    const auto distances = [&](const std::vector<std::vector<double>>& all, std::size_t element) {
+        static const std::vector<double> kNone;
+        const std::vector<double>& each = element < all.size() ? all[element] : kNone;
+        fields.bitShort(static_cast<std::int16_t>(each.size()));
+        for (const double distance : each)
+            fields.bitDouble(distance);
+    };
+    for (const MLineVertex& vertex : line.vertices) {
+        fields.bitPoint3(vertex.position);
+        fields.bitPoint3(vertex.direction);
+        fields.bitPoint3(vertex.miter);
+        for (std::size_t element = 0; element < elements; ++element) {
+            distances(vertex.elements, element);
+            fields.bitShort(0); // Of the fill.
+        }
+    }
+    out.handles.handle(kHardPointer, line.style);
+    return {};
+}
+
+Result<void> writeShape(Record& out, const Plan&, const Wipeout& wipeout)
+{
+    BitWriter& fields = out.fields;
+    fields.bitLong(0);
+    fields.bitPoint3(wipeout.insertion);
+    fields.bitPoint3(wipeout.uVector);
+    fields.bitPoint3(wipeout.vVector);
+    fields.rawPoint2(wipeout.pixels);
+    fields.bitShort(wipeout.frame ? 7 : 6);
+    fields.bit(true);
+    fields.rawChar(50);
+    fields.rawChar(50);
+    fields.rawChar(0);
+    if (wipeout.clip.size() > 2) {
+        fields.bitShort(2);
+        fields.bitLong(static_cast<std::int32_t>(wipeout.clip.size()));
+        for (const Point2& point : wipeout.clip)
+            fields.rawPoint2(point);
+    } else {
+        fields.bitShort(1);
+        fields.rawPoint2(wipeout.clip.size() == 2 ? wipeout.clip[0] : Point2{-0.5, -0.5});
+        fields.rawPoint2(wipeout.clip.size() == 2 ? wipeout.clip[1]
+                                                  : Point2{wipeout.pixels.x - 0.5, wipeout.pixels.y - 0.5});
+    }
+    out.handles.handle(kHardPointer, 0);
+    out.handles.handle(kHardOwner, 0);
     return {};
 }
 

@@ -172,11 +172,7 @@ void addActiveVport(ObjectStream& objects, const Plan& plan)
     fields.rawPoint2({0.5, 0.5});
     fields.bit(false);
     fields.bit(true);
-    fields.bitPoint3({0, 0, 0});
-    fields.bitPoint3({1, 0, 0});
-    fields.bitPoint3({0, 1, 0});
-    fields.bitDouble(0);
-    fields.bitShort(0);
+    writeWorldCoordinates(fields);
     for (int i = 0; i < 3; ++i)
         record.handles.handle(kHardPointer, 0);
     objects.add(record);
@@ -323,6 +319,13 @@ void DimensionVariables::writeHandles(BitWriter& handles) const
         handles.handle(kHardPointer, 0); // Blocks in place of arrows.
 }
 
+std::vector<Handle> linetypeOrder(const Plan& plan)
+{
+    std::vector<Handle> linetypes = handlesOf(plan.document.linetypes);
+    std::erase_if(linetypes, [&](Handle handle) { return handle == plan.byBlock || handle == plan.byLayer; });
+    return linetypes;
+}
+
 void addTables(ObjectStream& objects, const Plan& plan)
 {
     const Document& document = plan.document;
@@ -333,9 +336,8 @@ void addTables(ObjectStream& objects, const Plan& plan)
     addControl(objects, kStyleControl, plan.styleControl, handlesOf(document.textStyles));
     for (const TextStyle& style : document.textStyles)
         addStyle(objects, plan, style);
-    std::vector<Handle> linetypes = handlesOf(document.linetypes);
-    std::erase_if(linetypes, [&](Handle handle) { return handle == plan.byBlock || handle == plan.byLayer; });
-    addControl(objects, kLtypeControl, plan.linetypeControl, linetypes, {plan.byBlock, plan.byLayer});
+    addControl(objects, kLtypeControl, plan.linetypeControl, linetypeOrder(plan),
+               {plan.byBlock, plan.byLayer});
     for (const Linetype& linetype : document.linetypes)
         addLinetype(objects, plan, linetype);
     addControl(objects, kViewControl, plan.viewControl, {});

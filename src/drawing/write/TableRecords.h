@@ -9,6 +9,8 @@ namespace zv::dwg {
 
 /// Adds the control objects and the entries of all tables.
 void addTables(ObjectStream& objects, const Plan& plan);
+/// The linetypes in the order of their table; ByBlock and ByLayer stand apart.
+std::vector<Handle> linetypeOrder(const Plan& plan);
 /// Adds the named-object dictionary and what hangs on it; the properties' record when there are any. Errors:
 /// as propertiesRecord.
 Result<void> addDictionaries(ObjectStream& objects, const Plan& plan,

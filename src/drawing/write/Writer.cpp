@@ -4,8 +4,6 @@
 #include "drawing/write/FileParts.h"
 #include "drawing/write/TableRecords.h"
 
-#include <algorithm>
-
 namespace zv::dwg {
 
 namespace {
@@ -19,15 +17,6 @@ Result<void> check(const WriteOptions& options)
             return Error{ErrorCode::Unsupported, "a preview without pixels, or of more than 4096 x 4096"};
     }
     return {};
-}
-
-bool hasWipeouts(const Document& document)
-{
-    return std::any_of(document.blocks.begin(), document.blocks.end(), [](const BlockRecord& block) {
-        return std::any_of(block.entities.begin(), block.entities.end(), [](const Entity& entity) {
-            return std::holds_alternative<Wipeout>(entity.geometry);
-        });
-    });
 }
 
 std::string assembled(const Plan& plan, const ObjectStream& objects, const WriteOptions& options)
@@ -44,7 +33,7 @@ std::string assembled(const Plan& plan, const ObjectStream& objects, const Write
     const std::uint32_t previewOffset = at();
     body += previewSection(options.preview ? &*options.preview : nullptr, previewOffset);
     add(kHeaderPart, headerSection(plan, options.properties.value_or(Properties{}), saved));
-    add(kClassesPart, classesSection(hasWipeouts(plan.document)));
+    add(kClassesPart, classesSection(objects.highestType));
     const std::uint32_t objectsOffset = at();
     body += objects.bytes;
     add(kObjectMapPart, objectMap(objects.places, objectsOffset));
