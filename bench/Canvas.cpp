@@ -84,12 +84,17 @@ void Canvas::buildDragged()
     if (!isNew)
         return;
     m_draggedScene = dwg::buildScene(m_drawing->seen(), fonts(), {block, false});
-    const dwg::Box& bounds = m_draggedScene.bounds;
+    if (!m_scene.bounds.empty() || m_draggedScene.bounds.empty())
+        return;
+    // How far from the pointer it reaches; its base may be far from what is drawn.
+    const dwg::BlockRecord* const record = m_drawing->seen().block(block);
+    const dwg::Point2 base = record != nullptr ? dwg::flat(record->base) : dwg::Point2{};
+    const dwg::Point2 low = m_draggedScene.bounds.min - base, high = m_draggedScene.bounds.max - base;
     const dwg::Point3& scale = m_prompt.dragged->scale;
-    const double across = bounds.width() * std::abs(scale.x);
-    const double up = bounds.height() * std::abs(scale.y);
+    const double across = std::max(std::abs(low.x), std::abs(high.x)) * std::abs(scale.x);
+    const double up = std::max(std::abs(low.y), std::abs(high.y)) * std::abs(scale.y);
     const dwg::Box view = viewBox();
-    if (!m_scene.bounds.empty() || (across <= view.width() / 2 && up <= view.height() / 2))
+    if (across <= view.width() / 2 && up <= view.height() / 2)
         return;
     dwg::Box room;
     room.add(view.center() - dwg::Point2{across, up});

@@ -73,10 +73,11 @@ protected:
         return QTest::qWaitFor([&] { return prompt() == text; }, 10'000);
     }
 
-    /// A library drawing with a circle round its origin.
-    std::string makeRing(double radius)
+    /// A library drawing with a circle round its origin, to be placed by `base`.
+    std::string makeRing(double radius, dwg::Point3 base = {})
     {
         dwg::Document document = emptyDocument();
+        document.header.insertionBase = base;
         document.blocks[document.modelSpace].entities.push_back(
             newEntity(document, "CIRCLE", dwg::Circle{{0, 0, 0}, radius, 0, dwg::kZAxis}, 0));
         return folder.write("Bolt.dwg", dwg::writeDocument(document, {}).valueOr(""));
@@ -291,6 +292,15 @@ TEST_F(BenchProgram, BigBlockIsSeenWholeInAnEmptyDrawingBeforeAndAfterThePick)
     const dwg::Point3 at = std::get<dwg::Insert>(entities[0].geometry).position;
     EXPECT_GE(canvas->viewBox().max.x, at.x + 1000);
     EXPECT_GE(canvas->viewBox().max.y, at.y + 1000);
+}
+
+TEST_F(BenchProgram, BlockFarFromItsBaseIsSeenBeforeThePick)
+{
+    typeInsertion(makeRing(1, {300, 0, 0}));
+    const dwg::Point2 middle = canvas->viewBox().center();
+    QTest::mouseMove(canvas, canvas->toPixels({middle.x, middle.y, 0}).toPoint());
+    EXPECT_LE(canvas->viewBox().min.x, middle.x - 602 + 1);
+    EXPECT_TRUE(isDrawnAt(middle.x - 600, middle.y + 2));
 }
 
 TEST_F(BenchProgram, ViewOfADrawingWithContentIsTheUsersOwn)
