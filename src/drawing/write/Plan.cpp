@@ -350,7 +350,7 @@ std::optional<std::uint32_t> trueColor(const Color& color)
 {
     if (color.kind == Color::Kind::True)
         return color.rgb & 0xFFFFFF;
-    if (color.kind != Color::Kind::Index || color.index < 1 || color.index > 255)
+    if (color.kind != Color::Kind::Index || color.index == 0)
         return {};
     const Rgb rgb = indexed(color.index);
     return static_cast<std::uint32_t>(rgb.r << 16 | rgb.g << 8 | rgb.b);
