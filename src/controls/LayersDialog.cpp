@@ -1,6 +1,6 @@
 #include "controls/LayersDialog.h"
 
-#include "drawing/scene/ColorTable.h"
+#include "drawing/ColorTable.h"
 
 #include <QDialogButtonBox>
 #include <QListWidget>

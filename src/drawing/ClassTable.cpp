@@ -1,5 +1,6 @@
 #include "drawing/ClassTable.h"
 
+#include "drawing/ObjectType.h"
 #include "drawing/SectionReader.h"
 #include "platform/Text.h"
 
@@ -9,7 +10,6 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr int kFirstClass = 500;
 constexpr int kEntityClass = 0x1F2;
 
 ObjectClass readClass(RecordReader& in)
@@ -49,7 +49,7 @@ Result<ClassTable> ClassTable::read(std::span<const std::byte> section, Version 
     // Fields end on a whole byte, so that up to seven bits are left behind the last class.
     while (in.left() >= 8) {
         ObjectClass one = readClass(in);
-        if (!in.ok() || one.number < kFirstClass)
+        if (!in.ok() || one.number < objectType::kFirstClass)
             break;
         const bool last = one.number >= highest;
         table.m_classes.push_back(std::move(one));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/ObjectHeader.h"
+#include "drawing/ObjectType.h"
 
 #include <string_view>
 #include <vector>
@@ -38,19 +39,6 @@ struct EntityKind {
 const EntityKind* entityKind(int type);
 /// The kind of a class by its DXF name; null when its fields are not known.
 const EntityKind* entityKind(std::string_view className);
-
-/// Object types that are read as parts of others, or that are no entities.
-namespace objectType {
-inline constexpr int kAttrib = 0x02, kBlock = 0x04, kEndBlock = 0x05, kSeqEnd = 0x06;
-inline constexpr int kVertex2D = 0x0A, kVertex3D = 0x0B, kVertexMesh = 0x0C, kVertexPolyface = 0x0D,
-                     kPolyfaceFace = 0x0E;
-inline constexpr int kDictionary = 0x2A;
-inline constexpr int kBlockControl = 0x30, kBlockHeader = 0x31, kLayerControl = 0x32, kLayer = 0x33,
-                     kStyleControl = 0x34, kStyle = 0x35, kLinetypeControl = 0x38, kLinetype = 0x39,
-                     kDimensionStyleControl = 0x44, kDimensionStyle = 0x45, kMLineStyle = 0x49,
-                     kLayout = 0x52;
-inline constexpr int kProxyEntity = 0x1F2, kProxyObject = 0x1F3, kFirstClass = 500;
-} // namespace objectType
 
 /// A vertex of a POLYLINE of any kind.
 struct VertexRecord {

@@ -3,6 +3,7 @@
 #include "drawing/CodePage.h"
 #include "drawing/HeaderVariables.h"
 #include "drawing/ObjectHeader.h"
+#include "drawing/ObjectType.h"
 
 #include <algorithm>
 #include <map>
@@ -10,8 +11,6 @@
 namespace zv::dwg {
 
 namespace {
-
-constexpr int kDictionary = 42, kFirstClass = 500, kXrecord = 79;
 
 std::size_t bigEndian16(std::span<const std::byte> bytes, std::size_t at)
 {
@@ -235,7 +234,7 @@ Result<std::optional<Properties>> readPropertiesRecord(const Container& containe
     auto dictionary = open(header->handles.namedObjects, bytes);
     if (!dictionary)
         return dictionary.error();
-    if (!*dictionary || (**dictionary).type != kDictionary)
+    if (!*dictionary || (**dictionary).type != objectType::kDictionary)
         return Error{ErrorCode::Damaged, "the named-object dictionary is not where the object map says"};
     const Handle wanted = entryOf(**dictionary, "DWGPROPS");
     if (!(**dictionary).in.ok())
@@ -247,7 +246,7 @@ Result<std::optional<Properties>> readPropertiesRecord(const Container& containe
     if (!record)
         return record.error();
     // R13 and R14 number the kind of this record in their class table.
-    if (!*record || ((**record).type != kXrecord && (**record).type < kFirstClass))
+    if (!*record || ((**record).type != objectType::kXrecord && (**record).type < objectType::kFirstClass))
         return std::optional<Properties>();
     RecordReader& in = (**record).in;
     readObjectHeader(in);

@@ -1,6 +1,6 @@
 #include "drawing/scene/MTextParser.h"
 
-#include "drawing/scene/ColorTable.h"
+#include "drawing/ColorTable.h"
 #include "drawing/scene/Transform.h"
 
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "drawing/scene/SceneBuilder.h"
 
-#include "drawing/scene/ColorTable.h"
+#include "drawing/ColorTable.h"
 #include "drawing/scene/SceneParts.h"
 
 namespace zv::dwg {

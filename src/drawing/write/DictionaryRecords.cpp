@@ -41,7 +41,7 @@ int linetypePlace(const Plan& plan, Handle linetype)
 
 void addMLineStyle(ObjectStream& objects, const Plan& plan, const MLineStyle& style)
 {
-    Record record(kMlinestyle, style.handle);
+    Record record(kMLineStyle, style.handle);
     record.beginObject(plan.mlineStyles, {plan.mlineStyles});
     BitWriter& fields = record.fields;
     fields.text(encodeText(style.name));
@@ -86,7 +86,7 @@ void writePlotSettings(BitWriter& fields, const Layout& layout)
 
 void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
 {
-    Record record(kLayout, layout.handle);
+    Record record(kLayoutClass, layout.handle);
     record.beginObject(plan.layouts, {plan.layouts});
     BitWriter& fields = record.fields;
     writePlotSettings(fields, layout);

@@ -50,7 +50,7 @@ public:
                 return added;
         }
         frame.handle = plan.end;
-        m_objects.add(started(kEndblk, frame, {m_block->handle, plan.entityMode, 0, 0}));
+        m_objects.add(started(kEndBlock, frame, {m_block->handle, plan.entityMode, 0, 0}));
         return {};
     }
 
@@ -160,7 +160,7 @@ private:
 
     Result<void> add(const Entity& entity, const Place& place, const Attribute& definition)
     {
-        Record record = started(kAttdef, entity, place);
+        Record record = started(kAttribDefinition, entity, place);
         writeAttribute(record, m_plan, definition, true);
         m_objects.add(record);
         return {};
@@ -169,12 +169,12 @@ private:
     Result<void> add(const Entity& entity, const Place& place, const Polyline& line)
     {
         if (line.lightweight && !line.threeD) {
-            Record record = started(kLwpolyline, entity, place);
+            Record record = started(kLightPolyline, entity, place);
             writeLightPolyline(record, line);
             m_objects.add(record);
             return {};
         }
-        Record record = started(line.threeD ? kPolyline3d : kPolyline2d, entity, place);
+        Record record = started(line.threeD ? kPolyline3D : kPolyline2D, entity, place);
         writePolylineHead(record, line);
         const std::size_t count = line.vertices.size();
         std::vector<Handle> parts(count);
@@ -183,7 +183,7 @@ private:
         const Handle end = m_plan.give();
         addParts(record, parts, end);
         for (std::size_t i = 0; i < count; ++i) {
-            Record vertex = startedPart(line.threeD ? kVertex3d : kVertex2d, entity, parts, i);
+            Record vertex = startedPart(line.threeD ? kVertex3D : kVertex2D, entity, parts, i);
             writeVertex(vertex, line, line.vertices[i]);
             m_objects.add(vertex);
         }
@@ -196,7 +196,7 @@ private:
         const bool polyface = !mesh.faces.empty();
         if (mesh.vertices.size() > 32767 || mesh.faces.size() > 32767)
             return refused(entity);
-        Record record = started(polyface ? kPolylinePface : kPolylineMesh, entity, place);
+        Record record = started(polyface ? kPolyfaceMesh : kPolygonMesh, entity, place);
         writeMeshHead(record, mesh);
         std::vector<Handle> parts(mesh.vertices.size() + mesh.faces.size());
         for (Handle& part : parts)
@@ -205,8 +205,8 @@ private:
         addParts(record, parts, end);
         for (std::size_t i = 0; i < parts.size(); ++i) {
             const bool isFace = i >= mesh.vertices.size();
-            Record part = startedPart(isFace     ? kVertexPfaceFace
-                                      : polyface ? kVertexPface
+            Record part = startedPart(isFace     ? kPolyfaceFace
+                                      : polyface ? kVertexPolyface
                                                  : kVertexMesh,
                                       entity, parts, i);
             if (isFace) {
@@ -244,7 +244,7 @@ private:
         Entity end;
         end.handle = handle;
         end.layer = whole.layer;
-        m_objects.add(started(kSeqend, end, {whole.handle, 0, 0, 0}));
+        m_objects.add(started(kSeqEnd, end, {whole.handle, 0, 0, 0}));
     }
 
     ObjectStream& m_objects;

@@ -128,7 +128,7 @@ std::string classesSection(int highestType)
     static constexpr Class kClasses[] = {
         {kDictionaryWithDefault, 0, kCommon, "AcDbDictionaryWithDefault", "ACDBDICTIONARYWDFLT", false},
         {kPlaceholder, 0, kCommon, "AcDbPlaceHolder", "ACDBPLACEHOLDER", false},
-        {kLayout, 0, kCommon, "AcDbLayout", "LAYOUT", false},
+        {kLayoutClass, 0, kCommon, "AcDbLayout", "LAYOUT", false},
         {kWipeout, 127, "WipeOut", "AcDbWipeout", "WIPEOUT", true},
     };
     BitWriter fields;

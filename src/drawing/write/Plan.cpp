@@ -1,5 +1,6 @@
 #include "drawing/write/Plan.h"
 
+#include "drawing/ColorTable.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -280,45 +281,6 @@ std::uint8_t lineweightIndex(int lineweight)
     return static_cast<std::uint8_t>(found == kWeights.end() ? 23 : found - kWeights.begin());
 }
 
-namespace {
-struct Rgb {
-    int r, g, b;
-};
-
-/// Indices 10 to 249 are 24 hues of 15 degrees, each in five strengths, full and half saturated; 250 to
-/// 255 are greys.
-Rgb indexed(int index)
-{
-    static constexpr std::array<Rgb, 10> kFirst{{{0, 0, 0},
-                                                 {255, 0, 0},
-                                                 {255, 255, 0},
-                                                 {0, 255, 0},
-                                                 {0, 255, 255},
-                                                 {0, 0, 255},
-                                                 {255, 0, 255},
-                                                 {255, 255, 255},
-                                                 {128, 128, 128},
-                                                 {192, 192, 192}}};
-    static constexpr std::array<int, 6> kGreys{51, 80, 105, 130, 190, 255};
-    static constexpr std::array<double, 5> kStrengths{1, 0.65, 0.5, 0.3, 0.15};
-    if (index < 10)
-        return kFirst[static_cast<std::size_t>(index)];
-    if (index >= 250) {
-        const int grey = kGreys[static_cast<std::size_t>(index - 250)];
-        return {grey, grey, grey};
-    }
-    const double hue = (index / 10 - 1) * 15.0 / 60.0;
-    const double strength = kStrengths[static_cast<std::size_t>(index % 10 / 2)];
-    const double floor = index % 2 == 1 ? 0.5 : 0;
-    const auto channel = [&](double shift) {
-        const double at = hue + shift - 6 * static_cast<int>((hue + shift) / 6);
-        const double ramp = at < 1 ? at : at < 3 ? 1 : at < 4 ? 4 - at : 0;
-        return static_cast<int>((floor + (1 - floor) * ramp) * strength * 255);
-    };
-    return {channel(2), channel(0), channel(4)};
-}
-} // namespace
-
 std::int16_t colorIndex(const Color& color)
 {
     switch (color.kind) {
@@ -331,13 +293,17 @@ std::int16_t colorIndex(const Color& color)
     case Color::Kind::True:
         break;
     }
+    const auto channel = [](std::uint32_t rgb, unsigned shift) {
+        return static_cast<int>(rgb >> shift & 0xFF);
+    };
     int best = 7, bestDistance = 3 * 256 * 256;
     for (int index = 1; index <= 255; ++index) {
-        const Rgb rgb = indexed(index);
-        const int r = rgb.r - static_cast<int>(color.rgb >> 16 & 0xFF);
-        const int g = rgb.g - static_cast<int>(color.rgb >> 8 & 0xFF);
-        const int b = rgb.b - static_cast<int>(color.rgb & 0xFF);
-        const int distance = r * r + g * g + b * b;
+        const std::uint32_t rgb = indexedColor(static_cast<std::uint8_t>(index));
+        int distance = 0;
+        for (const unsigned shift : {0u, 8u, 16u}) {
+            const int away = channel(rgb, shift) - channel(color.rgb, shift);
+            distance += away * away;
+        }
         if (distance < bestDistance) {
             best = index;
             bestDistance = distance;
@@ -352,8 +318,7 @@ std::optional<std::uint32_t> trueColor(const Color& color)
         return color.rgb & 0xFFFFFF;
     if (color.kind != Color::Kind::Index || color.index == 0)
         return {};
-    const Rgb rgb = indexed(color.index);
-    return static_cast<std::uint32_t>(rgb.r << 16 | rgb.g << 8 | rgb.b);
+    return indexedColor(color.index);
 }
 
 } // namespace zv::dwg

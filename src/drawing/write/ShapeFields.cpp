@@ -48,11 +48,11 @@ int recordType(const TextLine&)
 }
 int recordType(const MText&)
 {
-    return kMtext;
+    return kMText;
 }
 int recordType(const Face3D&)
 {
-    return kFace3d;
+    return kFace3D;
 }
 int recordType(const Leader&)
 {
@@ -76,7 +76,7 @@ int recordType(const Solid& solid)
 }
 int recordType(const Ray& ray)
 {
-    return ray.bothWays ? kXline : kRay;
+    return ray.bothWays ? kXLine : kRay;
 }
 int recordType(const Hatch&)
 {
@@ -84,7 +84,7 @@ int recordType(const Hatch&)
 }
 int recordType(const MLine&)
 {
-    return kMline;
+    return kMLine;
 }
 int recordType(const Wipeout& wipeout)
 {
@@ -115,7 +115,7 @@ int recordType(const Dimension& dimension)
 
 int insertType(const Insert& insert)
 {
-    return insert.columns > 1 || insert.rows > 1 ? kMinsert : kInsert;
+    return insert.columns > 1 || insert.rows > 1 ? kMInsert : kInsert;
 }
 
 Result<void> writeShape(Record& out, const Plan&, const Line& line)
@@ -310,7 +310,7 @@ void writeInsert(Record& out, const Insert& insert)
     fields.bitDouble(insert.rotation);
     fields.bitPoint3(insert.normal);
     fields.bit(!insert.attributes.empty());
-    if (insertType(insert) == kMinsert) {
+    if (insertType(insert) == kMInsert) {
         fields.bitShort(static_cast<std::int16_t>(insert.columns));
         fields.bitShort(static_cast<std::int16_t>(insert.rows));
         fields.bitDouble(insert.columnSpacing);

@@ -26,7 +26,7 @@ void addControl(ObjectStream& objects, int type, Handle handle, const std::vecto
     Record record(type, handle);
     record.beginObject(0);
     record.fields.bitLong(static_cast<std::int32_t>(entries.size()));
-    if (type == kDimstyleControl)
+    if (type == kDimensionStyleControl)
         record.fields.rawChar(0);
     for (const Handle entry : entries)
         record.handles.handle(kSoftOwner, entry);
@@ -107,7 +107,7 @@ private:
 
 void addLinetype(ObjectStream& objects, const Plan& plan, const Linetype& linetype)
 {
-    Record record = entryRecord(kLtype, linetype.handle, plan.linetypeControl, linetype.name);
+    Record record = entryRecord(kLinetype, linetype.handle, plan.linetypeControl, linetype.name);
     BitWriter& fields = record.fields;
     fields.text(encodeText(linetype.description));
     fields.bitDouble(linetype.patternLength);
@@ -180,7 +180,7 @@ void addActiveVport(ObjectStream& objects, const Plan& plan)
 
 void addDimensionStyle(ObjectStream& objects, const Plan& plan, const DimensionStyle& style)
 {
-    Record record = entryRecord(kDimstyle, style.handle, plan.dimensionStyleControl, style.name);
+    Record record = entryRecord(kDimensionStyle, style.handle, plan.dimensionStyleControl, style.name);
     const DimensionVariables variables = dimensionVariables(plan, style);
     record.fields.text({});
     record.fields.text({});
@@ -336,7 +336,7 @@ void addTables(ObjectStream& objects, const Plan& plan)
     addControl(objects, kStyleControl, plan.styleControl, handlesOf(document.textStyles));
     for (const TextStyle& style : document.textStyles)
         addStyle(objects, plan, style);
-    addControl(objects, kLtypeControl, plan.linetypeControl, linetypeOrder(plan),
+    addControl(objects, kLinetypeControl, plan.linetypeControl, linetypeOrder(plan),
                {plan.byBlock, plan.byLayer});
     for (const Linetype& linetype : document.linetypes)
         addLinetype(objects, plan, linetype);
@@ -349,7 +349,7 @@ void addTables(ObjectStream& objects, const Plan& plan)
     application.fields.rawChar(0);
     application.handles.handle(kHardPointer, 0);
     objects.add(application);
-    addControl(objects, kDimstyleControl, plan.dimensionStyleControl, handlesOf(document.dimensionStyles));
+    addControl(objects, kDimensionStyleControl, plan.dimensionStyleControl, handlesOf(document.dimensionStyles));
     for (const DimensionStyle& style : document.dimensionStyles)
         addDimensionStyle(objects, plan, style);
     addControl(objects, kViewportHeaderControl, plan.viewportHeaderControl, {});

@@ -1,4 +1,4 @@
-#include "drawing/scene/ColorTable.h"
+#include "drawing/ColorTable.h"
 
 #include <gtest/gtest.h>
 
