@@ -4,8 +4,8 @@
 
 namespace zv::bench {
 
-/// A label of one line whose middle gives way where it has too little room: the question stands at the end of a
-/// prompt, its command at the start.
+/// A label of one line whose middle gives way where it has too little room: the question stands at the end of
+/// a prompt, its command at the start.
 class PromptLabel final : public QLabel {
 public:
     using QLabel::QLabel;

@@ -1,8 +1,7 @@
 #pragma once
 
-/// The type numbers of object records, entities among them. From kFirstClass on the class table tells what they
-/// are.
-/// Source: Open Design Specification for .dwg files.
+/// The type numbers of object records, entities among them. From kFirstClass on the class table tells what
+/// they are. Source: Open Design Specification for .dwg files.
 namespace zv::dwg::objectType {
 
 enum : int {

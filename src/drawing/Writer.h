@@ -20,8 +20,8 @@ struct WriteOptions {
 /// cannot be written. Errors: Unsupported, names the first thing that cannot be written.
 Result<std::string> writeDocument(const Document& document, const WriteOptions& options);
 
-/// The file with its properties replaced and every other part of its content as it was; AC1015 and later. Errors:
-/// as Container::open; Unsupported, says why.
+/// The file with its properties replaced and every other part of its content as it was; AC1015 and later.
+/// Errors: as Container::open; Unsupported, says why.
 Result<std::string> replaceProperties(std::string_view file, const Properties& properties);
 
 } // namespace zv::dwg

@@ -349,7 +349,8 @@ void addTables(ObjectStream& objects, const Plan& plan)
     application.fields.rawChar(0);
     application.handles.handle(kHardPointer, 0);
     objects.add(application);
-    addControl(objects, kDimensionStyleControl, plan.dimensionStyleControl, handlesOf(document.dimensionStyles));
+    addControl(objects, kDimensionStyleControl, plan.dimensionStyleControl,
+               handlesOf(document.dimensionStyles));
     for (const DimensionStyle& style : document.dimensionStyles)
         addDimensionStyle(objects, plan, style);
     addControl(objects, kViewportHeaderControl, plan.viewportHeaderControl, {});
