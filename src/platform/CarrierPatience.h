@@ -8,6 +8,10 @@
 
 namespace zv {
 
+/// Short answers are waited for with nothing else turning: the program's events have their turn only when a
+/// call takes as long as a user would notice.
+inline constexpr int kQuietMs = 20;
+
 /// How patient a carrier is. Tests are less patient than users.
 struct CarrierPatience {
     int createMs = 60'000; ///< How long a started host may take until it answers.

@@ -14,10 +14,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Short answers are waited for with nothing else turning: the program's events have their turn only when a
-/// call takes as long as a user would notice.
-constexpr int kQuietMs = 20;
-
 class SocketObject;
 
 /// Text for the wire. Errors: Failed, it has no UTF-8 form.

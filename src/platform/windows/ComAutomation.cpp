@@ -18,9 +18,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// Short answers are waited for with nothing else turning: the program's events have their turn only when a
-/// call takes as long as a user would notice.
-constexpr milliseconds kQuiet{20};
 /// How often a longer wait looks whether the answer is there.
 constexpr int kTurnMs = 10;
 
@@ -70,7 +67,7 @@ private:
         auto promise = std::make_shared<std::promise<decltype(task())>>();
         m_thread->post([promise, task = std::move(task)]() mutable { promise->set_value(task()); });
         auto answer = promise->get_future();
-        answer.wait_for(kQuiet);
+        answer.wait_for(milliseconds(kQuietMs));
         return answer;
     }
     template <class Answer> static bool isThere(const std::future<Answer>& answer)
