@@ -25,6 +25,7 @@ namespace zv::bench {
 namespace {
 
 constexpr int kHistoryLines = 5000;
+constexpr int kNarrowestLine = 120; ///< Room for an answer beside a long prompt.
 
 /// Counts a dialog for as long as it stands.
 class DialogMark {
@@ -61,6 +62,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     m_line = new QLineEdit(this);
     m_line->setObjectName(QStringLiteral("CommandLine"));
     m_line->setAccessibleName(tr("Command line"));
+    m_line->setMinimumWidth(kNarrowestLine);
     m_line->installEventFilter(this);
     m_prompt->setBuddy(m_line);
     Coordinates = new QLabel(this);
