@@ -4,8 +4,8 @@
 #include "PromptLabel.h"
 #include "PropertiesDialog.h"
 
-#include "controls/TextBytes.h"
 #include "platform/Text.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QCloseEvent>

@@ -2,8 +2,8 @@
 #include "HostServer.h"
 
 #include "controls/ProgramStyle.h"
-#include "controls/TextBytes.h"
 #include "platform/LocalHosts.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QSocketNotifier>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/Program.h"
-#include "controls/Window.h"
+#include "window/Program.h"
+#include "window/Window.h"
 
 #include <QPixmap>
 

@@ -3,14 +3,14 @@
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
 #include "controls/DwgThumbnail.h"
-#include "controls/MessageBoxes.h"
 #include "controls/ProgramStyle.h"
-#include "controls/TextBytes.h"
 #include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
 #include "host/QtEventPump.h"
 #include "platform/Automation.h"
 #include "platform/System.h"
+#include "window/MessageBoxes.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QDir>

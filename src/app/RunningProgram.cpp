@@ -1,6 +1,6 @@
 #include "app/RunningProgram.h"
 
-#include "controls/Window.h"
+#include "window/Window.h"
 
 #include <exception>
 

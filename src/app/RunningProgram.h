@@ -1,7 +1,8 @@
 #pragma once
 
 #include "config/PublicValues.h"
-#include "controls/Program.h"
+#include "window/BrowserFields.h"
+#include "window/Program.h"
 
 #include <QHash>
 #include <QObject>
@@ -35,6 +36,7 @@ public:
 
     const Folders& folders() const override { return m_folders; }
     PublicValues& values() override { return m_values; }
+    BrowserFields& fields() override { return m_fields; }
     Messages& messages() override { return m_messages; }
     ActionServices& actionServices() override { return *m_services; }
     void fail(const std::string& text) override;
@@ -55,6 +57,7 @@ private:
     Messages& m_messages;
     ActionServices* m_services = nullptr;
     PublicValues m_values;
+    BrowserFields m_fields;
     QHash<QString, Factory> m_factories;
     QHash<QString, Window*> m_loaded;
     QSet<QString> m_unloading;

@@ -2,12 +2,12 @@
 #include "browser/BrowserWindows.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/ImageList.h"
-#include "controls/MessageBoxes.h"
 #include "controls/ProgramStyle.h"
 #include "drawing/paint/Picture.h"
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
+#include "window/MessageBoxes.h"
 
 #include <QApplication>
 

@@ -7,8 +7,7 @@ namespace zv {
 
 void addBrowserWindows(Program& program)
 {
-    const auto fields = std::make_shared<BrowserFields>();
-    program.add(QStringLiteral("Zelvora"), [&program, fields] { return new Zelvora(program, *fields); });
+    program.add(QStringLiteral("Zelvora"), [&program] { return new Zelvora(program); });
     program.add(QStringLiteral("frmSplash"), [&program] { return new frmSplash(program); });
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "browser/BrowserFields.h"
 #include "config/Profiles.h"
-#include "controls/Window.h"
+#include "window/MainWindow.h"
 
 #include <array>
 #include <memory>
@@ -36,23 +35,21 @@ constexpr int kColumns = 5; ///< Of its grid.
 
 /// The main window: shows a library in panels of twenty thumbnails and does with the chosen drawing what the
 /// mode options say. It owns the run: the other windows are reached from here.
-class Zelvora final : public Window {
+class Zelvora final : public MainWindow {
     Q_OBJECT
 
 public:
-    /// `fields` outlives the window, which is loaded more than once in a run.
-    Zelvora(Program& program, BrowserFields& fields);
+    explicit Zelvora(Program& program);
     ~Zelvora() override;
 
     void load() override;
     void unloading() override;
     /// Stays invisible until Timer1 has given the window its place and size.
     void appear() override;
+    void setDesignSize(QSize twips) override;
 
     /// Opens a dialog that goes on with a drawing. False when there is no such dialog.
     bool openDialogFor(const QString& window, const std::string& drawing);
-
-    BrowserFields& fields;
 
     // Library choice and panels.
     QWidget* LibraryRow;
@@ -74,15 +71,11 @@ public:
 
     // Action.
     QWidget* Picture4;
-    QRadioButton *Option1, *Option2, *Option3, *Option4;
-    QCheckBox *Check1, *Check4;
     QLabel* Label1;
-    QLineEdit* x;
     PictureButton *Command24, *Command11;
 
     // Enlarged view and its tools.
     CaptionFrame* Frame8;
-    DwgViewX* DwgViewX1;
     PictureButton *Command12, *Command13, *Command15, *Command21, *Command14, *Command16, *Command22,
         *Command10, *Command18;
 
@@ -146,7 +139,6 @@ private:
     void appearAfterLoad();
     void runTimer2();
     void saveGeometry();
-    Profiles profiles() const;
     void writeSetting(const char* key, const std::string& value);
 
     // Panels.

@@ -5,10 +5,10 @@
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/SortedCombo.h"
-#include "controls/TextBytes.h"
 #include "help/ProgramHelp.h"
 #include "host/ActionProcedure.h"
 #include "platform/Text.h"
+#include "window/TextBytes.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

@@ -4,12 +4,12 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
-#include "controls/OuterGeometry.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
 #include "controls/SortedCombo.h"
 #include "host/ActionProcedure.h"
+#include "window/OuterGeometry.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -91,9 +91,8 @@ int boldWidth(const QAbstractButton* control)
 
 } // namespace
 
-Zelvora::Zelvora(Program& program, BrowserFields& kept)
-    : Window(program, QStringLiteral("Zelvora"), QStringLiteral("Zelvora")), fields(kept),
-      m_geometry(std::make_unique<OuterGeometry>(this))
+Zelvora::Zelvora(Program& program)
+    : MainWindow(program, QStringLiteral("Zelvora")), m_geometry(std::make_unique<OuterGeometry>(this))
 {
     setMinimumSize(240, 200);
     makeTopControls();

@@ -7,6 +7,7 @@
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
 #include "controls/SortedCombo.h"
+#include "window/OuterGeometry.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -21,8 +22,6 @@
 
 namespace zv {
 namespace {
-
-constexpr QSize kDesignSize(713, 606); ///< 10695 by 9090 twips.
 
 // What the size of Frame4 is divided by for the size and the places of the cells.
 constexpr double kCellWidth = 5.25;
@@ -54,7 +53,7 @@ void showCaptionsTogether(const QObjectList& page)
 
 void Zelvora::placeControls()
 {
-    Resizer1 = new Resizer(this, kDesignSize);
+    Resizer1 = new Resizer(this, kMainWindowDesign / kTwipsPerPixel);
     Resizer1->setObjectName(QStringLiteral("Resizer1"));
     const auto place = [this](QWidget* control, int left, int top, int width, int height,
                               QSize least = {0, 0}) {
@@ -106,6 +105,11 @@ void Zelvora::placeControls()
 
     place(Picture4, 8, 518, 697, 60, {0, 2 * row + 4});
     place(StatusBar1, 0, 582, 713, 24, line);
+}
+
+void Zelvora::setDesignSize(QSize twips)
+{
+    Resizer1->setDesignSize(twips / kTwipsPerPixel);
 }
 
 void Zelvora::layOutCells()

@@ -6,15 +6,15 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
-#include "controls/OuterGeometry.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/SortedCombo.h"
-#include "controls/TextBytes.h"
 #include "help/ProgramHelp.h"
 #include "library/Catalogue.h"
 #include "library/ListFile.h"
 #include "platform/Text.h"
+#include "window/OuterGeometry.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -250,11 +250,6 @@ void Zelvora::appear()
 }
 
 // ---- keys
-
-Profiles Zelvora::profiles() const
-{
-    return Profiles(program().folders().installation, values());
-}
 
 /// A setting of the user. While the user is not known yet there is nowhere to write it.
 void Zelvora::writeSetting(const char* key, const std::string& value)

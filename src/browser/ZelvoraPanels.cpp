@@ -7,11 +7,11 @@
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/SortedCombo.h"
-#include "controls/TextBytes.h"
 #include "library/ListFile.h"
 #include "library/PageMath.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
+#include "window/TextBytes.h"
 
 #include <QLabel>
 #include <QPlainTextEdit>

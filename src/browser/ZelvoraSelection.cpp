@@ -5,8 +5,8 @@
 #include "controls/DwgViewX.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
-#include "controls/TextBytes.h"
 #include "library/ListFile.h"
+#include "window/TextBytes.h"
 
 #include <QCheckBox>
 #include <QKeyEvent>

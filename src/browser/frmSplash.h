@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/Window.h"
+#include "window/Window.h"
 
 class QGroupBox;
 class QLabel;

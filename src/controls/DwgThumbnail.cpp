@@ -1,7 +1,7 @@
 #include "controls/DwgThumbnail.h"
 
-#include "controls/TextBytes.h"
 #include "platform/Text.h"
+#include "window/TextBytes.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>

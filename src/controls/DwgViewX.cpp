@@ -2,7 +2,7 @@
 
 #include "controls/DwgViewXState.h"
 #include "controls/LayersDialog.h"
-#include "controls/TextBytes.h"
+#include "window/TextBytes.h"
 
 #include <QElapsedTimer>
 #include <QPainter>

@@ -139,6 +139,12 @@ QRect Resizer::designPlace(const QWidget* control) const
     return {};
 }
 
+void Resizer::setDesignSize(QSize designSize)
+{
+    m_designSize = designSize;
+    layOut();
+}
+
 void Resizer::layOut()
 {
     layOutInside(m_form, m_designSize);

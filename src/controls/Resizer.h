@@ -50,6 +50,8 @@ public:
     void setLeast(QWidget* control, QSize least);
     /// The design place that the control was given; an empty one when it was not.
     QRect designPlace(const QWidget* control) const;
+    /// The design size itself, to which everything is laid out anew.
+    void setDesignSize(QSize designSize);
     /// Lays everything out now, for the form's present size.
     void layOut();
 

@@ -1,8 +1,8 @@
 #include "help/ProgramHelp.h"
 
-#include "controls/Program.h"
-#include "controls/TextBytes.h"
 #include "platform/Files.h"
+#include "window/Program.h"
+#include "window/TextBytes.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controls/Window.h"
 #include "host/HostSession.h"
+#include "window/Window.h"
 
 class QLabel;
 

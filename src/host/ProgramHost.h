@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controls/Program.h"
 #include "host/ActionProcedure.h"
 #include "host/LoadAcad.h"
 #include "host/QtEventPump.h"
+#include "window/Program.h"
 
 #include <memory>
 

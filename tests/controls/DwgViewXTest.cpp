@@ -1,8 +1,8 @@
 #include "controls/DwgViewX.h"
 
-#include "controls/TextBytes.h"
 #include "drawing/Writer.h"
 #include "drawing/paint/Picture.h"
+#include "window/TextBytes.h"
 
 #include <QDialog>
 #include <QImage>

@@ -1,8 +1,8 @@
-#include "controls/MessageBoxes.h"
-#include "controls/OuterGeometry.h"
 #include "controls/PathList.h"
 #include "controls/SortedCombo.h"
-#include "controls/TextBytes.h"
+#include "window/MessageBoxes.h"
+#include "window/OuterGeometry.h"
+#include "window/TextBytes.h"
 
 #include <QLineEdit>
 #include <QMessageBox>

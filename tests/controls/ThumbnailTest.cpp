@@ -1,7 +1,7 @@
-#include "controls/DwgPropsX.h"
 #include "controls/DwgThumbnail.h"
 #include "drawing/Writer.h"
 #include "support/TemporaryFolder.h"
+#include "window/DwgPropsX.h"
 
 #include <QHBoxLayout>
 #include <QSignalSpy>

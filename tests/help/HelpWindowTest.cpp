@@ -1,7 +1,7 @@
 #include "help/HelpWindow.h"
 
-#include "controls/Program.h"
 #include "help/HTMLHelpViewer.h"
+#include "window/Program.h"
 
 #include <QApplication>
 #include <QLineEdit>

@@ -10,8 +10,8 @@
 #include "controls/PictureButton.h"
 #include "controls/ProgramStyle.h"
 #include "controls/SortedCombo.h"
-#include "controls/TextBytes.h"
 #include "host/LoadAcad.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QDir>

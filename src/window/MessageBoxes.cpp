@@ -1,6 +1,6 @@
-#include "controls/MessageBoxes.h"
+#include "window/MessageBoxes.h"
 
-#include "controls/TextBytes.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QMessageBox>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controls/Program.h"
+#include "config/Profiles.h"
+#include "window/Program.h"
 
 #include <QWidget>
 
@@ -18,6 +19,8 @@ public:
 
     Program& program() const { return m_program; }
     PublicValues& values() const { return m_program.values(); }
+    /// The profile files as they lie now.
+    Profiles profiles() const;
     /// Message boxes over this window: it is taken off the top for as long as one is up, and put back on top
     /// afterwards if the user wants the program there.
     Messages& messages();

@@ -1,4 +1,4 @@
-#include "controls/OuterGeometry.h"
+#include "window/OuterGeometry.h"
 
 #include <QEvent>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "controls/Window.h"
+#include "window/Window.h"
 
 #include "config/PublicValues.h"
 
@@ -45,6 +45,11 @@ Window::Window(Program& program, const QString& name, const QString& title)
 }
 
 Window::~Window() = default;
+
+Profiles Window::profiles() const
+{
+    return Profiles(program().folders().installation, values());
+}
 
 Messages& Window::messages()
 {

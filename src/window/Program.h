@@ -10,6 +10,7 @@ class QString;
 namespace zv {
 
 struct ActionServices;
+struct BrowserFields;
 struct PublicValues;
 class Window;
 
@@ -46,6 +47,8 @@ public:
 
     virtual const Folders& folders() const = 0;
     virtual PublicValues& values() = 0;
+    /// What the main window keeps for the run.
+    virtual BrowserFields& fields() = 0;
     virtual Messages& messages() = 0;
     /// What the action procedure needs of the outside.
     virtual ActionServices& actionServices() = 0;

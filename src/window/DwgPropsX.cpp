@@ -1,4 +1,4 @@
-#include "controls/DwgPropsX.h"
+#include "window/DwgPropsX.h"
 
 #include "drawing/PropertiesReader.h"
 #include "platform/Text.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controls/DwgPropsX.h"
+#include "window/DwgPropsX.h"
 
 #include <array>
 #include <cstdint>
@@ -31,6 +31,9 @@ struct BrowserFields {
     std::int16_t OneShotScaleLock = 0; ///< The next click of Check1 or Option1 disables x once.
     std::int16_t RibbonTab = 0;        ///< 0 tools, 2 settings.
     std::int16_t cartFromButton = 0;   ///< 1 when Cart was opened by Command24.
+    std::int16_t xrefState = 0;        ///< Of Xattach: 0 normal, 1 show again, 7 from Search, 8 both.
+    std::int16_t cmodeState = 0;       ///< Of cmode, the same.
+    std::string searchDrawing;         ///< What is selected in Search when it asks for an action.
     std::string searchLibrary;         ///< What Search shows in its box of libraries at first.
     DwgPropsX props;                   ///< The one reader of properties that the windows share.
 };

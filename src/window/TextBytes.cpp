@@ -1,4 +1,4 @@
-#include "controls/TextBytes.h"
+#include "window/TextBytes.h"
 
 #include "platform/Text.h"
 
