@@ -2,6 +2,7 @@
 
 #include "host/CommandText.h"
 #include "host/FilediaBracket.h"
+#include "host/SendableText.h"
 #include "platform/Text.h"
 #include "queue/QueueFile.h"
 
@@ -67,6 +68,7 @@ public:
     void place();
 
 private:
+    bool isRefused();
     void showDialog(bool (ActionWindow::*open)(const std::string&));
     bool insertBlock();
     bool attachForBlock();
@@ -114,6 +116,8 @@ Result<void> ActionRun::queue(const std::string& selectedDrawing)
 
 void ActionRun::place()
 {
+    if (isRefused())
+        return;
     const HostOutcome found = m_session.find();
     if (found == HostOutcome::NotLaunched)
         return;
@@ -134,6 +138,15 @@ void ActionRun::place()
     else
         m_window.hideWindow();
     finish();
+}
+
+/// Whether the drawing, or the scale as the user wrote it, is nothing to type at the host.
+bool ActionRun::isRefused()
+{
+    if (refusesDrawing(m_drawing, m_window.messages()))
+        return true;
+    const bool typesScale = m_window.mode() == ActionMode::Block && !m_window.autoScale();
+    return typesScale && refusesText(m_window.scaleText(), m_window.messages());
 }
 
 void ActionRun::showDialog(bool (ActionWindow::*open)(const std::string&))

@@ -1,5 +1,7 @@
 #include "host/ActionFixture.h"
 
+#include <algorithm>
+
 namespace zv::test {
 
 namespace {
@@ -303,6 +305,52 @@ TEST_F(Queueing, QueueThatCannotBeOpenedIsAnError)
     act();
     EXPECT_FALSE(ended);
     EXPECT_EQ(events, (Events{"clear cart mark", "queue 'C:\\Lib\\Bolt.dwg'"}));
+}
+
+// ---- what cannot be typed
+
+const std::string kHostile = "/x.dwg\" \"0,0\" \"1\" \"1\" \"0\") (setvar \"DIMSCALE\" 42) (princ \"";
+
+TEST_F(Dispatch, DrawingThatCannotBeTypedIsRefusedBeforeTheHostIsTouched)
+{
+    place.run("");
+    for (const ActionMode mode : {ActionMode::Block, ActionMode::Xref, ActionMode::OpenCopy}) {
+        for (const std::string& drawing : {kHostile, std::string("C:\\a\x1B.dwg")}) {
+            events.clear();
+            window.currentMode = mode;
+            act(drawing);
+            EXPECT_EQ(events, (Events{"warning [Zelvora] The name of this drawing cannot be sent to "
+                                      "AutoCAD: " +
+                                      drawing}));
+            EXPECT_TRUE(ended);
+        }
+    }
+}
+
+TEST_F(Dispatch, DrawingThatCannotBeTypedCanBeQueued)
+{
+    window.currentMode = ActionMode::Queue;
+    selectedDrawing = kHostile;
+    act(kHostile);
+    EXPECT_NE(std::find(events.begin(), events.end(), "queue '" + kHostile + "'"), events.end());
+}
+
+TEST_F(Dispatch, ScaleThatCannotBeTypedIsRefusedOnlyWhereItWouldBeTyped)
+{
+    const Events refusal = {"warning [Zelvora] This text cannot be sent to AutoCAD: 1\""};
+    place.run("");
+    window.x = "1\"";
+    act();
+    EXPECT_EQ(events, refusal);
+    events.clear();
+    window.check1 = true;
+    act();
+    EXPECT_EQ(events.front(), kAttach);
+    events.clear();
+    window.check1 = false;
+    window.currentMode = ActionMode::OpenCopy;
+    act();
+    EXPECT_EQ(events.front(), kAttach);
 }
 
 } // namespace
