@@ -10,14 +10,20 @@ public:
     Client(std::unique_ptr<LineChannel> channel, HostServer& server)
         : m_channel(std::move(channel)), m_server(server),
           m_objects(std::make_unique<HostObjects>(server.m_program)),
-          m_notifier(m_channel->descriptor(), QSocketNotifier::Read)
+          m_notifier(m_channel->descriptor(), QSocketNotifier::Read),
+          m_room(m_channel->descriptor(), QSocketNotifier::Write)
     {
+        m_room.setEnabled(false);
     }
     void start()
     {
         QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_server, [self = weak_from_this()] {
             if (const auto client = self.lock())
                 client->readyRead();
+        });
+        QObject::connect(&m_room, &QSocketNotifier::activated, &m_server, [self = weak_from_this()] {
+            if (const auto client = self.lock())
+                client->sendWaiting();
         });
     }
 
@@ -39,19 +45,28 @@ private:
         }
         if (m_channel->ended()) {
             m_notifier.setEnabled(false);
+            m_room.setEnabled(false);
             m_server.remove(this);
         }
     }
+    /// A client that does not read must not hold the program up: its answers wait until there is room. The
+    /// channel of one that never reads ends, which is then seen as something to read.
     void respond(const Json& answer)
     {
-        PlainEventPump pump;
-        static_cast<void>(m_channel->send(writeJson(answer), pump));
+        m_channel->queue(writeJson(answer));
+        m_room.setEnabled(m_channel->hasWaiting());
+    }
+    void sendWaiting()
+    {
+        m_channel->sendWaiting();
+        m_room.setEnabled(m_channel->hasWaiting());
     }
 
     std::unique_ptr<LineChannel> m_channel;
     HostServer& m_server;
     std::unique_ptr<HostObjects> m_objects;
-    QSocketNotifier m_notifier;
+    QSocketNotifier m_notifier; ///< Of what comes in.
+    QSocketNotifier m_room;     ///< For what waits to go out.
 };
 
 HostServer::~HostServer() = default;

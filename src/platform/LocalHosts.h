@@ -19,6 +19,7 @@ namespace zv {
 class LineChannel {
 public:
     static constexpr std::size_t kLongestLine = std::size_t{16} * 1024 * 1024;
+    static constexpr std::size_t kMostWaiting = std::size_t{4} * 1024 * 1024;
 
     /// Takes over a connected socket.
     explicit LineChannel(int descriptor);
@@ -30,6 +31,12 @@ public:
     /// Sends a line, its end added. `pump` turns while the other side does not read. Errors: TooLarge,
     /// nothing went out; Lost.
     Result<void> send(std::string_view line, EventPump& pump);
+    /// Sends a line, its end added, as far as the other side takes it at once, and keeps the rest for
+    /// sendWaiting(). A line that is too long, or one behind more than kMostWaiting, ends the channel.
+    void queue(std::string_view line);
+    /// Sends of what is kept as much as the other side takes at once.
+    void sendWaiting();
+    bool hasWaiting() const { return m_sent < m_waiting.size(); }
     /// Takes in what has come, without waiting. False once the channel has ended; lines that came whole
     /// before can still be had.
     bool readAvailable();
@@ -45,6 +52,8 @@ private:
     bool m_ended = false;
     std::string m_received;
     std::size_t m_searched = 0; ///< Up to here `m_received` holds no line end.
+    std::string m_waiting;      ///< To be sent.
+    std::size_t m_sent = 0;     ///< Of `m_waiting`.
 };
 
 /// The folder of the running hosts' sockets. With `make` it is made where it is missing, for its owner alone.
@@ -55,7 +64,8 @@ Result<std::string> hostsFolder(bool make);
 /// Errors: NotFound, none runs; Denied; Failed.
 Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, EventPump& pump);
 
-/// The socket on which a host is found, for as long as this lives.
+/// The socket on which a host is found, for as long as this lives. A lock keeps the name for its owner, so
+/// that of two hosts that start at once only one gets it.
 class HostListener {
 public:
     /// Errors: Busy, another running host has the name; as hostsFolder.
@@ -69,9 +79,10 @@ public:
     std::unique_ptr<LineChannel> accept();
 
 private:
-    HostListener(int descriptor, std::string path) : m_descriptor(descriptor), m_path(std::move(path)) {}
+    explicit HostListener(int lock);
+    int m_lock;
     int m_descriptor;
-    std::string m_path;
+    std::string m_path; ///< Of the socket, once it is there.
 };
 
 /// A descriptor that can be read once the system or the user asks this program to end by a signal, which then

@@ -107,6 +107,55 @@ protected:
     QLineEdit* line = nullptr;
 };
 
+/// Keeps the bench's own events turning while its client waits.
+class WindowPump final : public EventPump {
+public:
+    void wait(int, int timeoutMs) override { QTest::qWait(timeoutMs < 0 ? 1 : timeoutMs); }
+};
+
+/// A request whose answer is about as long as its word.
+std::string longRequest(std::size_t length)
+{
+    return R"({"id":1,"object":0,"op":")" + std::string(length, 'x') + "\"}";
+}
+
+TEST_F(BenchProgram, ClientThatNeverReadsDoesNotHoldUpTheOthersAndIsClosed)
+{
+    WindowPump pump;
+    const auto deaf = connectToHost(kName, pump);
+    ASSERT_TRUE(deaf);
+    ASSERT_TRUE((*deaf)->send(longRequest(1'000'000), pump));
+    drive([](AutomationObject& application) { EXPECT_TRUE(application.get("Version")); });
+    for (int request = 0; request < 8; ++request)
+        static_cast<void>((*deaf)->send(longRequest(1'000'000), pump));
+    EXPECT_TRUE((*deaf)->ended());
+}
+
+TEST_F(BenchProgram, ClientThatReadsLateGetsEveryAnswerInOrder)
+{
+    WindowPump pump;
+    const auto late = connectToHost(kName, pump);
+    ASSERT_TRUE(late);
+    constexpr int kRequests = 3;
+    for (int request = 0; request < kRequests; ++request) {
+        ASSERT_TRUE((*late)->send(longRequest(1'000'000 + std::size_t(request)), pump));
+        ASSERT_TRUE((*late)->send(R"({"id":2,"op":"get","object":0,"name":"Name"})", pump));
+    }
+    std::vector<std::size_t> lengths;
+    ASSERT_TRUE(QTest::qWaitFor(
+        [&] {
+            (*late)->readAvailable();
+            for (std::string answer; (*late)->nextLine(answer);)
+                lengths.push_back(answer.size());
+            return lengths.size() == 2 * kRequests || (*late)->ended();
+        },
+        20'000));
+    ASSERT_EQ(lengths.size(), std::size_t(2 * kRequests));
+    for (int request = 1; request < kRequests; ++request)
+        EXPECT_EQ(lengths[std::size_t(2 * request)], lengths[0] + std::size_t(request));
+    EXPECT_LT(lengths[1], 100U);
+}
+
 TEST_F(BenchProgram, AnswersTheOperationsOfTheProgram)
 {
     ASSERT_TRUE(listens);

@@ -56,6 +56,23 @@ TEST_F(SocketCarrier, ListenerTakesAStaleSocketsPlaceButNotALiveOnes)
     EXPECT_FALSE(std::filesystem::exists(hosts() + "/" + kHost + ".sock"));
 }
 
+// Between its look for another host and its listening a host cannot be found.
+TEST_F(SocketCarrier, NameStaysWithItsOwnerAlsoWhileItIsNotListening)
+{
+    const auto owner = HostListener::open(kHost);
+    ASSERT_TRUE(owner);
+    std::filesystem::remove(hosts() + "/" + kHost + ".sock");
+    EXPECT_EQ(HostListener::open(kHost).error().code, ErrorCode::Busy);
+    EXPECT_FALSE(std::filesystem::exists(hosts() + "/" + kHost + ".sock"));
+    EXPECT_TRUE(HostListener::open("AutoCAD.Application.20"));
+}
+
+TEST_F(SocketCarrier, NameIsFreeOnceItsOwnerHasGone)
+{
+    EXPECT_TRUE(HostListener::open(kHost));
+    EXPECT_TRUE(HostListener::open(kHost));
+}
+
 TEST_F(SocketCarrier, FolderIsMadeForItsOwnerAlone)
 {
     ASSERT_TRUE(hostsFolder(true));

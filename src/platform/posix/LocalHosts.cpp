@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/file.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -129,6 +130,37 @@ Result<void> LineChannel::send(std::string_view line, EventPump& pump)
     return {};
 }
 
+void LineChannel::queue(std::string_view line)
+{
+    const std::size_t waiting = m_waiting.size() - m_sent;
+    if (line.size() > kLongestLine || waiting > kMostWaiting) {
+        end();
+        return;
+    }
+    if (m_sent > m_waiting.size() / 2) {
+        m_waiting.erase(0, m_sent);
+        m_sent = 0;
+    }
+    m_waiting.append(line).push_back('\n');
+    sendWaiting();
+}
+
+void LineChannel::sendWaiting()
+{
+    while (!m_ended && hasWaiting()) {
+        const ssize_t count =
+            ::send(m_descriptor, m_waiting.data() + m_sent, m_waiting.size() - m_sent, MSG_NOSIGNAL);
+        if (count > 0)
+            m_sent += static_cast<std::size_t>(count);
+        else if (errno == EAGAIN)
+            return;
+        else if (errno != EINTR)
+            end();
+    }
+    m_waiting.clear();
+    m_sent = 0;
+}
+
 bool LineChannel::readAvailable()
 {
     std::array<char, 65536> chunk;
@@ -235,25 +267,40 @@ Result<std::unique_ptr<HostListener>> HostListener::open(const std::string& prog
     const Result<std::string> folder = hostsFolder(true);
     if (!folder)
         return folder.error();
-    PlainEventPump pump;
-    if (connectToHost(progId, pump))
-        return Error{ErrorCode::Busy, progId + " is running already"};
     const std::string path = *folder + "/" + progId + ".sock";
-    ::unlink(path.c_str());
     const SocketAddress address(*folder, progId + ".sock");
-    if (!address.fits())
-        return Error{ErrorCode::Failed, path + " is too long"};
-    std::unique_ptr<HostListener> listener(new HostListener(newSocket(), path));
-    if (::bind(listener->m_descriptor, address.data(), SocketAddress::size()) != 0 ||
-        ::listen(listener->m_descriptor, 64) != 0)
+    if (!isPlainName(progId) || !address.fits())
+        return Error{ErrorCode::Failed, path + " cannot be listened on"};
+    // The file stays when its owner ends, for whoever waits for it may have opened it already.
+    const std::string lockPath = *folder + "/" + progId + ".lock";
+    const int lock = ::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+    if (lock < 0)
+        return systemError(lockPath);
+    std::unique_ptr<HostListener> listener(new HostListener(lock));
+    const Error running = {ErrorCode::Busy, progId + " is running already"};
+    if (::flock(lock, LOCK_EX | LOCK_NB) != 0)
+        return errno == EWOULDBLOCK ? running : systemError(lockPath);
+    // A host of another make may know nothing of the lock.
+    PlainEventPump pump;
+    if (const auto found = connectToHost(progId, pump); found || found.error().code != ErrorCode::NotFound)
+        return running;
+    ::unlink(path.c_str());
+    if (::bind(listener->m_descriptor, address.data(), SocketAddress::size()) != 0)
+        return systemError(path);
+    listener->m_path = path;
+    if (::listen(listener->m_descriptor, 64) != 0)
         return systemError(path);
     return listener;
 }
 
+HostListener::HostListener(int lock) : m_lock(lock), m_descriptor(newSocket()) {}
+
 HostListener::~HostListener()
 {
-    ::unlink(m_path.c_str());
+    if (!m_path.empty())
+        ::unlink(m_path.c_str());
     ::close(m_descriptor);
+    ::close(m_lock);
 }
 
 std::unique_ptr<LineChannel> HostListener::accept()
