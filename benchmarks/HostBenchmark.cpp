@@ -35,6 +35,8 @@ public:
     Messages& messages() override { return *this; }
     void show(const Message&) override {}
     bool ask(const Message&) override { return false; }
+    std::optional<bool> askOrClose(const Message&) override { return false; }
+    bool confirm(const Message&) override { return false; }
     ActionMode mode() const override { return ActionMode::Block; }
     bool autoScale() const override { return false; }
     bool explode() const override { return false; }

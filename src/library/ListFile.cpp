@@ -41,26 +41,30 @@ std::string joined(const std::vector<ListEntry>& entries)
     return bytes;
 }
 
-/// Rewrites a list through its working copy. `change` gives the new line of one, or false to leave it out.
-Result<void> rewriteLine(const std::string& listPath, std::size_t index,
-                         const std::function<bool(std::string& line)>& change)
+using Lines = std::vector<std::string_view>;
+
+/// Rewrites a list through its working copy, with its lines as `change` leaves them. They must hold the line
+/// of `index`, under the path `shown` where one is given; without one, a list that is shorter stays as it is.
+Result<void> rewrite(const std::string& listPath, std::size_t index, const std::optional<std::string>& shown,
+                     const std::function<void(Lines&)>& change)
 {
     const Result<std::string> old = readFile(listPath);
     if (!old)
         return old.error();
-    const std::vector<std::string_view> lines = textLines(*old);
+    Lines lines = textLines(*old);
     if (lines.size() > kMostListLines)
         return tooManyLines(listPath);
-    if (index < 1 || index > lines.size())
+    const bool there = index >= 1 && index <= lines.size();
+    if (shown && !(there && splitLine(lines[index - 1], {}).shownPath() == *shown))
+        return Error{ErrorCode::Busy, toUtf8(wide(listPath)) + ": has been changed by another user"};
+    if (!there)
         return {};
+    change(lines);
     std::string bytes;
     bytes.reserve(old->size() + kLineEnd.size());
-    for (std::size_t i = 1; i <= lines.size(); ++i) {
-        std::string line(lines[i - 1]);
-        if (i != index || change(line)) {
-            bytes += line;
-            bytes += kLineEnd;
-        }
+    for (const std::string_view line : lines) {
+        bytes += line;
+        bytes += kLineEnd;
     }
     return replaceFile(listPath, listWorkingCopy(listPath), bytes);
 }
@@ -130,22 +134,31 @@ Result<void> appendToList(const std::string& listPath, const std::vector<ListEnt
     return appendFile(listPath, (open ? std::string(kLineEnd) : std::string()) + joined(entries));
 }
 
-Result<void> removeListLine(const std::string& listPath, std::size_t index)
+Result<void> removeListLine(const std::string& listPath, std::size_t index,
+                            const std::optional<std::string>& shown)
 {
-    return rewriteLine(listPath, index, [](std::string&) { return false; });
+    return rewrite(listPath, index, shown,
+                   [&](Lines& lines) { lines.erase(lines.begin() + std::ptrdiff_t(index) - 1); });
 }
 
-Result<void> changeListLabel(const std::string& listPath, std::size_t index, const std::string& label)
+Result<void> changeListLabel(const std::string& listPath, std::size_t index, const std::string& label,
+                             const std::optional<std::string>& shown)
 {
-    const Result<std::vector<ListLine>> list = readListFile(listPath);
-    if (!list)
-        return list.error();
-    if (index >= 1 && index <= list->size() && !(*list)[index - 1].separated)
-        return Error{ErrorCode::Damaged, toUtf8(wide(listPath)) + ": line " + std::to_string(index) +
-                                             " has no \";\" between drawing and label"};
-    return rewriteLine(listPath, index, [&](std::string& line) {
-        line.replace(line.rfind(kSeparator) + 1, std::string::npos, label);
-        return true;
+    std::string changed;
+    return rewrite(listPath, index, shown, [&](Lines& lines) {
+        changed = splitLine(lines[index - 1], {}).shownPath() + kSeparator + label;
+        lines[index - 1] = changed;
+    });
+}
+
+Result<void> moveListLine(const std::string& listPath, std::size_t from, std::size_t to,
+                          const std::string& shown)
+{
+    return rewrite(listPath, from, shown, [&](Lines& lines) {
+        const std::string_view moved = lines[from - 1];
+        lines.erase(lines.begin() + std::ptrdiff_t(from) - 1);
+        lines.insert(lines.begin() + std::ptrdiff_t(std::clamp<std::size_t>(to, 1, lines.size() + 1)) - 1,
+                     moved);
     });
 }
 

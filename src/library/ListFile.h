@@ -3,6 +3,7 @@
 #include "platform/Result.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,6 +21,9 @@ struct ListLine : ListEntry {
     /// False for a line without ";", which no program writes. It is all label, under the path of the line
     /// before it, or under an empty path when it is the first.
     bool separated = true;
+
+    /// The path as the windows that change lists show it: the whole line where there is no ";".
+    const std::string& shownPath() const { return separated ? path : label; }
 };
 
 /// Lines of a library are counted in 16 bits.
@@ -43,12 +47,19 @@ Result<void> createList(const std::string& listPath, const std::vector<ListEntry
 /// Adds the entries at the list's end; a missing list is made. Errors: as createList().
 Result<void> appendToList(const std::string& listPath, const std::vector<ListEntry>& entries);
 
-/// Leaves out the line of `index`, from 1, in a rewrite; a list that has no such line stays as it is. Lines
-/// that do not change keep their bytes. A crash or a full disk leaves the old list or the new one. Errors:
-/// NotFound, TooLarge, Denied, Failed, and nothing is changed.
-Result<void> removeListLine(const std::string& listPath, std::size_t index);
-/// Gives the line of `index`, from 1, another label, in the same way. Errors: those, and Damaged for a line
-/// without ";".
-Result<void> changeListLabel(const std::string& listPath, std::size_t index, const std::string& label);
+// A rewrite changes one line, by its place from 1; the others keep their bytes. A crash or a full disk leaves
+// the old list or the new one. `shown` is the path that the user sees in that place: where the list has
+// another one there by now, nothing is changed. Errors of all three: Busy for that; NotFound, TooLarge,
+// Denied, Failed; nothing is changed then.
+
+/// Leaves the line out. Without `shown`, a list that has no such line stays as it is.
+Result<void> removeListLine(const std::string& listPath, std::size_t index,
+                            const std::optional<std::string>& shown = {});
+/// Gives the line another label, and a line without ";" its first one.
+Result<void> changeListLabel(const std::string& listPath, std::size_t index, const std::string& label,
+                             const std::optional<std::string>& shown = {});
+/// Moves the line to another place.
+Result<void> moveListLine(const std::string& listPath, std::size_t from, std::size_t to,
+                          const std::string& shown);
 
 } // namespace zv

@@ -39,6 +39,9 @@ Result<void> appendFile(const std::string& path, std::string_view bytes,
 Result<void> replaceFile(const std::string& path, const std::string& workingCopy, std::string_view bytes);
 /// Deletes a file, read-only or not. Errors: NotFound, Denied, Failed.
 Result<void> deleteFileForced(const std::string& path);
+/// Gives a file another name. Errors: Busy, a file or folder of that name is there, the file itself among
+/// them; NotFound, Denied, Failed.
+Result<void> renameFile(const std::string& from, const std::string& to);
 /// Copies a file over whatever file is there. Errors: NotFound, Denied, Failed.
 Result<void> copyFile(const std::string& from, const std::string& to);
 

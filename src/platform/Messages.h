@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace zv {
@@ -22,6 +23,10 @@ public:
     virtual void show(const Message& message) = 0;
     /// Asks with the buttons Yes and No; true for Yes. Closing the box is No.
     virtual bool ask(const Message& message) = 0;
+    /// Asks with the buttons Yes and No; no answer when the box is closed without either.
+    virtual std::optional<bool> askOrClose(const Message& message) = 0;
+    /// Asks with the buttons OK and Cancel; true for OK. Closing the box is Cancel.
+    virtual bool confirm(const Message& message) = 0;
 };
 
 } // namespace zv

@@ -3,6 +3,7 @@
 #include "window/TextBytes.h"
 
 #include <QApplication>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 namespace zv {
@@ -25,27 +26,62 @@ QMessageBox::Icon iconOf(MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
-int answer(const Message& message, QMessageBox::StandardButtons buttons, QMessageBox::StandardButton closing)
-{
-    QMessageBox box(iconOf(message.icon),
-                    message.title.empty() ? QStringLiteral("Zelvora") : toText(message.title),
-                    toText(message.text), buttons, QApplication::activeWindow());
-    // Paths are shown as they are, whatever marks they hold.
-    box.setTextFormat(Qt::PlainText);
-    box.setEscapeButton(closing);
-    return box.exec();
-}
+/// A message box that knows whether a button was pressed, or Esc or the close box.
+class Box final : public QMessageBox {
+public:
+    Box(const Message& message, StandardButtons buttons)
+        : QMessageBox(iconOf(message.icon),
+                      message.title.empty() ? QStringLiteral("Zelvora") : toText(message.title),
+                      toText(message.text), buttons, QApplication::activeWindow())
+    {
+        // Paths are shown as they are, whatever marks they hold.
+        setTextFormat(Qt::PlainText);
+    }
+    StandardButton answer(StandardButton closing)
+    {
+        setEscapeButton(closing);
+        return StandardButton(exec());
+    }
+    bool wasClosed() const { return m_closed; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override
+    {
+        m_closed = true;
+        QMessageBox::closeEvent(event);
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        m_closed = m_closed || event->matches(QKeySequence::Cancel);
+        QMessageBox::keyPressEvent(event);
+    }
+
+private:
+    bool m_closed = false;
+};
 
 } // namespace
 
 void MessageBoxes::show(const Message& message)
 {
-    answer(message, QMessageBox::Ok, QMessageBox::Ok);
+    Box(message, QMessageBox::Ok).answer(QMessageBox::Ok);
 }
 
 bool MessageBoxes::ask(const Message& message)
 {
-    return answer(message, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return askOrClose(message).value_or(false);
+}
+
+std::optional<bool> MessageBoxes::askOrClose(const Message& message)
+{
+    Box box(message, QMessageBox::Yes | QMessageBox::No);
+    const bool yes = box.answer(QMessageBox::No) == QMessageBox::Yes;
+    return box.wasClosed() ? std::nullopt : std::optional(yes);
+}
+
+bool MessageBoxes::confirm(const Message& message)
+{
+    return Box(message, QMessageBox::Ok | QMessageBox::Cancel).answer(QMessageBox::Cancel) == QMessageBox::Ok;
 }
 
 } // namespace zv

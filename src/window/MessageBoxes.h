@@ -9,6 +9,8 @@ class MessageBoxes final : public Messages {
 public:
     void show(const Message& message) override;
     bool ask(const Message& message) override;
+    std::optional<bool> askOrClose(const Message& message) override;
+    bool confirm(const Message& message) override;
 };
 
 } // namespace zv

@@ -15,21 +15,33 @@ public:
 
     void show(const Message& message) override
     {
-        m_window.setTopmost(false);
-        m_window.program().messages().show(message);
-        backOnTop();
+        below([&](Messages& messages) { messages.show(message); });
     }
     bool ask(const Message& message) override
     {
-        m_window.setTopmost(false);
-        const bool yes = m_window.program().messages().ask(message);
-        backOnTop();
+        bool yes = false;
+        below([&](Messages& messages) { yes = messages.ask(message); });
         return yes;
+    }
+    std::optional<bool> askOrClose(const Message& message) override
+    {
+        std::optional<bool> answer;
+        below([&](Messages& messages) { answer = messages.askOrClose(message); });
+        return answer;
+    }
+    bool confirm(const Message& message) override
+    {
+        bool agreed = false;
+        below([&](Messages& messages) { agreed = messages.confirm(message); });
+        return agreed;
     }
 
 private:
-    void backOnTop()
+    /// Lets a message box stand above the window.
+    template <class Shows> void below(const Shows& shows)
     {
+        m_window.setTopmost(false);
+        shows(m_window.program().messages());
         if (m_window.values().AlwaysOnTop == 1)
             m_window.setTopmost(true);
     }

@@ -131,6 +131,30 @@ TEST(MessageBoxes, AskYesOrNoAndClosingIsNo)
     EXPECT_FALSE(boxes.ask({"text", "title", MessageIcon::Question}));
 }
 
+TEST(MessageBoxes, AQuestionCanBeLeftOpen)
+{
+    MessageBoxes boxes;
+    answerBox(QMessageBox::Yes, [](QMessageBox& box) { EXPECT_EQ(box.buttons().size(), 2); });
+    EXPECT_EQ(boxes.askOrClose({"text", "title", MessageIcon::Question}), true);
+    answerBox(QMessageBox::No, [](QMessageBox&) {});
+    EXPECT_EQ(boxes.askOrClose({"text", "title", MessageIcon::Question}), false);
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    EXPECT_EQ(boxes.askOrClose({"text", "title", MessageIcon::Question}), std::nullopt);
+    QTimer::singleShot(0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape); });
+    EXPECT_EQ(boxes.askOrClose({"text", "title", MessageIcon::Question}), std::nullopt);
+}
+
+TEST(MessageBoxes, ConfirmWithOkOrCancel)
+{
+    MessageBoxes boxes;
+    answerBox(QMessageBox::Ok, [](QMessageBox&) {});
+    EXPECT_TRUE(boxes.confirm({"text", "title", MessageIcon::Question}));
+    answerBox(QMessageBox::Cancel, [](QMessageBox&) {});
+    EXPECT_FALSE(boxes.confirm({"text", "title", MessageIcon::Question}));
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    EXPECT_FALSE(boxes.confirm({"text", "title", MessageIcon::Question}));
+}
+
 TEST(OuterGeometry, ComesBackAsItWasSet)
 {
     QWidget window;

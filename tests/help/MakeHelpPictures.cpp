@@ -32,6 +32,8 @@ class SilentMessages : public zv::Messages {
 public:
     void show(const zv::Message&) override {}
     bool ask(const zv::Message&) override { return false; }
+    std::optional<bool> askOrClose(const zv::Message&) override { return false; }
+    bool confirm(const zv::Message&) override { return false; }
 };
 
 class PictureTaker {

@@ -57,6 +57,8 @@ public:
     Messages& messages() override { return *this; }
     void show(const Message& message) override;
     bool ask(const Message& message) override;
+    std::optional<bool> askOrClose(const Message& message) override { return ask(message); }
+    bool confirm(const Message& message) override { return ask(message); }
 
     ActionMode mode() const override { return currentMode; }
     bool autoScale() const override { return check1; }

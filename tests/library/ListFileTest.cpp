@@ -143,13 +143,55 @@ TEST_F(ListFileTest, ALabelWithASemicolonSplitsThereFromThenOn)
     EXPECT_EQ(read[0].label, "y");
 }
 
-TEST_F(ListFileTest, ALineWithoutASemicolonTakesNoLabel)
+TEST_F(ListFileTest, ALineWithoutASemicolonIsAllPathForItsFirstLabel)
 {
-    const std::string bytes = "a;1\r\nloose\r\n";
-    EXPECT_EQ(changeListLabel(list(bytes), 2, "x").error().code, ErrorCode::Damaged);
+    ASSERT_TRUE(changeListLabel(list("a;1\r\nloose\r\n"), 2, "x"));
+    EXPECT_EQ(folder.read("a.lst"), "a;1\r\nloose;x\r\n");
+}
+
+TEST_F(ListFileTest, OtherLinesWithoutASemicolonKeepTheirBytes)
+{
+    const std::string path = list("loose\r\na;1\r\n\r\nb;2\r\n");
+    EXPECT_EQ(readListFile(path)->front().shownPath(), "loose");
+    EXPECT_EQ((*readListFile(path))[1].shownPath(), "a");
+    ASSERT_TRUE(changeListLabel(path, 2, "x"));
+    EXPECT_EQ(folder.read("a.lst"), "loose\r\na;x\r\n\r\nb;2\r\n");
+    ASSERT_TRUE(removeListLine(path, 2));
+    EXPECT_EQ(folder.read("a.lst"), "loose\r\n\r\nb;2\r\n");
+    ASSERT_TRUE(moveListLine(path, 3, 2, "b"));
+    EXPECT_EQ(folder.read("a.lst"), "loose\r\nb;2\r\n\r\n");
+}
+
+TEST_F(ListFileTest, MovingChangesTheOrderAndNoByteOfALine)
+{
+    const std::string path = list("a;1\r\nb;2\r\nc;3\r\n");
+    ASSERT_TRUE(moveListLine(path, 2, 1, "b"));
+    EXPECT_EQ(folder.read("a.lst"), "b;2\r\na;1\r\nc;3\r\n");
+    ASSERT_TRUE(moveListLine(path, 2, 3, "a"));
+    EXPECT_EQ(folder.read("a.lst"), "b;2\r\nc;3\r\na;1\r\n");
+    EXPECT_FALSE(fileExists(folder.file("a.ls$")));
+}
+
+TEST_F(ListFileTest, WhatAnotherUserAddedStaysThroughAMove)
+{
+    const std::string path = list("a;1\r\nb;2\r\n");
+    ASSERT_TRUE(appendToList(path, {{"c", "3"}}));
+    ASSERT_TRUE(moveListLine(path, 2, 1, "b"));
+    EXPECT_EQ(folder.read("a.lst"), "b;2\r\na;1\r\nc;3\r\n");
+}
+
+TEST_F(ListFileTest, ALineThatIsNotWhereTheUserSeesItIsLeftAlone)
+{
+    const std::string bytes = "new;0\r\na;1\r\nb;2\r\n";
+    const std::string path = list(bytes);
+    EXPECT_EQ(moveListLine(path, 2, 1, "b").error().code, ErrorCode::Busy);
+    EXPECT_EQ(removeListLine(path, 1, "a").error().code, ErrorCode::Busy);
+    EXPECT_EQ(changeListLabel(path, 2, "x", "b").error().code, ErrorCode::Busy);
+    EXPECT_EQ(removeListLine(path, 4, "b").error().code, ErrorCode::Busy) << "the list has become shorter";
     EXPECT_EQ(folder.read("a.lst"), bytes);
-    ASSERT_TRUE(removeListLine(folder.file("a.lst"), 1));
-    EXPECT_EQ(folder.read("a.lst"), "loose\r\n");
+    ASSERT_TRUE(changeListLabel(path, 3, "x", "b"));
+    ASSERT_TRUE(removeListLine(path, 2, "a"));
+    EXPECT_EQ(folder.read("a.lst"), "new;0\r\nb;x\r\n");
 }
 
 TEST_F(ListFileTest, BytesThatAreNoTextSurviveARewrite)

@@ -121,6 +121,21 @@ TEST_F(FilesTest, ForcedDeletionTakesReadOnlyFilesAndNoFolders)
     EXPECT_FALSE(deleteFileForced(folder.path()));
 }
 
+TEST_F(FilesTest, RenamingKeepsTheBytesAndTakesNoOtherFilesPlace)
+{
+    const std::string from = folder.write("a", "x\r\n");
+    ASSERT_TRUE(renameFile(from, folder.file("b")));
+    EXPECT_FALSE(fileExists(from));
+    EXPECT_EQ(folder.read("b"), "x\r\n");
+    folder.write("c", "other");
+    EXPECT_EQ(renameFile(folder.file("b"), folder.file("c")).error().code, ErrorCode::Busy);
+    EXPECT_EQ(renameFile(folder.file("b"), folder.file("b")).error().code, ErrorCode::Busy);
+    EXPECT_EQ(folder.read("b"), "x\r\n");
+    EXPECT_EQ(folder.read("c"), "other");
+    EXPECT_EQ(renameFile(folder.file("none"), folder.file("d")).error().code, ErrorCode::NotFound);
+    EXPECT_FALSE(renameFile(folder.file("b"), folder.file("no/such")));
+}
+
 TEST_F(FilesTest, CopyingGoesOverAFileThatIsThere)
 {
     const std::string from = folder.write("a", "new");

@@ -4,6 +4,7 @@
 #include "platform/posix/WorkingCopy.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -106,6 +107,20 @@ Result<void> deleteFileForced(const std::string& path)
     if (::unlink(path.c_str()) != 0)
         return systemError(path);
     return {};
+}
+
+Result<void> renameFile(const std::string& from, const std::string& to)
+{
+    int renamed = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
+    struct stat there {};
+    // Not every file system can refuse by itself to take another file's place.
+    if (renamed != 0 && (errno == EINVAL || errno == ENOSYS) && ::lstat(to.c_str(), &there) != 0)
+        renamed = ::rename(from.c_str(), to.c_str());
+    if (renamed == 0)
+        return {};
+    if (::lstat(to.c_str(), &there) == 0)
+        return Error{ErrorCode::Busy, to + ": is there already"};
+    return systemError(from);
 }
 
 Result<void> copyFile(const std::string& from, const std::string& to)

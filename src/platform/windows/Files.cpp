@@ -201,6 +201,16 @@ Result<void> deleteFileForced(const std::string& path)
     return {};
 }
 
+Result<void> renameFile(const std::string& from, const std::string& to)
+{
+    // The system itself finds nothing wrong with a new name that differs in case alone, or not at all.
+    if (attributesOf(to) != INVALID_FILE_ATTRIBUTES)
+        return Error{ErrorCode::Busy, to + ": is there already"};
+    if (!::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_WRITE_THROUGH))
+        return lastError(from);
+    return {};
+}
+
 Result<void> copyFile(const std::string& from, const std::string& to)
 {
     if (!fileExists(from))
