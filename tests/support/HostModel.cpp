@@ -19,6 +19,8 @@ const char* kindName(HostModel::Kind kind)
         return "application";
     case HostModel::Kind::Document:
         return "document";
+    case HostModel::Kind::Documents:
+        return "documents";
     case HostModel::Kind::Blocks:
         return "blocks";
     case HostModel::Kind::Block:
@@ -157,8 +159,12 @@ HostModel::Reply HostModel::member(const Object& object, const std::string& name
         if (name == "caption")
             return {Outcome::Answer, m_caption, {}};
         if (name == "activedocument")
-            return {Outcome::Answer, Object{Kind::Document, 0}, {}};
+            return {Outcome::Answer, Object{Kind::Document, m_opened ? 1U : 0U}, {}};
+        if (name == "documents")
+            return {Outcome::Answer, Object{Kind::Documents, 0}, {}};
     } else if (object.kind == Kind::Document) {
+        if (name == "application")
+            return {Outcome::Answer, Object{Kind::Application, 0}, {}};
         if (name == "blocks")
             return {Outcome::Answer, Object{Kind::Blocks, 0}, {}};
         if (name == "utility")
@@ -206,6 +212,13 @@ HostModel::Reply HostModel::call(const Object& object, const std::string& name, 
             m_variables[lowered(variable)] = value;
         return reply;
     }
+    if (object.kind == Kind::Documents && (member == "open" || member == "add")) {
+        const Reply reply = withFaults(name, {Outcome::Answer, Object{Kind::Document, 1}, {}});
+        m_opened = m_opened || reply.outcome == Outcome::Answer;
+        return reply;
+    }
+    if (object.kind == Kind::Document && member == "close")
+        return withFaults(name, {});
     if (object.kind == Kind::Utility && member == "getpoint")
         return withFaults(name, {Outcome::Answer, m_point, {}});
     if (object.kind == Kind::Utility && member == "translatecoordinates")

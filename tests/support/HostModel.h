@@ -25,10 +25,10 @@ namespace zv::test {
 ///   transcript PATH           where each use of a member is written down
 class HostModel {
 public:
-    enum class Kind { Application, Document, Blocks, Block, Utility };
+    enum class Kind { Application, Document, Documents, Blocks, Block, Utility };
     struct Object {
         Kind kind = Kind::Application;
-        std::size_t index = 0; ///< Of a block.
+        std::size_t index = 0; ///< Of a block; of a document, 1 for one that was opened here.
     };
     struct Point {
         double x = 0, y = 0, z = 0;
@@ -86,6 +86,7 @@ private:
     std::vector<Fault> m_faults;
     std::map<std::string, int> m_uses;
     Point m_point{1.5, 2, 0};
+    bool m_opened = false; ///< A document was opened or made here, and is the active one.
 };
 
 /// A name in lower case, for names meet without regard to case.
