@@ -3,10 +3,10 @@
 #include "DocumentEdit.h"
 #include "FindFile.h"
 
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
 #include "drawing/Writer.h"
 #include "drawing/fonts/FontFolder.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "drawing/scene/SceneBuilder.h"
 #include "platform/Files.h"
 #include "platform/System.h"

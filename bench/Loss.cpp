@@ -1,8 +1,8 @@
 #include "DocumentEdit.h"
 
-#include "drawing/Container.h"
-#include "drawing/ObjectMap.h"
 #include "drawing/Writer.h"
+#include "drawing/container/Container.h"
+#include "drawing/records/ObjectMap.h"
 
 #include <algorithm>
 #include <span>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "drawing/Document.h"
-#include "drawing/scene/Transform.h"
+#include "drawing/geometry/Transform.h"
 
 #include <optional>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "Similarity.h"
 
-#include "drawing/scene/Transform.h"
+#include "drawing/geometry/Transform.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "drawing/Preview.h"
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
+#include "drawing/preview/Preview.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "platform/Files.h"
 
 #include <benchmark/benchmark.h>

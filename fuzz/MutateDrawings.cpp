@@ -2,9 +2,9 @@
 //   mutate-drawings FOLDER COUNT [FIRST]
 // The damage follows from its number alone, so that a failure can be repeated: COUNT 1, FIRST its number.
 
-#include "drawing/Preview.h"
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
+#include "drawing/preview/Preview.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "platform/Files.h"
 
 #include <algorithm>

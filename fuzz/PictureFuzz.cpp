@@ -1,4 +1,4 @@
-#include "drawing/StoredPicture.h"
+#include "drawing/entities/StoredPicture.h"
 #include "drawing/fonts/FontFolder.h"
 #include "drawing/scene/SceneBuilder.h"
 

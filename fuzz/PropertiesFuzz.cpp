@@ -1,6 +1,6 @@
 #include "Fuzz.h"
 
-#include "drawing/PropertiesReader.h"
+#include "drawing/properties/PropertiesReader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -1,7 +1,7 @@
 #include "controls/ThumbnailPicture.h"
 
-#include "drawing/Container.h"
-#include "drawing/Preview.h"
+#include "drawing/container/Container.h"
+#include "drawing/preview/Preview.h"
 
 #include <QPainter>
 

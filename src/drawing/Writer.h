@@ -1,7 +1,7 @@
 #pragma once
 
 #include "drawing/Document.h"
-#include "drawing/Preview.h"
+#include "drawing/preview/Preview.h"
 #include "platform/Result.h"
 
 #include <optional>

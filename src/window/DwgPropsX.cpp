@@ -1,6 +1,6 @@
 #include "window/DwgPropsX.h"
 
-#include "drawing/PropertiesReader.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "platform/Text.h"
 
 namespace zv {

@@ -1,6 +1,6 @@
-#include "drawing/BitReader.h"
-#include "drawing/CodePage.h"
-#include "drawing/RecordReader.h"
+#include "drawing/bits/BitReader.h"
+#include "drawing/bits/CodePage.h"
+#include "drawing/records/RecordReader.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "drawing/write/BitWriter.h"
 
-#include "drawing/BitReader.h"
+#include "drawing/bits/BitReader.h"
 #include "drawing/write/Record.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "drawing/BlockReader.h"
+#include "drawing/read/BlockReader.h"
 #include "support/TestRecord.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "drawing/Container.h"
+#include "drawing/container/Container.h"
 
 #include "DrawingBuilder.h"
 

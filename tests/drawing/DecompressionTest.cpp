@@ -1,4 +1,4 @@
-#include "drawing/Decompression.h"
+#include "drawing/container/Decompression.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "drawing/EntityRecord.h"
+#include "drawing/entities/EntityRecord.h"
 #include "support/TestRecord.h"
 
 #include <gtest/gtest.h>

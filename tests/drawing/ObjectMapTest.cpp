@@ -1,4 +1,4 @@
-#include "drawing/ObjectMap.h"
+#include "drawing/records/ObjectMap.h"
 #include "drawing/write/BitWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "drawing/write/PagesR2007.h"
 
-#include "drawing/Decompression.h"
-#include "drawing/ReedSolomon.h"
+#include "drawing/container/Decompression.h"
+#include "drawing/container/ReedSolomon.h"
 #include "drawing/write/Bytes.h"
 #include "drawing/write/CompressionR2007.h"
 #include "platform/Files.h"

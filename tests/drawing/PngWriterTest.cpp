@@ -1,4 +1,4 @@
-#include "drawing/PngWriter.h"
+#include "drawing/preview/PngWriter.h"
 
 #include <gtest/gtest.h>
 

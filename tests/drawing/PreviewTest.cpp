@@ -1,4 +1,4 @@
-#include "drawing/Preview.h"
+#include "drawing/preview/Preview.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "drawing/PropertiesReader.h"
-#include "drawing/PropertiesRecord.h"
+#include "drawing/properties/PropertiesReader.h"
+#include "drawing/properties/PropertiesRecord.h"
 
 #include "DrawingBuilder.h"
 

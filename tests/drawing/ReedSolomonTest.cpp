@@ -1,4 +1,4 @@
-#include "drawing/ReedSolomon.h"
+#include "drawing/container/ReedSolomon.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "drawing/SolidEdges.h"
+#include "drawing/entities/SolidEdges.h"
 #include "drawing/write/BitWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "drawing/StoredPicture.h"
+#include "drawing/entities/StoredPicture.h"
 #include "drawing/write/BitWriter.h"
 
 #include <gtest/gtest.h>

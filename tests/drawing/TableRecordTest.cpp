@@ -1,5 +1,5 @@
-#include "drawing/ClassTable.h"
-#include "drawing/TableRecords.h"
+#include "drawing/records/ClassTable.h"
+#include "drawing/records/TableRecords.h"
 #include "support/TestRecord.h"
 
 #include <gtest/gtest.h>

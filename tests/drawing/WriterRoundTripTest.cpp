@@ -1,12 +1,12 @@
-#include "drawing/BitReader.h"
-#include "drawing/Container.h"
 #include "drawing/Describe.h"
 #include "drawing/EveryKind.h"
-#include "drawing/ObjectMap.h"
-#include "drawing/Preview.h"
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
 #include "drawing/Writer.h"
+#include "drawing/bits/BitReader.h"
+#include "drawing/container/Container.h"
+#include "drawing/preview/Preview.h"
+#include "drawing/properties/PropertiesReader.h"
+#include "drawing/records/ObjectMap.h"
 
 #include <gtest/gtest.h>
 

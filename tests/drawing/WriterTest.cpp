@@ -1,7 +1,7 @@
 #include "drawing/Writer.h"
 
-#include "drawing/Container.h"
 #include "drawing/EveryKind.h"
+#include "drawing/container/Container.h"
 #include "drawing/write/BitWriter.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "Office.h"
 
-#include "drawing/Preview.h"
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
+#include "drawing/preview/Preview.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "platform/System.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/ObjectHeader.h"
+#include "drawing/records/ObjectHeader.h"
 #include "drawing/write/BitWriter.h"
 
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/scene/Transform.h"
+#include "drawing/geometry/Transform.h"
 
 #include <span>
 #include <vector>

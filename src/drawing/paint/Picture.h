@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/Preview.h"
 #include "drawing/paint/ScenePainter.h"
+#include "drawing/preview/Preview.h"
 #include "platform/Result.h"
 
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "drawing/scene/HatchLoops.h"
 
-#include "drawing/scene/Nurbs.h"
+#include "drawing/geometry/Nurbs.h"
 
 namespace zv::dwg {
 

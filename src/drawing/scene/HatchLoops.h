@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/scene/Path.h"
+#include "drawing/geometry/Path.h"
 
 namespace zv::dwg {
 

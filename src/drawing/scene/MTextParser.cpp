@@ -1,7 +1,7 @@
 #include "drawing/scene/MTextParser.h"
 
 #include "drawing/ColorTable.h"
-#include "drawing/scene/Transform.h"
+#include "drawing/geometry/Transform.h"
 
 #include <cmath>
 #include <string>

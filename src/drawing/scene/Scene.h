@@ -1,7 +1,7 @@
 #pragma once
 
 #include "drawing/fonts/Font.h"
-#include "drawing/scene/Path.h"
+#include "drawing/geometry/Path.h"
 
 #include <cstdint>
 #include <memory>

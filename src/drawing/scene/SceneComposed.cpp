@@ -1,4 +1,4 @@
-#include "drawing/scene/Nurbs.h"
+#include "drawing/geometry/Nurbs.h"
 #include "drawing/scene/SceneParts.h"
 
 namespace zv::dwg {

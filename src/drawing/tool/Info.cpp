@@ -1,9 +1,9 @@
 #include "drawing/tool/Info.h"
 
-#include "drawing/FileStart.h"
-#include "drawing/Preview.h"
-#include "drawing/PropertiesReader.h"
 #include "drawing/Reader.h"
+#include "drawing/container/FileStart.h"
+#include "drawing/preview/Preview.h"
+#include "drawing/properties/PropertiesReader.h"
 #include "platform/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "drawing/PngWriter.h"
-#include "drawing/Preview.h"
 #include "drawing/Reader.h"
+#include "drawing/preview/PngWriter.h"
+#include "drawing/preview/Preview.h"
 #include "drawing/tool/Info.h"
 #include "platform/Files.h"
 #include "platform/RunProgram.h"

@@ -1,6 +1,6 @@
 #include "drawing/write/CompressionR2007.h"
 
-#include "drawing/LiteralOrderR2007.h"
+#include "drawing/container/LiteralOrderR2007.h"
 
 #include <algorithm>
 #include <cstdint>

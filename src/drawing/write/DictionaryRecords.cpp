@@ -1,6 +1,6 @@
 #include "drawing/write/TableRecords.h"
 
-#include "drawing/ObjectRecords.h"
+#include "drawing/records/ObjectRecords.h"
 
 #include "platform/Text.h"
 

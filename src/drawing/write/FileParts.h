@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Preview.h"
+#include "drawing/preview/Preview.h"
 #include "drawing/write/HeaderSection.h"
 #include "drawing/write/Record.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/FilePages.h"
+#include "drawing/container/FilePages.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/PagesR2004.h"
+#include "drawing/container/PagesR2004.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #include "drawing/write/PagesR2007.h"
 
-#include "drawing/PagesR2004.h"
-#include "drawing/ReedSolomon.h"
+#include "drawing/container/PagesR2004.h"
+#include "drawing/container/ReedSolomon.h"
 #include "drawing/write/BitWriter.h"
 #include "drawing/write/Bytes.h"
 #include "drawing/write/CompressionR2007.h"

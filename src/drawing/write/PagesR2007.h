@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/MapsR2007.h"
+#include "drawing/container/MapsR2007.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/ObjectType.h"
+#include "drawing/records/ObjectType.h"
 #include "drawing/write/BitWriter.h"
 
 #include <algorithm>

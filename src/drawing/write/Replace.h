@@ -1,7 +1,7 @@
 #pragma once
 
-#include "drawing/Container.h"
 #include "drawing/Writer.h"
+#include "drawing/container/Container.h"
 
 namespace zv::dwg {
 

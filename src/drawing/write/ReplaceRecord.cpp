@@ -1,9 +1,9 @@
 // Properties of AC1015 files: the record DWGPROPS of the named-object dictionary.
 #include "drawing/write/Replace.h"
 
-#include "drawing/HeaderVariables.h"
-#include "drawing/ObjectMap.h"
-#include "drawing/RecordReader.h"
+#include "drawing/records/HeaderVariables.h"
+#include "drawing/records/ObjectMap.h"
+#include "drawing/records/RecordReader.h"
 #include "drawing/write/Bytes.h"
 #include "drawing/write/FileParts.h"
 #include "drawing/write/TableRecords.h"

@@ -1,9 +1,9 @@
 // Properties of AC1018 and later, but not AC1021: the summary section.
 #include "drawing/write/Replace.h"
 
-#include "drawing/FileStart.h"
-#include "drawing/MapsR2004.h"
-#include "drawing/PagedContainer.h"
+#include "drawing/container/FileStart.h"
+#include "drawing/container/MapsR2004.h"
+#include "drawing/container/PagedContainer.h"
 #include "drawing/write/BitWriter.h"
 #include "drawing/write/Bytes.h"
 #include "drawing/write/GapTree.h"

@@ -1,9 +1,9 @@
 // Properties of AC1021: the summary section.
 #include "drawing/write/Replace.h"
 
-#include "drawing/FileStart.h"
-#include "drawing/MapsR2007.h"
-#include "drawing/PagedContainer.h"
+#include "drawing/container/FileStart.h"
+#include "drawing/container/MapsR2007.h"
+#include "drawing/container/PagedContainer.h"
 #include "drawing/write/BitWriter.h"
 #include "drawing/write/Bytes.h"
 #include "drawing/write/PageList.h"

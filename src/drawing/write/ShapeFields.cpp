@@ -1,6 +1,6 @@
 #include "drawing/write/ShapeFields.h"
 
-#include "drawing/TextFlags.h"
+#include "drawing/entities/TextFlags.h"
 
 #include <algorithm>
 #include <cmath>

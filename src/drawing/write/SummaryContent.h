@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/Container.h"
+#include "drawing/container/Container.h"
 
 #include <string>
 

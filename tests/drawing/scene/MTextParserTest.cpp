@@ -1,5 +1,5 @@
 #include "drawing/scene/MTextParser.h"
-#include "drawing/scene/Transform.h"
+#include "drawing/geometry/Transform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,188 @@
+#include "drawing/records/ObjectHeader.h"
+
+#include <algorithm>
+#include <array>
+
+namespace zv::dwg {
+
+namespace {
+
+/// The bytes of a record, from its object type on, and the size in bits of the handles at their end (R2010+).
+struct RecordFrame {
+    std::span<const std::byte> data;
+    std::size_t handleBits = 0;
+};
+
+std::optional<RecordFrame> frameRecord(std::span<const std::byte> objects, std::uint64_t offset,
+                                       Version version)
+{
+    constexpr std::size_t kLongestSize = 16;
+    if (offset >= objects.size())
+        return {};
+    const auto from = objects.subspan(static_cast<std::size_t>(offset));
+    BitReader in(from.first(std::min(from.size(), kLongestSize)));
+    RecordFrame frame;
+    const std::size_t size = in.modularShort();
+    if (version >= Version::R2010)
+        frame.handleBits = static_cast<std::size_t>(in.modularCharUnsigned());
+    const std::size_t start = in.position() / 8;
+    if (!in.ok() || size == 0 || size > from.size() - start || frame.handleBits > size * 8)
+        return {};
+    frame.data = from.subspan(start, size);
+    return frame;
+}
+
+void skipExtendedData(RecordReader& in)
+{
+    while (in.ok()) {
+        const auto size = static_cast<std::uint16_t>(in.bitShort());
+        if (size == 0)
+            return;
+        in.handleReference();
+        in.skip(std::size_t{size} * 8);
+    }
+}
+
+/// R2000 to R2007 tell where the handles begin at the start of the record, older ones later on.
+void readStart(RecordReader& in, ObjectHeader& header)
+{
+    if (in.version() >= Version::R2000 && in.version() <= Version::R2007)
+        in.setHandlesAt(in.rawLong());
+    header.handle = in.handleReference().value;
+    in.setBase(header.handle);
+    header.extendedDataAt = in.position();
+    skipExtendedData(in);
+}
+
+void readReactors(RecordReader& in, ObjectHeader& header)
+{
+    BitReader& handles = in.handles();
+    const std::uint32_t reactors = handles.checkedCount(in.bitLong(), 8);
+    for (std::uint32_t i = 0; i < reactors; ++i)
+        handles.handleReference();
+    const bool none = in.version() >= Version::R2004 && in.bit();
+    if (!none)
+        header.extensionDictionary = in.handle();
+    if (in.version() >= Version::R2013)
+        in.bit(); // It has data in a section of its own.
+}
+
+void readLinetype(RecordReader& in, EntityHeader& header)
+{
+    constexpr unsigned kByHandle = 3;
+    header.linetypeKind = static_cast<EntityHeader::LinetypeKind>(in.bitPair());
+    if (header.linetypeKind == EntityHeader::LinetypeKind::Own)
+        header.linetype = in.handle();
+    if (in.version() >= Version::R2007) {
+        if (in.bitPair() == kByHandle)
+            in.handle(); // Material.
+        in.rawChar();    // Shadows.
+    }
+    if (in.bitPair() == kByHandle)
+        in.handle(); // Plot style.
+    if (in.version() >= Version::R2010) {
+        for (int visualStyle = 0; visualStyle < 3; ++visualStyle) {
+            if (in.bit())
+                in.handle();
+        }
+    }
+}
+
+void skipPicture(RecordReader& in, EntityHeader& header)
+{
+    if (!in.bit())
+        return;
+    const std::uint64_t bytes = in.version() >= Version::R2010 ? in.bitLongLong() : in.rawLong();
+    if (bytes > in.left() / 8)
+        return in.fail();
+    header.pictureAt = in.position();
+    header.pictureSize = static_cast<std::size_t>(bytes);
+    in.skip(header.pictureSize * 8);
+}
+
+} // namespace
+
+std::optional<OpenRecord> openRecord(std::span<const std::byte> objects, std::uint64_t offset,
+                                     Version version, int codePage)
+{
+    const auto frame = frameRecord(objects, offset, version);
+    if (!frame)
+        return {};
+    OpenRecord record{RecordReader(frame->data, version, codePage), 0, frame->data.size()};
+    if (version >= Version::R2010)
+        record.in.setHandlesAt(frame->data.size() * 8 - frame->handleBits);
+    record.type = record.in.objectType();
+    if (!record.in.ok())
+        return {};
+    return record;
+}
+
+ObjectHeader readObjectHeader(RecordReader& in)
+{
+    ObjectHeader header;
+    readStart(in, header);
+    if (in.version() <= Version::R14)
+        in.setHandlesAt(in.rawLong());
+    header.owner = in.handle();
+    readReactors(in, header);
+    return header;
+}
+
+EntityHeader readEntityHeader(RecordReader& in)
+{
+    EntityHeader header;
+    readStart(in, header);
+    skipPicture(in, header);
+    if (in.version() <= Version::R14)
+        in.setHandlesAt(in.rawLong());
+    readEntityMode(in, header);
+    return header;
+}
+
+void readEntityMode(RecordReader& in, EntityHeader& header)
+{
+    const Version version = in.version();
+    const unsigned mode = in.bitPair();
+    header.inPaperSpace = mode == 1;
+    header.inModelSpace = mode == 2;
+    if (mode == 0)
+        header.owner = in.handle();
+    readReactors(in, header);
+    if (version <= Version::R14) {
+        header.layer = in.handle();
+        if (!in.bit()) {
+            header.linetypeKind = EntityHeader::LinetypeKind::Own;
+            header.linetype = in.handle();
+        }
+    }
+    if (version <= Version::R2000) {
+        const bool neighbours = in.bit();
+        header.previous = neighbours ? header.handle - 1 : in.handle();
+        header.next = neighbours ? header.handle + 1 : in.handle();
+    }
+    bool named = false;
+    header.color = in.entityColor(header.alpha, header.ownAlpha, named);
+    if (named)
+        header.colorObject = in.handle();
+    header.linetypeScale = in.bitDouble();
+    if (version >= Version::R2000) {
+        header.layer = in.handle();
+        readLinetype(in, header);
+    }
+    header.invisible = (in.bitShort() & 1) != 0;
+    if (version >= Version::R2000)
+        header.lineweight = lineweightFromCode(in.rawChar());
+}
+
+int lineweightFromCode(unsigned code)
+{
+    constexpr std::array kWeights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
+                                  53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+    if (code < kWeights.size())
+        return kWeights[code];
+    if (code == 29)
+        return kLineweightByLayer;
+    return code == 30 ? kLineweightByBlock : kLineweightDefault;
+}
+
+} // namespace zv::dwg

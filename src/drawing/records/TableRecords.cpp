@@ -1,0 +1,269 @@
+#include "drawing/records/TableRecords.h"
+
+#include "drawing/bits/CodePage.h"
+#include "drawing/records/ExtendedData.h"
+
+namespace zv::dwg {
+
+namespace {
+
+constexpr unsigned kFewestHandleBits = 8;
+
+/// The name, and whether the entry depends on an external reference.
+bool readEntryName(RecordReader& in, Text& name)
+{
+    constexpr int kDependsOnXref = 0x100;
+    name = in.text();
+    if (in.version() >= Version::R2007)
+        return (in.bitShort() & kDependsOnXref) != 0;
+    in.bit();      // Referred to.
+    in.bitShort(); // Which reference.
+    return in.bit();
+}
+
+std::vector<Handle> readHandles(RecordReader& in, std::int64_t count)
+{
+    std::vector<Handle> handles(in.handles().checkedCount(count, kFewestHandleBits));
+    for (Handle& handle : handles)
+        handle = in.handle();
+    return handles;
+}
+
+void readLayerState(RecordReader& in, Layer& layer)
+{
+    if (in.version() <= Version::R14) {
+        layer.frozen = in.bit();
+        layer.off = in.bit();
+        in.bit(); // Frozen in new viewports.
+        layer.locked = in.bit();
+        return;
+    }
+    const unsigned values = static_cast<std::uint16_t>(in.bitShort());
+    layer.frozen = (values & 1) != 0;
+    layer.off = (values & 2) != 0;
+    layer.locked = (values & 8) != 0;
+    layer.plotted = (values & 16) != 0;
+    layer.lineweight = lineweightFromCode((values >> 5) & 0x1F);
+}
+
+/// The text that starts at a place, counted in letters, of the linetype's area of texts.
+Text textAt(const std::string& area, std::size_t place, Version version, int codePage)
+{
+    if (place >= area.size())
+        return {};
+    if (version < Version::R2007)
+        return decodeText(std::string_view(area).substr(place, area.find('\0', place) - place), codePage);
+    Text units;
+    for (std::size_t at = 2 * place; at + 1 < area.size(); at += 2) {
+        const auto unit = static_cast<char16_t>(static_cast<unsigned char>(area[at]) |
+                                                static_cast<unsigned char>(area[at + 1]) << 8);
+        if (unit == 0)
+            break;
+        units += unit;
+    }
+    return decodeUnits(std::move(units));
+}
+
+} // namespace
+
+std::vector<Handle> readTableControl(RecordReader& in, int extraHandles)
+{
+    readObjectHeader(in);
+    const std::int64_t entries = in.bitLong();
+    return readHandles(in, entries < 0 ? entries : entries + extraHandles);
+}
+
+BlockHeader readBlockHeader(RecordReader& in)
+{
+    BlockHeader out;
+    const Version version = in.version();
+    out.header = readObjectHeader(in);
+    BlockRecord& block = out.block;
+    block.handle = out.header.handle;
+    readEntryName(in, block.name);
+    block.anonymous = in.bit();
+    in.bit(); // It has attribute definitions.
+    block.xref = in.bit();
+    block.xrefOverlay = in.bit();
+    if (version >= Version::R2000)
+        in.bit(); // Loaded.
+    const bool ownEntities = !block.xref && !block.xrefOverlay;
+    std::int64_t owned = 0;
+    if (version >= Version::R2004 && ownEntities)
+        owned = in.bitLong();
+    block.base = in.bitPoint3();
+    block.xrefPath = in.text();
+    std::int64_t inserts = 0;
+    if (version >= Version::R2000) {
+        while (in.rawChar() != 0)
+            ++inserts;
+        block.description = in.text();
+        in.skip(std::size_t{in.count(8)} * 8); // Its picture.
+    }
+    if (version >= Version::R2007)
+        block.units = in.bitShort();
+    in.handle();
+    out.begin = in.handle();
+    if (version <= Version::R2000 && ownEntities) {
+        out.first = in.handle();
+        out.last = in.handle();
+    }
+    out.owned = readHandles(in, owned);
+    // Behind them stand the block's end, its inserts and its layout.
+    return out;
+}
+
+ObjectHeader readLayer(RecordReader& in, Layer& layer)
+{
+    const ObjectHeader header = readObjectHeader(in);
+    layer.handle = header.handle;
+    layer.xref = readEntryName(in, layer.name);
+    readLayerState(in, layer);
+    layer.color = in.color();
+    in.handle(); // The external reference.
+    if (in.version() >= Version::R2000)
+        in.handle(); // Plot style.
+    if (in.version() >= Version::R2007)
+        in.handle(); // Material.
+    layer.linetype = in.handle();
+    // Its transparency hangs on it as extended data: one number, whose highest byte tells that it has its
+    // own.
+    constexpr std::int32_t kOwnTransparency = 0x02;
+    for (const ExtendedData& data : readExtendedData(in, header)) {
+        if (data.items.size() == 1 && data.items[0].code == 1071 &&
+            data.items[0].number >> 24 == kOwnTransparency)
+            layer.alpha = static_cast<std::uint8_t>(data.items[0].number);
+    }
+    return header;
+}
+
+ObjectHeader readLinetype(RecordReader& in, Linetype& linetype)
+{
+    constexpr unsigned kAbsoluteRotation = 1, kText = 2, kShape = 4;
+    constexpr std::size_t kTextArea = 256, kWideTextArea = 512;
+    const Version version = in.version();
+    const ObjectHeader header = readObjectHeader(in);
+    linetype.handle = header.handle;
+    readEntryName(in, linetype.name);
+    linetype.description = in.text();
+    linetype.patternLength = in.bitDouble();
+    in.rawChar(); // Alignment, always "A".
+    const unsigned dashes = in.rawChar();
+    std::vector<unsigned> flags(dashes);
+    linetype.dashes.resize(dashes);
+    bool texts = false;
+    for (unsigned i = 0; i < dashes && in.ok(); ++i) {
+        LinetypeDash& dash = linetype.dashes[i];
+        dash.length = in.bitDouble();
+        dash.shape = static_cast<std::uint16_t>(in.bitShort());
+        dash.offset = in.rawPoint2();
+        dash.scale = in.bitDouble();
+        dash.rotation = in.bitDouble();
+        flags[i] = static_cast<std::uint16_t>(in.bitShort());
+        dash.absoluteRotation = (flags[i] & kAbsoluteRotation) != 0;
+        texts = texts || (flags[i] & kText) != 0;
+    }
+    std::string area;
+    if (version <= Version::R2004)
+        area = in.bytes(kTextArea);
+    else if (texts)
+        area = in.bytes(kWideTextArea);
+    in.handle(); // The external reference.
+    for (unsigned i = 0; i < dashes && in.ok(); ++i) {
+        LinetypeDash& dash = linetype.dashes[i];
+        dash.style = in.handle();
+        if ((flags[i] & kText) != 0)
+            dash.text = textAt(area, dash.shape, version, in.codePage());
+        if ((flags[i] & kShape) == 0)
+            dash.shape = 0;
+    }
+    return header;
+}
+
+ObjectHeader readTextStyle(RecordReader& in, TextStyle& style)
+{
+    constexpr unsigned kBackward = 2, kUpsideDown = 4;
+    constexpr std::int32_t kBold = 0x2000000, kItalic = 0x1000000;
+    const ObjectHeader header = readObjectHeader(in);
+    style.handle = header.handle;
+    readEntryName(in, style.name);
+    style.shapeFile = in.bit();
+    style.vertical = in.bit();
+    style.height = in.bitDouble();
+    style.widthFactor = in.bitDouble();
+    style.oblique = in.bitDouble();
+    const unsigned generation = in.rawChar();
+    style.backward = (generation & kBackward) != 0;
+    style.upsideDown = (generation & kUpsideDown) != 0;
+    in.bitDouble(); // The height that was used last.
+    style.font = in.text();
+    style.bigFont = in.text();
+    // The family of a TrueType font hangs on the style as extended data: its name, then flags.
+    for (const ExtendedData& data : readExtendedData(in, header)) {
+        if (data.items.size() != 2 || data.items[0].code != 1000 || data.items[1].code != 1071)
+            continue;
+        style.typeface = data.items[0].text;
+        style.bold = (data.items[1].number & kBold) != 0;
+        style.italic = (data.items[1].number & kItalic) != 0;
+    }
+    return header;
+}
+
+namespace {
+
+void readDimensionStyleR14(RecordReader& in, DimensionStyle& style)
+{
+    in.skip(11); // DIMTOL to DIMSOXD.
+    in.skip(2 * 8);
+    in.skip(2);
+    in.skip(3 * 8);
+    in.skip(1);
+    in.skip(4 * 8);
+    for (int i = 0; i < 6; ++i)
+        in.bitShort();
+    style.scale = in.bitDouble();
+    style.arrowSize = in.bitDouble();
+    for (int i = 0; i < 7; ++i) // DIMEXO to DIMTM.
+        in.bitDouble();
+    style.textHeight = in.bitDouble();
+}
+
+void readDimensionStyleR2000(RecordReader& in, DimensionStyle& style)
+{
+    in.text(); // DIMPOST
+    in.text(); // DIMAPOST
+    style.scale = in.bitDouble();
+    style.arrowSize = in.bitDouble();
+    for (int i = 0; i < 7; ++i) // DIMEXO to DIMTM.
+        in.bitDouble();
+    if (in.version() >= Version::R2007) {
+        in.bitDouble(); // DIMFXL
+        in.bitDouble(); // DIMJOGANG
+        in.bitShort();  // DIMTFILL
+        in.color();     // DIMTFILLCLR
+    }
+    in.skip(6);                 // DIMTOL to DIMSE2.
+    for (int i = 0; i < 3; ++i) // DIMTAD, DIMZIN, DIMAZIN.
+        in.bitShort();
+    if (in.version() >= Version::R2007)
+        in.bitShort(); // DIMARCSYM
+    style.textHeight = in.bitDouble();
+}
+
+} // namespace
+
+ObjectHeader readDimensionStyle(RecordReader& in, DimensionStyle& style)
+{
+    const ObjectHeader header = readObjectHeader(in);
+    style.handle = header.handle;
+    readEntryName(in, style.name);
+    if (in.version() <= Version::R14)
+        readDimensionStyleR14(in, style);
+    else
+        readDimensionStyleR2000(in, style);
+    in.handle(); // The external reference.
+    style.textStyle = in.handle();
+    return header;
+}
+
+} // namespace zv::dwg
