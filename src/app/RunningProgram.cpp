@@ -2,6 +2,8 @@
 
 #include "window/Window.h"
 
+#include <QGuiApplication>
+
 #include <exception>
 
 namespace zv {
@@ -94,9 +96,19 @@ void RunningProgram::fail(const std::string& text)
     if (m_exitStatus != 0)
         return;
     m_exitStatus = 1;
+    while (QGuiApplication::overrideCursor())
+        QGuiApplication::restoreOverrideCursor();
     m_messages.show({text, {}, MessageIcon::Critical});
-    for (Window* window : std::as_const(m_loaded))
+    // What windows keep at any other end they keep at this one. Their handlers may still be running.
+    const QStringList names = m_loaded.keys();
+    for (const QString& name : names) {
+        Window* window = loaded(name);
+        if (!window || m_unloading.contains(name))
+            continue;
+        m_unloading.insert(name);
+        guarded([window] { window->unloading(); });
         window->hide();
+    }
     Q_EMIT ended(m_exitStatus);
 }
 

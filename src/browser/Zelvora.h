@@ -149,9 +149,12 @@ private:
     void endOfShortList();
     void showMissingLibrary();
     void refuseLongLibrary(const std::string& name);
+    void tellLongLibrary(const std::string& path);
     void showTotalFiles(int count);
     void setCaption();
     void fillCell(int cell, const std::string& path);
+    bool showsLine(int cell) const;
+    void hideCellsWithoutLine();
     bool fillPanel(int first, Blank blank);
     void setAllCellsVisible(bool visible);
     void blankAllCells();
@@ -161,14 +164,15 @@ private:
     bool turnBack();
     void arriveAtFirstPanel();
     void selectRow(int row, bool rowChanged);
-    void jumpToCell(int cell);
+    void jumpToCell(int cell, int line);
     void setPanelButtons();
 
     // Selection.
     bool moveCellFocus(int key);
     void clearSelectionMarks();
     void markCell(int marked);
-    void selectCell(int cell);
+    void selectCell(int cell, int line);
+    int lineOfCell(int cell) const;
     void readSelection(int cell, int target);
     bool showDrawingInformation(const std::string& path);
     /// Ends every reading of a list that is under way.
@@ -213,7 +217,10 @@ private:
 
     std::unique_ptr<OuterGeometry> m_geometry;
     RibbonHover* m_hover;
+    bool m_placed = false; ///< The window stands where it was remembered to stand.
     bool m_probeFailed = false;
+    bool m_lastLibraryTooLong = false; ///< To be told once the window stands.
+    int m_filledCells = 0;             ///< So many, from the first, show a line of the panel.
     unsigned m_filesClosed = 0;
 };
 

@@ -81,11 +81,14 @@ void Zelvora::runAction(ActionCaller caller, const std::string& drawing)
     const auto done =
         zv::runAction(caller, drawing, fields.selectedDrawing, window, program().actionServices(), settings);
     if (!done)
-        program().fail(done.error().text);
+        program().failUnchanged(done.error());
 }
 
+/// A cell that shows no drawing acts on nothing, whatever it has shown before.
 void Zelvora::actOnCell(int cell)
 {
+    if (!showsLine(cell))
+        return;
     runAction(cell == 1 ? ActionCaller::Thumbnail1 : ActionCaller::OtherThumbnail, fields.CellPath[cell]);
 }
 

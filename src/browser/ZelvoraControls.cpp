@@ -327,7 +327,8 @@ void Zelvora::connectHandlers()
     });
     for (int cell = 1; cell <= kCells; ++cell) {
         DwgThumbnail* thumbnail = DwgThumbnails[cell];
-        connect(thumbnail, &DwgThumbnail::clicked, this, [this, cell] { selectCell(cell); });
+        connect(thumbnail, &DwgThumbnail::clicked, this,
+                [this, cell] { selectCell(cell, lineOfCell(cell)); });
         connect(thumbnail, &DwgThumbnail::doubleClicked, this, [this, cell] { actOnCell(cell); });
         connect(thumbnail, &DwgThumbnail::gotFocus, thumbnail,
                 [thumbnail] { thumbnail->setStretchBltMode(int(StretchMode::BlackOnWhite)); });

@@ -24,12 +24,22 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace zv {
 namespace {
 
 /// Of an edge from the screen's own, in pixels; the number that is stored may be any.
 constexpr double kFarthest = 1e6;
+
+/// The wait pointer, for as long as this lives: a load that fails must not leave it behind.
+class WaitPointer {
+public:
+    WaitPointer() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~WaitPointer() { QApplication::restoreOverrideCursor(); }
+    WaitPointer(const WaitPointer&) = delete;
+    WaitPointer& operator=(const WaitPointer&) = delete;
+};
 
 } // namespace
 
@@ -40,7 +50,7 @@ void Zelvora::load()
     values().MasterPath = findMasterFolder(program().folders().installation);
     pointToHelpFile(program());
     setVisible(false);
-    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const WaitPointer waiting;
     program().unload(QStringLiteral("PrintLib"));
     program().unload(QStringLiteral("Search"));
     markSetOption();
@@ -61,7 +71,6 @@ void Zelvora::load()
     readScaleKeys();
     readRibbonTab();
     loadFirstLibrary(hasLastLibrary);
-    QApplication::restoreOverrideCursor();
     setUpViewer();
     if (m_probeFailed)
         enableOffice(false);
@@ -206,7 +215,9 @@ void Zelvora::loadFirstLibrary(bool hasLastLibrary)
         profiles().write(keys::zelvora::del, "0");
     const bool wanted = del != 1 && (hasLastLibrary || del != 0);
     // A line without its separator is all label here, under the path of the line before it.
-    if (const auto list = readListFile(fields.LibraryPath); wanted && list) {
+    const auto list = readListFile(fields.LibraryPath);
+    m_lastLibraryTooLong = wanted && !list && list.error().code == ErrorCode::TooLarge;
+    if (wanted && list) {
         showLibrary(*list);
         setTopmost(values().AlwaysOnTop == 1);
         Combo1->setFocus();
@@ -232,8 +243,11 @@ void Zelvora::appearAfterLoad()
         return int(std::clamp(roundHalfEven(edge / kTwipsPerPixel), -kFarthest, kFarthest));
     };
     m_geometry->set({pixels(twips.left), pixels(twips.top), pixels(twips.width), pixels(twips.height)});
+    m_placed = true;
     Timer1->stop();
     Window::appear();
+    if (std::exchange(m_lastLibraryTooLong, false))
+        tellLongLibrary(fields.LibraryPath);
 }
 
 void Zelvora::saveGeometry()
@@ -273,7 +287,7 @@ void Zelvora::runTimer2()
 
 void Zelvora::unloading()
 {
-    if (!isMinimized() && !Timer1->isActive())
+    if (!isMinimized() && m_placed)
         saveGeometry();
     program().unload(QStringLiteral("PrintLib"));
 }

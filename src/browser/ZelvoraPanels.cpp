@@ -59,6 +59,7 @@ void Zelvora::showLibrary(const std::vector<ListLine>& list)
 {
     QStringList labels;
     fields.LineCount = 0;
+    m_filledCells = std::min(int(list.size()), kCells);
     for (const ListLine& line : list) {
         ++fields.LineCount;
         labels << toText(line.label);
@@ -99,6 +100,7 @@ void Zelvora::showMissingLibrary()
     else
         messages().show({fields.LibraryPath + " Not Found!", "Library Not Found!", MessageIcon::Critical});
     List1->clear();
+    m_filledCells = 0;
     setAllCellsVisible(false);
     if (!isMyLib)
         Frame4->setTitle(toText(fields.LibraryPath + " Not Found!"));
@@ -108,11 +110,16 @@ void Zelvora::showMissingLibrary()
 /// The library in view stays, and the box shows its name again.
 void Zelvora::refuseLongLibrary(const std::string& name)
 {
-    messages().show({libraryPath(name) + " has more than " + std::to_string(kMostListLines) +
-                         " drawings, which is the most that a library can hold.",
-                     "Library Too Long", MessageIcon::Critical});
+    tellLongLibrary(libraryPath(name));
     Combo1->setShownText(toText(fields.LibraryName));
     Combo1->setFocus();
+}
+
+void Zelvora::tellLongLibrary(const std::string& path)
+{
+    messages().show({path + " has more than " + std::to_string(kMostListLines) +
+                         " drawings, which is the most that a library can hold.",
+                     "Library Too Long", MessageIcon::Critical});
 }
 
 void Zelvora::showTotalFiles(int count)
@@ -142,6 +149,18 @@ void Zelvora::fillCell(int cell, const std::string& path)
     fields.CellFailed = 0;
 }
 
+/// Whether a cell shows a drawing of the panel in view. A hidden one keeps the path that it had before.
+bool Zelvora::showsLine(int cell) const
+{
+    return cell <= m_filledCells && !DwgThumbnails[cell]->isHidden();
+}
+
+void Zelvora::hideCellsWithoutLine()
+{
+    for (int cell = m_filledCells + 1; cell <= kCells; ++cell)
+        DwgThumbnails[cell]->hide();
+}
+
 void Zelvora::setAllCellsVisible(bool visible)
 {
     for (int cell = 1; cell <= kCells; ++cell)
@@ -160,7 +179,7 @@ bool Zelvora::fillPanel(int first, Blank blank)
 {
     const auto list = readListFile(fields.LibraryPath);
     if (!list) {
-        program().fail(list.error().text);
+        program().failUnchanged(list.error());
         return false;
     }
     int cell = 0;
@@ -169,8 +188,8 @@ bool Zelvora::fillPanel(int first, Blank blank)
             blankAllCells();
         fillCell(++cell, (*list)[line - 1].path);
     }
-    while (cell < kCells)
-        DwgThumbnails[++cell]->hide();
+    m_filledCells = cell;
+    hideCellsWithoutLine();
     return true;
 }
 
@@ -301,7 +320,7 @@ void Zelvora::selectRow(int row, bool rowChanged)
     const PanelPlace place = placeOfLine(line);
     fields.CurrentPage = place.panel;
     fields.PageCursor = std::int16_t(place.panel);
-    jumpToCell(place.cell);
+    jumpToCell(place.cell, line);
     if (!fillPanel(place.first, Blank::AtFirstLine))
         return;
     fields.FirstLine = place.first;
@@ -319,7 +338,7 @@ void Zelvora::selectRow(int row, bool rowChanged)
 
 /// Selects the row's cell and leaves the focus with the list. A cell that cannot take the focus, as while the
 /// window is hidden, is not selected.
-void Zelvora::jumpToCell(int cell)
+void Zelvora::jumpToCell(int cell, int line)
 {
     closeEveryFile();
     DwgThumbnail* thumbnail = DwgThumbnails[cell];
@@ -328,7 +347,7 @@ void Zelvora::jumpToCell(int cell)
         return;
     }
     thumbnail->setFocus();
-    selectCell(cell);
+    selectCell(cell, line);
     List1->setFocus();
 }
 

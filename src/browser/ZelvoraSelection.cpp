@@ -68,13 +68,21 @@ void Zelvora::markCell(int marked)
     DwgThumbnails[marked]->setBackColor(kWhite);
 }
 
-void Zelvora::selectCell(int cell)
+/// `line` is the cell's line in the library, from 1.
+void Zelvora::selectCell(int cell, int line)
 {
     fields.FocusCell = std::int16_t(cell);
     markCell(cell);
     if (fields.EnlargeMode == 0)
         Command12->setEnabled(true);
-    readSelection(cell, int(fields.CurrentPage - 1) * kCells + cell);
+    readSelection(cell, line);
+}
+
+/// The line that a cell of the panel in view shows. After a turn past the end the page in the caption is
+/// another one, so it is not reckoned from that.
+int Zelvora::lineOfCell(int cell) const
+{
+    return std::max(fields.FirstLine, 1) + cell - 1;
 }
 
 /// Reads the library up to the selected drawing. Whatever fails on the way ends the reading, with nothing
@@ -103,8 +111,12 @@ void Zelvora::readSelection(int cell, int target)
         if (!noted || line != target)
             continue;
         fields.selectedDrawing = fields.LinePath;
-        if (!showDrawingInformation(fields.selectedDrawing))
+        if (!showDrawingInformation(fields.selectedDrawing)) {
+            // The label is the new drawing's, so the one before it must not stay in sight.
+            if (fields.EnlargeMode == 1)
+                DwgViewX1->setDrawing({});
             return;
+        }
         if (fields.EnlargeMode == 1 && !reloadViewer())
             return;
         // Cell 1 reads on to the end on every panel but the first; nothing comes of it.
@@ -253,7 +265,8 @@ bool Zelvora::eventFilter(QObject* watched, QEvent* event)
     if (watched == x && event->type() == QEvent::KeyPress)
         writeSetting("XYZ", toBytes(x->text()));
     if (watched == Picture13 && event->type() == QEvent::MouseButtonRelease &&
-        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
+        Picture13->rect().contains(static_cast<QMouseEvent*>(event)->position().toPoint()))
         Check2->toggle();
     return Window::eventFilter(watched, event);
 }

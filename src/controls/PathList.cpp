@@ -73,6 +73,17 @@ void PathList::addItemsWithExtent(const QStringList& texts)
     addItems(texts);
 }
 
+// With Ctrl held the view would take the mark from the row that is the current one all the same.
+QItemSelectionModel::SelectionFlags PathList::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const
+{
+    const QItemSelectionModel::SelectionFlags command = QListWidget::selectionCommand(index, event);
+    if (selectionMode() == SingleSelection &&
+        command & (QItemSelectionModel::Deselect | QItemSelectionModel::Toggle))
+        return QItemSelectionModel::ClearAndSelect;
+    return command;
+}
+
 void PathList::mousePressEvent(QMouseEvent* event)
 {
     m_rowChanged = false;

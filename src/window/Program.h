@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Messages.h"
+#include "platform/Result.h"
 
 #include <functional>
 #include <string>
@@ -56,6 +57,8 @@ public:
     /// Ends the program after a failure that a handler has no guard for: shows `text` as a plain error
     /// message and ends the run with exit status 1. The handler returns after the call.
     virtual void fail(const std::string& text) = 0;
+    /// The same after a failure with the file that `error` names, in which nothing was changed.
+    void failUnchanged(const Error& error) { fail(error.text + "\r\nNothing was changed in it."); }
 };
 
 } // namespace zv

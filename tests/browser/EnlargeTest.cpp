@@ -190,5 +190,61 @@ TEST_F(EnlargeTest, APrintIsMadeOffTheTop)
     EXPECT_TRUE(main().isTopmost());
 }
 
+TEST_F(EnlargeTest, AStepInAListThatIsGoneShowsNothing)
+{
+    office(5);
+    enlarge(2);
+    std::filesystem::remove(listPath("Doors"));
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_TRUE(click("Command2"));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(endedWith, -1);
+    EXPECT_EQ(row(), 1);
+}
+
+TEST_F(EnlargeTest, AStepInALibraryWhoseFileIsMissingShowsNothing)
+{
+    makeCatalogue({"Doors", "Gone"});
+    office(5);
+    makeCatalogue({"Doors", "Gone"});
+    program->loadAnew("Zelvora");
+    ASSERT_TRUE(appears("Zelvora"));
+    ASSERT_TRUE(click("DwgThumbnail2"));
+    ASSERT_TRUE(choose("Combo1", "Gone"));
+    messages.shown.clear();
+    ASSERT_TRUE(click("Command12"));
+    ASSERT_TRUE(click("Command3"));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(endedWith, -1);
+}
+
+TEST_F(EnlargeTest, ADrawingWhosePropertiesCannotBeReadEmptiesTheViewer)
+{
+    office(5);
+    enlarge(2);
+    std::filesystem::remove(drawings(5)[2]);
+    ASSERT_TRUE(click("Command3"));
+    EXPECT_EQ(row(), 2);
+    EXPECT_EQ(main().fields.selectedDrawing, folder.file("drawings/D3.dwg"));
+    EXPECT_FALSE(main().DwgViewX1->hasDrawing());
+    EXPECT_EQ(viewed(), "");
+}
+
+TEST_F(EnlargeTest, CellsWithoutALineAreHiddenAndActOnNothing)
+{
+    office(23);
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_TRUE(click("DwgThumbnail3"));
+    ASSERT_TRUE(click("Command12"));
+    ASSERT_TRUE(click("Command2"));
+    ASSERT_FALSE(main().DwgThumbnails[9]->isHidden()) << "a step back shows every cell";
+    const auto before = outside->logged.size();
+    Q_EMIT main().DwgThumbnails[9]->doubleClicked();
+    EXPECT_EQ(outside->logged.size(), before);
+    EXPECT_TRUE(messages.shown.empty());
+    ASSERT_TRUE(click("Command12"));
+    EXPECT_EQ(visibleCells(), 3);
+}
+
 } // namespace
 } // namespace zv

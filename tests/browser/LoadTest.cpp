@@ -1,3 +1,4 @@
+#include "config/WindowGeometry.h"
 #include "controls/DwgViewX.h"
 #include "controls/PictureButton.h"
 #include "platform/Files.h"
@@ -5,6 +6,7 @@
 #include "platform/System.h"
 #include "support/OfficeFixture.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QRadioButton>
 #include <QTimer>
@@ -369,6 +371,48 @@ TEST_F(LoadTest, TheStubTimerIsNeverStarted)
     EXPECT_TRUE(waitUntil([this] { return !main().Timer2->isActive(); }));
     EXPECT_EQ(messages.shown.front().text, "in loop mode for timer2 PROGRESSBAR = 0");
     EXPECT_EQ(messages.shown.back().text, "in loop mode for timer2 PROGRESSBAR = 100");
+}
+
+TEST_F(LoadTest, AFailureSavesThePlaceNamesTheFileAndSaysThatItIsUnchanged)
+{
+    lastLoad("Doors");
+    makeLibrary("Doors", drawings(21));
+    start().setGeometry(70, 80, 640, 480);
+    const QRect stood = main().frameGeometry();
+    std::filesystem::remove(listPath("Doors"));
+    ASSERT_TRUE(click("Command3"));
+    EXPECT_NE(lastMessage().find(listPath("Doors")), std::string::npos);
+    EXPECT_TRUE(lastMessage().ends_with("\r\nNothing was changed in it.")) << lastMessage();
+    EXPECT_EQ(readWindowGeometry().left, stood.left() * 15);
+    EXPECT_EQ(readWindowGeometry().width, stood.width() * 15);
+}
+
+TEST_F(LoadTest, AFailureLeavesNoWaitPointer)
+{
+    start();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    bool waiting = true;
+    messages.whileShown = [&] { waiting = QApplication::overrideCursor() != nullptr; };
+    program->fail("out of everything");
+    EXPECT_FALSE(waiting);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(LoadTest, ALastLibraryThatIsTooLongShowsThePromptAndItsMessageOnce)
+{
+    lastLoad("Doors");
+    std::string lines;
+    for (int i = 0; i < 32768; ++i)
+        lines += "x.dwg;L\r\n";
+    ASSERT_TRUE(writeFile(listPath("Doors"), lines));
+    start();
+    EXPECT_TRUE(visible("Labelx"));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(lastMessage(), listPath("Doors") +
+                                 " has more than 32767 drawings, which is the most that a library can hold.");
+    EXPECT_EQ(messages.shown[0].title, "Library Too Long");
+    program->show("Zelvora");
+    EXPECT_EQ(messages.shown.size(), 1U);
 }
 
 } // namespace

@@ -183,5 +183,12 @@ TEST_F(OptionsTest, AQueueThatCannotBeWrittenEndsTheProgram)
     EXPECT_EQ(endedWith, 1);
 }
 
+TEST_F(OptionsTest, APressRoundCheck2ThatIsLetGoOutsideTogglesNothing)
+{
+    QTest::mousePress(main().Picture13, Qt::LeftButton, {}, {1, 1});
+    QTest::mouseRelease(main().Picture13, Qt::LeftButton, {}, {-30, 50});
+    EXPECT_FALSE(main().Check2->isChecked());
+}
+
 } // namespace
 } // namespace zv

@@ -216,5 +216,33 @@ TEST_F(SelectionTest, ADoubleClickInTheListActsOnOneOfTheFirstThreeCellsOnly)
     EXPECT_EQ(lastMessage(), "Added: " + drawings(1)[0] + "\r\nto the Drawing Queue");
 }
 
+TEST_F(SelectionTest, AfterATurnPastTheEndACellStandsForTheLineThatItShows)
+{
+    makeDoors(45);
+    start();
+    ASSERT_TRUE(clickRow("List1", 41));
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_EQ(visibleCells(), 0);
+    ASSERT_TRUE(click("Command2"));
+    ASSERT_EQ(text("Frame4"), "DOORS   Page 2 of 3");
+    ASSERT_EQ(visibleCells(), 5) << "the lines from 41 on";
+    ASSERT_TRUE(click("DwgThumbnail4"));
+    EXPECT_EQ(main().fields.selectedDrawing, drawings(45)[43]);
+    EXPECT_EQ(main().List1->currentRow(), 43);
+}
+
+TEST_F(SelectionTest, AHiddenCellActsOnNothing)
+{
+    makeDoors(22);
+    start();
+    ASSERT_TRUE(click("DwgThumbnail3"));
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_EQ(visibleCells(), 2);
+    ASSERT_TRUE(main().DwgThumbnails[3]->hasFocusRect());
+    Q_EMIT main().List1->doubleClickedInList();
+    EXPECT_TRUE(messages.shown.empty()) << "no question for a host";
+    EXPECT_TRUE(outside->logged.empty());
+}
+
 } // namespace
 } // namespace zv

@@ -174,5 +174,18 @@ TEST(OuterGeometry, APlaceOffEveryScreenIsMovedOntoOne)
     EXPECT_LT(geometry.get().left(), 10000);
 }
 
+TEST(PathList, CtrlClickLeavesTheSelectedRowSelected)
+{
+    PathList list;
+    list.addItemsWithExtent({QStringLiteral("a"), QStringLiteral("b")});
+    list.show();
+    const QPoint second = list.visualItemRect(list.item(1)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, second);
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, second);
+    EXPECT_TRUE(list.item(1)->isSelected());
+    QTest::keyClick(&list, Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_TRUE(list.item(1)->isSelected());
+}
+
 } // namespace
 } // namespace zv
