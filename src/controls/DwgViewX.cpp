@@ -6,7 +6,6 @@
 
 #include <QElapsedTimer>
 #include <QPainter>
-#include <QPrintDialog>
 #include <QTimerEvent>
 
 namespace zv {
@@ -62,7 +61,7 @@ void DwgViewX::setFontFolder(const std::string& folder)
     s.fontPath = toText(folder);
     if (!s.drawing)
         return;
-    s.drawing->scene = dwg::drawingScene(s.drawing->document, folder);
+    s.drawing->scene = s.sceneOf(false);
     s.stale = true;
     update();
 }
@@ -201,54 +200,11 @@ void DwgViewX::layersDialog()
         return;
     LayersDialog dialog(s.drawing->document, this);
     connect(&dialog, &LayersDialog::layersChanged, this, [this, &s] {
-        s.drawing->scene = dwg::drawingScene(s.drawing->document, toBytes(s.fontPath));
+        s.drawing->scene = s.sceneOf(false);
         s.stale = true;
         update();
     });
     dialog.exec();
-}
-
-bool DwgViewX::print()
-{
-    State& s = *m_state;
-    if (!s.drawing)
-        return false;
-    if (!s.printer) {
-        s.printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-        const dwg::Box& box = s.drawing->scene.bounds;
-        s.printer->setPageOrientation(box.width() > box.height() ? QPageLayout::Landscape
-                                                                 : QPageLayout::Portrait);
-    }
-    s.printer->setDocName(s.path);
-    if (!s.printSilently) {
-        const bool chosen = s.chooser ? s.chooser(*s.printer, this)
-                                      : QPrintDialog(s.printer.get(), this).exec() == QDialog::Accepted;
-        if (!chosen)
-            return false;
-    }
-    return printDirect(*s.printer);
-}
-
-bool DwgViewX::printDirect(QPrinter& printer)
-{
-    State& s = *m_state;
-    if (!s.drawing || !printer.isValid())
-        return false;
-    const dwg::Scene plotted = dwg::drawingScene(s.drawing->document, toBytes(s.fontPath), true);
-    return dwg::printPicture(plotted, printer);
-}
-
-bool DwgViewX::printSilently() const
-{
-    return m_state->printSilently;
-}
-void DwgViewX::setPrintSilently(bool silently)
-{
-    m_state->printSilently = silently;
-}
-void DwgViewX::setPrinterChooser(std::function<bool(QPrinter&, QWidget*)> chooser)
-{
-    m_state->chooser = std::move(chooser);
 }
 
 void DwgViewX::paintPicture()

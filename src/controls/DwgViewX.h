@@ -56,9 +56,12 @@ public:
     void view3DOrbit();
     void layersDialog();
 
-    /// Prints the drawing whole on one page. With printSilently() off the user is asked first; the choice is
-    /// kept for silent prints, which use the default printer before any choice. False when the user said no,
-    /// there is no drawing, or the printer refuses.
+    /// Prints the drawing whole on one page. With printSilently() off the user is asked first; that choice,
+    /// and no other, is what silent prints go by: nothing is printed silently before a choice, or after the
+    /// user said no. To a file, the drawing that was chosen for goes to the name chosen, and a silent print
+    /// beside it to a file of its own, never over another. False when nothing was printed: the user said no,
+    /// there is no drawing or no choice, the printer refuses, or the file cannot be written whole; then none
+    /// is left.
     bool print();
     /// Prints to a printer that is set up already. False as above.
     bool printDirect(QPrinter& printer);

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "controls/DwgViewX.h"
+#include "drawing/paint/ImageFiles.h"
 #include "drawing/paint/Picture.h"
+#include "window/TextBytes.h"
 
 #include <QBasicTimer>
 #include <QPixmap>
@@ -35,8 +37,18 @@ struct DwgViewX::State {
     dwg::Point2 pressedAt; ///< In drawing units.
 
     bool printSilently = false;
-    std::unique_ptr<QPrinter> printer; ///< As the user chose it last.
+    std::unique_ptr<QPrinter> printer; ///< As the user left it last.
+    bool printerChosen = false;        ///< The user said yes to it.
     std::function<bool(QPrinter&, QWidget*)> chooser;
+
+    /// The scene of the drawing as its layers are now, with the pictures that it shows. `plotted` leaves out
+    /// what is not to be on paper.
+    dwg::Scene sceneOf(bool plotted) const
+    {
+        dwg::Scene scene = dwg::drawingScene(drawing->document, toBytes(fontPath), plotted);
+        dwg::loadImages(scene, toBytes(path));
+        return scene;
+    }
 
     dwg::Point2 toDrawing(QPointF pixel, QSizeF size) const
     {

@@ -23,6 +23,10 @@ void setSettingsValue(const std::string& application, const std::string& section
 /// Starts a program without waiting for it; a program that is not there is no error.
 void startProgram(const std::vector<std::string>& command);
 
+/// Whether the system has a print dialog of its own. Such a one knows the system's printers only, no file, and
+/// comes up only where there is a printer.
+extern const bool kSystemHasPrintDialog;
+
 /// The present date and time in the system's short form, without a comma in any locale.
 std::string shortDateTime();
 

@@ -7,7 +7,6 @@
 #include <QDialog>
 #include <QImage>
 #include <QListWidget>
-#include <QPrinter>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -291,34 +290,6 @@ TEST_F(DwgViewXTest, LayersAreSwitchedInTheDialog)
     EXPECT_GE(rows, 2);
     EXPECT_EQ(redWhileOff, 0);
     EXPECT_GT(redPixels(), 100);
-}
-
-TEST_F(DwgViewXTest, PrintAsksOnceAndThenPrintsSilently)
-{
-    viewer.setDrawing(path);
-    int asked = 0;
-    const QString pdf = folder.filePath(QStringLiteral("out.pdf"));
-    viewer.setPrinterChooser([&](QPrinter& printer, QWidget* parent) {
-        ++asked;
-        EXPECT_EQ(parent, &viewer);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(pdf);
-        return true;
-    });
-    EXPECT_TRUE(viewer.print());
-    EXPECT_GT(QFileInfo(pdf).size(), 500);
-    QFile::remove(pdf);
-    viewer.setProperty("printSilently", true);
-    EXPECT_TRUE(viewer.print());
-    EXPECT_EQ(asked, 1);
-    EXPECT_GT(QFileInfo(pdf).size(), 500);
-}
-
-TEST_F(DwgViewXTest, PrintIsNotDoneWhenTheUserSaysNo)
-{
-    viewer.setDrawing(path);
-    viewer.setPrinterChooser([](QPrinter&, QWidget*) { return false; });
-    EXPECT_FALSE(viewer.print());
 }
 
 } // namespace

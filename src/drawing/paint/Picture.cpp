@@ -9,7 +9,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QPrinter>
 #include <QSvgGenerator>
 
 namespace zv::dwg {
@@ -167,21 +166,6 @@ bool isPaper(const std::string& path)
 {
     const QString ending = endingOf(path);
     return ending == QLatin1String("svg") || ending == QLatin1String("pdf");
-}
-
-bool printPicture(const Scene& scene, QPrinter& printer)
-{
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return false;
-    PaintOptions options;
-    options.background = Qt::white;
-    options.exact = true;
-    options.pixelsPerMillimetre = printer.resolution() / 25.4;
-    options.thinnest = options.pixelsPerMillimetre * 0.1;
-    const QRectF area(QPointF(), printer.pageLayout().paintRectPixels(printer.resolution()).size());
-    paintScene(painter, scene, fitted(scene.bounds, area, marginOf(area.size())), area, options);
-    return painter.end();
 }
 
 } // namespace zv::dwg

@@ -8,8 +8,6 @@
 
 #include <string>
 
-class QPrinter;
-
 namespace zv::dwg {
 
 /// A drawing read from its file, ready to be painted.
@@ -41,8 +39,5 @@ Result<void> savePicture(const Scene& scene, const std::string& path, QSize size
 
 /// Whether that picture is a sheet of paper: an svg or pdf.
 bool isPaper(const std::string& path);
-
-/// Paints the scene whole on the printer's page. False when the printer refuses.
-bool printPicture(const Scene& scene, QPrinter& printer);
 
 } // namespace zv::dwg

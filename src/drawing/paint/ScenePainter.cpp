@@ -38,7 +38,9 @@ private:
     void usePen(const QColor& color, double width);
     void flush();
     void useClip(int clip);
+    void thicken(const SceneItem& item, const QColor& color);
     double widthOf(const SceneItem& item) const;
+    QColor colorOf(SceneColor color) const;
     QPainterPath areaPath(const SceneItem& item, const Box& box);
     const QPainterPath& outline(const Glyph* glyph);
     Box device(const Box& box) const;
@@ -103,6 +105,13 @@ double Artist::widthOf(const SceneItem& item) const
     return std::max(width, m_options.thinnest);
 }
 
+QColor Artist::colorOf(SceneColor color) const
+{
+    if (!m_options.blackOnly)
+        return paintedColor(color, m_options.background);
+    return QColor(0, 0, 0, color.alpha);
+}
+
 void Artist::paintItem(const SceneItem& item)
 {
     Box box = device(item.bounds);
@@ -114,7 +123,7 @@ void Artist::paintItem(const SceneItem& item)
         useClip(item.clip);
     switch (item.kind) {
     case SceneItem::Kind::Stroke:
-        usePen(paintedColor(item.color, m_options.background), width);
+        usePen(colorOf(item.color), width);
         if (!m_options.exact && box.width() < 0.5 && box.height() < 0.5) {
             m_dots.push_back(qpoint(box.center()));
             ++m_points;
@@ -270,7 +279,7 @@ QBrush gradientBrush(const SceneItem& item, Point2 center, Point2 along, const Q
 void Artist::area(const SceneItem& item, const Box& box)
 {
     flush();
-    QBrush brush(paintedColor(item.color, m_options.background));
+    QBrush brush(colorOf(item.color));
     if (item.kind == SceneItem::Kind::Mask)
         brush = QBrush(m_options.background);
     if (item.kind == SceneItem::Kind::Gradient) {
@@ -278,20 +287,42 @@ void Artist::area(const SceneItem& item, const Box& box)
         const Point2 direction{std::cos(double(item.angle)), -std::sin(double(item.angle))};
         const double reach = (box.width() * std::abs(direction.x) + box.height() * std::abs(direction.y)) / 2;
         const Point2 along = direction * reach;
-        brush = gradientBrush(item, center, along, paintedColor(item.color, m_options.background),
-                              paintedColor(item.color2, m_options.background));
+        brush = gradientBrush(item, center, along, colorOf(item.color), colorOf(item.color2));
     }
     if (!m_options.exact && box.width() < 1 && box.height() < 1) {
         m_painter.fillRect(QRectF(box.center().x - 0.5, box.center().y - 0.5, 1, 1), brush);
         return;
     }
     m_painter.fillPath(areaPath(item, box), brush);
+    if (item.kind != SceneItem::Kind::Fill)
+        return;
     // An area thinner than a pixel is still seen.
-    if (item.kind == SceneItem::Kind::Fill && (box.width() < 1 || box.height() < 1 || item.winding)) {
+    if (m_options.exact) {
+        thicken(item, brush.color());
+    } else if (box.width() < 1 || box.height() < 1 || item.winding) {
         usePen(brush.color(), std::min(1.0, m_options.thinnest));
-        if (!item.winding || !m_options.exact)
-            m_painter.drawPath(areaPath(item, box));
+        m_painter.drawPath(areaPath(item, box));
     }
+}
+
+/// Draws the outline of those runs of a filled area that are thinner than the thinnest line, as wide as they
+/// lack. A long run has its area divided by half its outline for a width.
+void Artist::thicken(const SceneItem& item, const QColor& color)
+{
+    flatten(m_scene.elements(item), m_scene.path.arcs, m_map, kTolerance, m_scratch,
+            [&](std::span<const Point2> points, bool) {
+                double doubleArea = 0, outline = 0;
+                for (std::size_t i = 0; i < points.size(); ++i) {
+                    const Point2 a = points[i], b = points[(i + 1) % points.size()];
+                    doubleArea += a.x * b.y - b.x * a.y;
+                    outline += length(b - a);
+                }
+                const double width = outline > 0 ? std::abs(doubleArea) / outline : 0;
+                if (width >= m_options.thinnest)
+                    return;
+                usePen(color, m_options.thinnest - width);
+                run(points, true, m_options.thinnest);
+            });
 }
 
 void Artist::image(const SceneItem& item, const Box& box)
@@ -328,7 +359,7 @@ const QPainterPath& Artist::outline(const Glyph* glyph)
 void Artist::greek(const SceneItem& item)
 {
     const auto places = m_scene.places(item);
-    QColor color = paintedColor(item.color, m_options.background);
+    QColor color = colorOf(item.color);
     color.setAlpha(color.alpha() * 5 / 8);
     usePen(color, m_options.thinnest);
     // One line through the middle of the letters, broken where the text goes on elsewhere.
@@ -352,7 +383,7 @@ void Artist::glyphs(const SceneItem& item)
         greek(item);
         return;
     }
-    const QColor color = paintedColor(item.color, m_options.background);
+    const QColor color = colorOf(item.color);
     usePen(color, widthOf(item));
     for (const GlyphPlace& place : places) {
         const Affine map = m_map.of(place.map);

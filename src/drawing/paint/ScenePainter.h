@@ -14,8 +14,10 @@ struct PaintOptions {
     bool lineweights = true;       ///< Else every line is as thin as can be.
     double pixelsPerMillimetre = 96 / 25.4;
     double thinnest = 1; ///< Width in pixels that no line goes below.
-    bool exact =
-        false; ///< For printers and files that are looked at closely: nothing is left out as too small.
+    /// For printers and files that are looked at closely: nothing is left out as too small, and a filled line
+    /// is no thinner than `thinnest` either.
+    bool exact = false;
+    bool blackOnly = false; ///< Every colour but the background's is black.
 };
 
 /// Paints the part of a scene that falls into `area`. `map` takes drawing units to the painter's, whose y

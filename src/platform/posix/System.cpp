@@ -117,6 +117,8 @@ void startProgram(const std::vector<std::string>& command)
         ::waitpid(child, nullptr, 0);
 }
 
+const bool kSystemHasPrintDialog = false;
+
 std::string shortDateTime()
 {
     const std::time_t now = std::time(nullptr);

@@ -117,6 +117,8 @@ void startProgram(const std::vector<std::string>& command)
     ::CloseHandle(process.hProcess);
 }
 
+const bool kSystemHasPrintDialog = true;
+
 std::string shortDateTime()
 {
     const std::string date = dateText([](LPWSTR buffer, int size) {
