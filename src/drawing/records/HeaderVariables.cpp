@@ -68,6 +68,15 @@ private:
             m_in.text();
     }
 
+    /// Notes in which bits the value stands that `read` gives.
+    template <class Read> auto noted(FieldPlace& place, Read read)
+    {
+        place.from = m_in.position();
+        const auto value = read();
+        place.to = m_in.position();
+        return value;
+    }
+
     void start()
     {
         if (m_r2013)
@@ -129,7 +138,8 @@ private:
 
     void sizes()
     {
-        m_out.variables.linetypeScale = m_in.bitDouble();
+        m_out.variables.linetypeScale =
+            noted(m_out.places.linetypeScale, [this] { return m_in.bitDouble(); });
         m_out.variables.textSize = m_in.bitDouble();
         doubles(5); // TRACEWID, SKETCHINC, FILLETRAD, THICKNESS, ANGBASE
         m_out.variables.pointSize = m_in.bitDouble();
@@ -148,8 +158,9 @@ private:
     {
         m_in.color(); // CECOLOR
         // This one stands among the fields in every version.
-        m_out.variables.handleSeed = m_in.handleReference().value;
-        m_out.variables.currentLayer = handle();
+        m_out.variables.handleSeed =
+            noted(m_out.places.handleSeed, [this] { return m_in.handleReference().value; });
+        m_out.variables.currentLayer = noted(m_out.places.currentLayer, [this] { return handle(); });
         m_out.variables.currentTextStyle = handle();
         handle(); // CELTYPE
         if (m_r2007)
@@ -166,8 +177,10 @@ private:
         HeaderVariables ignored;
         HeaderVariables& to = paper ? ignored : m_out.variables;
         to.insertionBase = m_in.bitPoint3();
-        to.extentsMin = m_in.bitPoint3();
-        to.extentsMax = m_in.bitPoint3();
+        FieldPlace lower, upper;
+        to.extentsMin = noted(lower, [this] { return m_in.bitPoint3(); });
+        to.extentsMax = noted(upper, [this] { return m_in.bitPoint3(); });
+        m_out.places.extents = {lower.from, upper.to};
         to.limitsMin = m_in.rawPoint2();
         to.limitsMax = m_in.rawPoint2();
         doubles(1); // ELEVATION
@@ -193,7 +206,7 @@ private:
             shorts(6); // DIMUNIT to DIMALTTD
             handle();  // DIMTXSTY
         }
-        m_out.variables.dimScale = m_in.bitDouble();
+        m_out.variables.dimScale = noted(m_out.places.dimScale, [this] { return m_in.bitDouble(); });
         doubles(8); // DIMASZ to DIMTM
         if (m_r2007) {
             doubles(2); // DIMFXL, DIMJOGANG
@@ -275,7 +288,8 @@ private:
         constexpr std::int32_t kLineweightsHidden = 0x200;
         if (m_r2000) {
             m_out.variables.lineweightDisplay = (m_in.bitLong() & kLineweightsHidden) == 0;
-            m_out.variables.insertionUnits = m_in.bitShort();
+            m_out.variables.insertionUnits =
+                noted(m_out.places.insertionUnits, [this] { return m_in.bitShort(); });
             if (m_in.bitShort() == kPlotStyleByHandle)
                 handle();
             texts(2); // FINGERPRINTGUID, VERSIONGUID

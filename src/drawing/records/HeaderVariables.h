@@ -20,9 +20,19 @@ struct HeaderHandles {
     Handle byLayer = 0, byBlock = 0, continuous = 0;
 };
 
+/// The bits of the section's content in which a value stands.
+struct FieldPlace {
+    std::size_t from = 0, to = 0;
+};
+/// Where the values stand that a changed drawing tells anew.
+struct HeaderPlaces {
+    FieldPlace linetypeScale, handleSeed, currentLayer, extents, dimScale, insertionUnits;
+};
+
 struct HeaderSection {
     HeaderVariables variables;
     HeaderHandles handles;
+    HeaderPlaces places;
 };
 
 /// `maintenance` is the file's maintenance version. Errors: Damaged.

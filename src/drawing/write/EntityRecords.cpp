@@ -31,7 +31,7 @@ class EntityRecords {
 public:
     EntityRecords(ObjectStream& objects, Plan& plan) : m_objects(objects), m_plan(plan) {}
 
-    Result<void> addBlock(std::size_t index)
+    Result<void> addBlock(std::size_t index, const std::unordered_set<Handle>& kept)
     {
         m_block = &m_plan.document.blocks[index];
         const BlockPlan plan = m_plan.blocks[index];
@@ -44,6 +44,8 @@ public:
         // What an external reference shows belongs to the other file.
         const std::size_t count = m_block->xref ? 0 : m_block->entities.size();
         for (std::size_t i = 0; i < count; ++i) {
+            if (kept.contains(m_block->entities[i].handle))
+                continue;
             place.previous = i > 0 ? m_block->entities[i - 1].handle : 0;
             place.next = i + 1 < count ? m_block->entities[i + 1].handle : 0;
             if (const auto added = addEntity(m_block->entities[i], place); !added)
@@ -253,9 +255,10 @@ private:
 };
 } // namespace
 
-Result<void> addBlockContent(ObjectStream& objects, Plan& plan, std::size_t block)
+Result<void> addBlockContent(ObjectStream& objects, Plan& plan, std::size_t block,
+                             const std::unordered_set<Handle>& kept)
 {
-    return EntityRecords(objects, plan).addBlock(block);
+    return EntityRecords(objects, plan).addBlock(block, kept);
 }
 
 } // namespace zv::dwg

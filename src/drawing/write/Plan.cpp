@@ -55,7 +55,10 @@ template <class Entry> Entry& required(std::vector<Entry>& entries, std::u16stri
 /// Completes a document and gives out handles.
 class Planner {
 public:
-    explicit Planner(const Document& document) { m_plan.document = document; }
+    Planner(const Document& document, const std::vector<Handle>& taken) : m_taken(taken)
+    {
+        m_plan.document = document;
+    }
 
     Result<Plan> plan()
     {
@@ -71,6 +74,10 @@ public:
         for (BlockRecord& block : document.blocks) {
             keepAll(block.entities);
             keepAll(block.attributes);
+        }
+        for (const Handle handle : m_taken) {
+            m_plan.m_used.insert(handle);
+            m_plan.m_next = std::max(m_plan.m_next, handle + 1);
         }
         giveControls();
         completeTables();
@@ -255,12 +262,13 @@ private:
         return {};
     }
 
+    const std::vector<Handle>& m_taken;
     Plan m_plan;
 };
 
-Result<Plan> makePlan(const Document& document)
+Result<Plan> makePlan(const Document& document, const std::vector<Handle>& taken)
 {
-    return Planner(document).plan();
+    return Planner(document, taken).plan();
 }
 
 std::uint8_t lineweightIndex(int lineweight)

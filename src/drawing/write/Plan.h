@@ -62,8 +62,9 @@ private:
     std::unordered_map<Handle, std::size_t> m_blocks;
 };
 
-/// Errors: Unsupported, names the first thing that an AC1015 file of ours cannot hold.
-Result<Plan> makePlan(const Document& document);
+/// No object that is added gets a handle that is `taken`. Errors: Unsupported, names the first thing that an
+/// AC1015 file of ours cannot hold.
+Result<Plan> makePlan(const Document& document, const std::vector<Handle>& taken = {});
 
 /// The eight-bit number under which a file keeps a lineweight.
 std::uint8_t lineweightIndex(int lineweight);

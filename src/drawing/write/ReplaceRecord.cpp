@@ -4,8 +4,8 @@
 #include "drawing/records/HeaderVariables.h"
 #include "drawing/records/ObjectMap.h"
 #include "drawing/records/RecordReader.h"
+#include "drawing/write/AmendFile.h"
 #include "drawing/write/Bytes.h"
-#include "drawing/write/FileParts.h"
 #include "drawing/write/TableRecords.h"
 
 #include <algorithm>
@@ -14,28 +14,7 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr std::size_t kLocators = 0x19, kLocatorSize = 9;
 constexpr std::string_view kName = "DWGPROPS";
-
-std::uint32_t longAt(std::string_view file, std::size_t at)
-{
-    BitReader in(bytesOf(file.substr(at, 4)));
-    return in.rawLong();
-}
-
-void setLong(std::string& file, std::size_t at, std::uint32_t value)
-{
-    std::string bytes;
-    putLong(bytes, value);
-    file.replace(at, 4, bytes);
-}
-
-void setShort(std::string& file, std::size_t at, std::uint16_t value)
-{
-    std::string bytes;
-    putShort(bytes, value);
-    file.replace(at, 2, bytes);
-}
 
 /// A record of a dictionary taken apart, so that an entry can be added.
 struct DictionaryRecord {
@@ -191,20 +170,6 @@ void correctSecondHeader(std::string& file, std::size_t from, PartPlace map)
     }
 }
 
-/// Where the locator of a part of the file stands in its head; 0 when it has none.
-std::size_t locatorAt(std::string_view file, int part)
-{
-    const std::uint32_t count = longAt(file, kLocators - 4);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const std::size_t at = kLocators + i * kLocatorSize;
-        if (at + kLocatorSize + 2 > file.size())
-            return 0;
-        if (file[at] == static_cast<char>(part))
-            return at;
-    }
-    return 0;
-}
-
 } // namespace
 
 // The new records and a new object map go to the file's end, so that every other byte keeps its place; the
@@ -257,10 +222,7 @@ Result<std::string> replacePropertiesRecord(std::string_view file, const Contain
     const std::string newMap = objectMap(places, 0);
     place.size = static_cast<std::uint32_t>(newMap.size());
     changed += newMap;
-    setLong(changed, locator + 1, place.offset);
-    setLong(changed, locator + 5, place.size);
-    const std::size_t codeAt = kLocators + longAt(file, kLocators - 4) * kLocatorSize;
-    setShort(changed, codeAt, checkCode(std::string_view(changed).substr(0, codeAt)));
+    setLocator(changed, locator, place);
     correctSecondHeader(changed, std::min(oldMapEnd, file.size()), place);
     return changed;
 }
