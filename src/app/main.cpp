@@ -7,6 +7,7 @@
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
+#include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
 
 #include <QApplication>
@@ -63,6 +64,7 @@ int main(int argc, char** argv)
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     zv::addBrowserWindows(program);
+    zv::addSearchWindows(program);
     program.guarded([&program] { program.load(QStringLiteral("Zelvora")); });
     const int status = QApplication::exec();
     application.guardBy(nullptr);

@@ -176,7 +176,7 @@ private:
     void readSelection(int cell, int target);
     bool showDrawingInformation(const std::string& path);
     /// Ends every reading of a list that is under way.
-    void closeEveryFile() { ++m_filesClosed; }
+    void closeEveryFile() { ++fields.filesClosed; }
     Mode mode() const;
     void setOption(Mode chosen);
     void markOption(Mode chosen);
@@ -221,7 +221,6 @@ private:
     bool m_probeFailed = false;
     bool m_lastLibraryTooLong = false; ///< To be told once the window stands.
     int m_filledCells = 0;             ///< So many, from the first, show a line of the panel.
-    unsigned m_filesClosed = 0;
 };
 
 } // namespace zv

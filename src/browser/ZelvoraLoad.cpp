@@ -257,9 +257,10 @@ void Zelvora::saveGeometry()
                         double(outer.width()) * kTwipsPerPixel, double(outer.height()) * kTwipsPerPixel});
 }
 
+// Until the window stands at its place, nobody else shows it either.
 void Zelvora::appear()
 {
-    if (!Timer1->isActive())
+    if (m_placed)
         Window::appear();
 }
 

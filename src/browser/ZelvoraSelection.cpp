@@ -93,11 +93,11 @@ void Zelvora::readSelection(int cell, int target)
     const auto list = readListFile(fields.LibraryPath);
     if (!list || target > int(list->size()))
         return;
-    const unsigned filesClosed = m_filesClosed;
+    const unsigned filesClosed = fields.filesClosed;
     int line = 0;
     bool noted = false;
     for (const ListLine& entry : *list) {
-        if (filesClosed != m_filesClosed)
+        if (filesClosed != fields.filesClosed)
             return;
         ++line;
         fields.LinePath = entry.path;

@@ -9,7 +9,7 @@
 #include <QPixmapCache>
 #include <QSvgRenderer>
 
-#include <iterator>
+#include <span>
 
 // Resources of a static library are only linked in when they are asked for, from outside any namespace.
 static void loadPictures()
@@ -58,6 +58,25 @@ constexpr Entry kListB[] = {
     {"print-library", false}, {"print-library", true}, {"zoom-extents", false}, {"zoom-extents", true},
     {"layers", false},        {"layers", true},        {"zoom-window", false},  {"zoom-window", true},
 };
+
+constexpr Entry kListC[] = {
+    {"enlarge", false}, {"enlarge", true}, {"thumbnails", false}, {"thumbnails", true}, {"help", false},
+    {"help", true},     {"clear", true},   {"clear", false},      {"insert", false},    {"insert", true},
+    {"xref", false},    {"xref", true},    {"search", false},     {"search", true},     {"open", false},
+    {"open", true},     {"stop", false},   {"queue-add", false},
+};
+
+std::span<const Entry> entriesOf(char letter)
+{
+    switch (letter) {
+    case 'A':
+        return kListA;
+    case 'B':
+        return kListB;
+    default:
+        return kListC;
+    }
+}
 
 QByteArray drawing(const QString& name)
 {
@@ -145,16 +164,22 @@ const ImageList& ImageList::b()
     return list;
 }
 
+const ImageList& ImageList::c()
+{
+    static const ImageList list('C');
+    return list;
+}
+
 int ImageList::count() const
 {
-    return static_cast<int>(m_letter == 'A' ? std::size(kListA) : std::size(kListB));
+    return static_cast<int>(entriesOf(m_letter).size());
 }
 
 QIcon ImageList::picture(int index) const
 {
     if (index < 1 || index > count())
         return {};
-    const Entry& entry = m_letter == 'A' ? kListA[index - 1] : kListB[index - 1];
+    const Entry& entry = entriesOf(m_letter)[std::size_t(index - 1)];
     return namedPicture(QString::fromLatin1(entry.name), entry.lit);
 }
 

@@ -14,8 +14,10 @@ public:
     static const ImageList& a();
     /// The pictures of the tools and the action button.
     static const ImageList& b();
+    /// The pictures of the search window's buttons.
+    static const ImageList& c();
 
-    /// The letter of the list, 'A' or 'B'.
+    /// The letter of the list, 'A', 'B' or 'C'.
     char letter() const { return m_letter; }
     int count() const;
     /// The picture of an index from 1 to count(); a null icon for any other index.

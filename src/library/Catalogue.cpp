@@ -39,6 +39,11 @@ std::vector<std::string> readCatalogue(const std::string& profileFile)
     return profileStrings(profileFile, kCount.section, names);
 }
 
+std::string libraryName(const std::string& profileFile, int number)
+{
+    return profileString(profileFile, kCount.section, nameKey(static_cast<std::size_t>(number)), {});
+}
+
 Result<void> writeCatalogue(const std::string& masterFolder, const std::vector<std::string>& names, int count)
 {
     std::string scratch;

@@ -14,6 +14,9 @@ std::vector<std::string> readCatalogue(const std::string& profileFile);
 /// The stored count of libraries, -1 when there is none.
 int libraryCount(const std::string& profileFile);
 
+/// The name of the library of `number`, from 1; empty when there is none.
+std::string libraryName(const std::string& profileFile, int number);
+
 // A change of the catalogue is made of these steps, in this order; the editor does its own between them. In
 // each `masterFolder` holds the master profile.
 

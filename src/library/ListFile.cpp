@@ -23,10 +23,9 @@ Error tooManyLines(const std::string& listPath)
 
 ListLine splitLine(std::string_view line, const std::string& pathBefore)
 {
-    const std::size_t separator = line.rfind(kSeparator);
-    if (separator == std::string_view::npos)
-        return {{pathBefore, std::string(line)}, false};
-    return {{std::string(line.substr(0, separator)), std::string(line.substr(separator + 1))}, true};
+    if (std::optional<ListEntry> entry = splitListLine(line))
+        return {std::move(*entry), true};
+    return {{pathBefore, std::string(line)}, false};
 }
 
 std::string joined(const std::vector<ListEntry>& entries)
@@ -81,6 +80,14 @@ std::string listWorkingCopy(const std::string& listPath)
     const std::size_t stem = listPath.size() - std::min(listPath.size(), kListEnding.size());
     const bool hasEnding = sameName(std::string_view(listPath).substr(stem), kListEnding);
     return listPath.substr(0, hasEnding ? stem : listPath.size()) + std::string(kWorkingEnding);
+}
+
+std::optional<ListEntry> splitListLine(std::string_view line)
+{
+    const std::size_t separator = line.rfind(kSeparator);
+    if (separator == std::string_view::npos)
+        return {};
+    return ListEntry{std::string(line.substr(0, separator)), std::string(line.substr(separator + 1))};
 }
 
 std::vector<std::string_view> textLines(std::string_view bytes)

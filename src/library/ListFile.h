@@ -26,6 +26,9 @@ struct ListLine : ListEntry {
     const std::string& shownPath() const { return separated ? path : label; }
 };
 
+/// Splits a line, without its end, at its last ";"; none when it has none.
+std::optional<ListEntry> splitListLine(std::string_view line);
+
 /// Lines of a library are counted in 16 bits.
 inline constexpr std::size_t kMostListLines = 32767;
 

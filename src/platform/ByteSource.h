@@ -16,6 +16,8 @@ class ByteSource {
 public:
     virtual ~ByteSource() = default;
     virtual std::uint64_t size() const = 0;
+    /// Asks anew how long the bytes are, for a file that others write at meanwhile.
+    virtual void refreshSize() {}
     /// Fills `into` whole from `offset`. Errors: Damaged, when fewer bytes are there; Failed, the system's
     /// reason.
     virtual Result<void> read(std::uint64_t offset, std::span<std::byte> into) const = 0;

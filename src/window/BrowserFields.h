@@ -35,6 +35,8 @@ struct BrowserFields {
     std::int16_t cmodeState = 0;       ///< Of cmode, the same.
     std::string searchDrawing;         ///< What is selected in Search when it asks for an action.
     std::string searchLibrary;         ///< What Search shows in its box of libraries at first.
+    std::int16_t ExplodeFlag = 0;      ///< Set to 0 by Search where Explode is taken away there.
+    unsigned filesClosed = 0;          ///< How often every open file was closed: a reading under way ends.
     DwgPropsX props;                   ///< The one reader of properties that the windows share.
 };
 

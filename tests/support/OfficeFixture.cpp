@@ -10,6 +10,7 @@
 #include "platform/Profile.h"
 #include "platform/System.h"
 #include "platform/Text.h"
+#include "search/SearchWindows.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -83,6 +84,7 @@ OfficeFixture::OfficeFixture()
     program->setActionServices(*outside->services);
     QObject::connect(program.get(), &RunningProgram::ended, [this](int status) { endedWith = status; });
     addBrowserWindows(*program);
+    addSearchWindows(*program);
 }
 
 OfficeFixture::~OfficeFixture()

@@ -20,6 +20,13 @@ public:
 
     std::uint64_t size() const override { return m_size; }
 
+    void refreshSize() override
+    {
+        struct stat status {};
+        if (::fstat(m_file.number(), &status) == 0)
+            m_size = static_cast<std::uint64_t>(status.st_size);
+    }
+
     Result<void> read(std::uint64_t offset, std::span<std::byte> into) const override
     {
         if (offset > m_size || into.size() > m_size - offset)

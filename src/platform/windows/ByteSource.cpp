@@ -18,7 +18,7 @@ public:
     {
     }
 
-    /// Asks for the size once. False when the file is not open or no regular one.
+    /// Asks for the size. False when the file is not open or no regular one.
     bool ready()
     {
         LARGE_INTEGER size{};
@@ -29,6 +29,8 @@ public:
     }
 
     std::uint64_t size() const override { return m_size; }
+
+    void refreshSize() override { static_cast<void>(ready()); }
 
     Result<void> read(std::uint64_t offset, std::span<std::byte> into) const override
     {
