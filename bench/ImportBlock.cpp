@@ -1,5 +1,7 @@
 #include "DocumentEdit.h"
 
+#include "drawing/Fields.h"
+
 #include <algorithm>
 #include <unordered_set>
 
@@ -8,6 +10,22 @@ namespace zv::bench {
 using namespace zv::dwg;
 
 namespace {
+
+/// Brings what a record leads to over into another drawing, where objects have the handles that `handles`
+/// tells.
+struct HandleAdoption : FieldsPassedOver {
+    const std::unordered_map<Handle, Handle>& handles;
+
+    void handle(Handle& handle, Table table) const
+    {
+        if (table == Table::Itself)
+            return;
+        const auto found = handles.find(handle);
+        handle = found == handles.end() ? 0 : found->second;
+    }
+    void part(auto& record) const { visit(*this, record); }
+    void placed(auto& record) const { visit(*this, record); }
+};
 
 /// Takes tables and blocks of one document over into another; what was taken is known by its old handle.
 class Import {
@@ -21,14 +39,11 @@ public:
         takeTable(m_into.layers, m_from.layers);
         takeTable(m_into.dimensionStyles, m_from.dimensionStyles);
         takeTable(m_into.mlineStyles, m_from.mlineStyles);
-        for (const std::size_t index : m_newLinetypes) {
-            for (LinetypeDash& dash : m_into.linetypes[index].dashes)
-                replace(dash.style);
-        }
-        for (const std::size_t index : m_newLayers)
-            replace(m_into.layers[index].linetype);
-        for (const std::size_t index : m_newDimensionStyles)
-            replace(m_into.dimensionStyles[index].textStyle);
+        // What a new entry leads to may stand in a table that was taken over after its own.
+        adoptNew(m_into.linetypes);
+        adoptNew(m_into.layers);
+        adoptNew(m_into.dimensionStyles);
+        adoptNew(m_into.mlineStyles);
     }
 
     /// Blocks are all known by their new handles before the first one's content is taken over.
@@ -85,16 +100,15 @@ private:
             }
             into.push_back(entry);
             into.back().handle = m_handles[entry.handle] = giveHandle(m_into);
-            noteNew(into);
+            m_new.insert(into.back().handle);
         }
     }
-    void noteNew(const std::vector<TextStyle>&) {}
-    void noteNew(const std::vector<MLineStyle>&) {}
-    void noteNew(const std::vector<Linetype>& table) { m_newLinetypes.push_back(table.size() - 1); }
-    void noteNew(const std::vector<Layer>& table) { m_newLayers.push_back(table.size() - 1); }
-    void noteNew(const std::vector<DimensionStyle>& table)
+
+    template <class Entry> void adoptNew(std::vector<Entry>& table)
     {
-        m_newDimensionStyles.push_back(table.size() - 1);
+        for (Entry& entry : table)
+            if (m_new.count(entry.handle) != 0)
+                adoptHandles(entry);
     }
 
     Handle addBlock(const BlockRecord& block)
@@ -149,48 +163,14 @@ private:
     void adopt(Entity& entity)
     {
         entity.handle = giveHandle(m_into);
-        replace(entity.layer);
-        replace(entity.linetype);
-        std::visit([this](auto& shape) { adoptShape(shape); }, entity.geometry);
+        adoptHandles(entity);
     }
-    template <class Shape> void adoptShape(Shape&) {}
-    void adoptShape(TextLine& text) { replace(text.style); }
-    void adoptShape(Attribute& attribute) { replace(attribute.text.style); }
-    void adoptShape(MText& text) { replace(text.style); }
-    void adoptShape(StoredPicture& picture)
-    {
-        for (PictureFigure& figure : picture.figures) {
-            replace(figure.layer);
-            replace(figure.linetype);
-            std::visit([this](auto& shape) { adoptShape(shape); }, figure.shape);
-        }
-    }
-    void adoptShape(Insert& insert) { replace(insert.block); }
-    void adoptShape(Dimension& dimension)
-    {
-        replace(dimension.block);
-        replace(dimension.style);
-    }
-    void adoptShape(Leader& leader) { replace(leader.style); }
-    void adoptShape(MultiLeader& leader)
-    {
-        replace(leader.text.style);
-        replace(leader.block.block);
-    }
-    void adoptShape(MLine& line) { replace(line.style); }
-    void adoptShape(dwg::Shape& shape) { replace(shape.style); }
-    void adoptShape(Tolerance& tolerance) { replace(tolerance.style); }
-
-    void replace(Handle& handle) const
-    {
-        const auto found = m_handles.find(handle);
-        handle = found == m_handles.end() ? 0 : found->second;
-    }
+    void adoptHandles(auto& record) const { visit(HandleAdoption{{}, m_handles}, record); }
 
     Document& m_into;
     const Document& m_from;
     std::unordered_map<Handle, Handle> m_handles;
-    std::vector<std::size_t> m_newLinetypes, m_newLayers, m_newDimensionStyles;
+    std::unordered_set<Handle> m_new;
 };
 
 /// Whether a block stands inside itself, however deep.

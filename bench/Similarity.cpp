@@ -1,5 +1,6 @@
 #include "Similarity.h"
 
+#include "drawing/Fields.h"
 #include "drawing/geometry/Transform.h"
 
 #include <cmath>
@@ -44,254 +45,80 @@ private:
     Matrix m_old, m_new;
 };
 
-/// The sides that all kinds with a thickness and a plane share.
-struct Mover {
-    const Similarity& map;
+/// The normal of an entity, which has to be known before its points are moved.
+struct NormalFinder : FieldsPassedOver {
+    Point3* found = nullptr;
 
-    void operator()(Unknown&) const {}
-    void operator()(Line& line) const
-    {
-        line.start = map.point(line.start);
-        line.end = map.point(line.end);
-        line.thickness *= map.scale;
-        line.normal = map.direction(line.normal);
-    }
-    void operator()(PointShape& point) const
-    {
-        point.position = map.point(point.position);
-        point.thickness *= map.scale;
-        point.normal = map.direction(point.normal);
-        point.xAxisAngle += map.rotation;
-    }
-    void operator()(Circle& circle) const
-    {
-        Plane(circle.normal, map).point(circle.center);
-        circle.radius *= map.scale;
-        circle.thickness *= map.scale;
-    }
-    void operator()(Arc& arc) const
-    {
-        const Plane plane(arc.normal, map);
-        plane.point(arc.center);
-        plane.angle(arc.startAngle);
-        plane.angle(arc.endAngle);
-        arc.radius *= map.scale;
-        arc.thickness *= map.scale;
-    }
-    void operator()(Ellipse& ellipse) const
-    {
-        ellipse.center = map.point(ellipse.center);
-        ellipse.majorAxis = map.vector(ellipse.majorAxis);
-        ellipse.normal = map.direction(ellipse.normal);
-    }
-    void operator()(Spline& spline) const
-    {
-        for (Point3& p : spline.controlPoints)
-            p = map.point(p);
-        for (Point3& p : spline.fitPoints)
-            p = map.point(p);
-        spline.startTangent = map.direction(spline.startTangent);
-        spline.endTangent = map.direction(spline.endTangent);
-    }
-    void operator()(Polyline& line) const
-    {
-        if (line.threeD) {
-            for (PolylineVertex& vertex : line.vertices)
-                vertex.position = map.point(vertex.position);
-            return;
-        }
-        const Plane plane(line.normal, map);
-        Point3 elevation{0, 0, line.elevation};
-        plane.point(elevation);
-        line.elevation = elevation.z;
-        for (PolylineVertex& vertex : line.vertices) {
-            plane.point(vertex.position);
-            vertex.startWidth *= map.scale;
-            vertex.endWidth *= map.scale;
-        }
-        line.constantWidth *= map.scale;
-        line.thickness *= map.scale;
-    }
-    void operator()(Mesh& mesh) const
-    {
-        for (Point3& p : mesh.vertices)
-            p = map.point(p);
-    }
-    void operator()(TextLine& text) const
-    {
-        const Plane plane(text.normal, map);
-        plane.point(text.insertion);
-        plane.point(text.alignment);
-        plane.turn(text.rotation);
-        text.height *= map.scale;
-        text.thickness *= map.scale;
-    }
-    void operator()(Attribute& attribute) const { (*this)(attribute.text); }
-    void operator()(MText& text) const
-    {
-        text.insertion = map.point(text.insertion);
-        text.xAxis = map.direction(text.xAxis);
-        text.normal = map.direction(text.normal);
-        text.height *= map.scale;
-        text.width *= map.scale;
-    }
-    void operator()(Insert& insert) const
-    {
-        const Plane plane(insert.normal, map);
-        plane.point(insert.position);
-        plane.turn(insert.rotation);
-        insert.scale = insert.scale * map.scale;
-        insert.columnSpacing *= map.scale;
-        insert.rowSpacing *= map.scale;
-    }
-    void operator()(Dimension& dimension) const
-    {
-        for (Point3* p : {&dimension.definitionPoint, &dimension.point13, &dimension.point14,
-                          &dimension.point15, &dimension.point16})
-            *p = map.point(*p);
-        const Plane plane(dimension.normal, map);
-        plane.point(dimension.insertion);
-        plane.point(dimension.textPosition);
-        plane.turn(dimension.rotation);
-        dimension.measurement *= map.scale;
-    }
-    void operator()(Solid& solid) const
-    {
-        const Plane plane(solid.normal, map);
-        for (Point3& corner : solid.corners)
-            plane.point(corner);
-        solid.thickness *= map.scale;
-    }
-    void operator()(Face3D& face) const
-    {
-        for (Point3& corner : face.corners)
-            corner = map.point(corner);
-    }
-    void operator()(Ray& ray) const
-    {
-        ray.start = map.point(ray.start);
-        ray.direction = map.direction(ray.direction);
-    }
-    void operator()(Hatch& hatch) const;
-    void operator()(MPolygon& polygon) const { (*this)(polygon.area); }
-    void operator()(StoredPicture& picture) const
-    {
-        for (PictureFigure& figure : picture.figures) {
-            Placement& place = figure.place;
-            for (Point3* axis : {&place.x, &place.y, &place.z})
-                *axis = map.vector(*axis);
-            place.origin = map.point(place.origin);
-        }
-    }
-    void operator()(Leader& leader) const
-    {
-        for (Point3& p : leader.points)
-            p = map.point(p);
-        leader.normal = map.direction(leader.normal);
-    }
-    void operator()(MultiLeader& leader) const
-    {
-        for (std::vector<Point3>& line : leader.lines) {
-            for (Point3& p : line)
-                p = map.point(p);
-        }
-        leader.arrowSize *= map.scale;
-        (*this)(leader.text);
-        (*this)(leader.block);
-    }
-    void operator()(MLine& line) const
-    {
-        line.normal = map.direction(line.normal);
-        line.scale *= map.scale;
-        for (MLineVertex& vertex : line.vertices) {
-            vertex.position = map.point(vertex.position);
-            vertex.direction = map.direction(vertex.direction);
-            vertex.miter = map.direction(vertex.miter);
-            for (std::vector<double>& element : vertex.elements) {
-                for (double& distance : element)
-                    distance *= map.scale;
-            }
-        }
-    }
-    void operator()(Wipeout& wipeout) const
-    {
-        wipeout.insertion = map.point(wipeout.insertion);
-        wipeout.uVector = map.vector(wipeout.uVector);
-        wipeout.vVector = map.vector(wipeout.vVector);
-    }
-    void operator()(Viewport& viewport) const
-    {
-        viewport.center = map.point(viewport.center);
-        viewport.width *= map.scale;
-        viewport.height *= map.scale;
-    }
-    void operator()(Shape& shape) const
-    {
-        const Plane plane(shape.normal, map);
-        plane.point(shape.position);
-        plane.turn(shape.rotation);
-        shape.size *= map.scale;
-    }
-    void operator()(Tolerance& tolerance) const
-    {
-        tolerance.insertion = map.point(tolerance.insertion);
-        tolerance.direction = map.direction(tolerance.direction);
-        tolerance.normal = map.direction(tolerance.normal);
-        tolerance.height *= map.scale;
-    }
+    void extrusion(Point3& normal) { found = &normal; }
+    void normal(Point3& normal) { found = &normal; }
+    void list(auto&, auto) const {}
+    void part(auto&) const {}
+    void placed(auto&) const {}
 };
 
-void moveFlat(const Plane& plane, Point2& p, bool isVector = false)
+Point3& normalOf(auto& record, Point3& none)
 {
-    Point3 space{p.x, p.y, 0};
-    isVector ? plane.vector(space) : plane.point(space);
-    p = {space.x, space.y};
+    NormalFinder finder;
+    visit(finder, record);
+    return finder.found != nullptr ? *finder.found : none;
 }
 
-void moveEdge(const Plane& plane, HatchEdge& edge, double scale)
-{
-    moveFlat(plane, edge.start);
-    moveFlat(plane, edge.end);
-    moveFlat(plane, edge.center);
-    moveFlat(plane, edge.majorAxis, true);
-    edge.radius *= scale;
-    if (edge.kind == HatchEdge::Kind::Arc) {
-        // The angles of an edge that runs clockwise are mirrored.
-        const double sign = edge.counterClockwise ? 1 : -1;
-        for (double* angle : {&edge.startAngle, &edge.endAngle}) {
-            double turned = *angle * sign;
-            plane.turn(turned);
-            *angle = turned * sign;
-        }
-    }
-    for (Point3& p : edge.spline.controlPoints)
-        plane.point(p);
-    for (Point3& p : edge.spline.fitPoints)
-        plane.point(p);
-}
+/// Moves the fields of one record; its plane has turned the normal already.
+class Mover : public FieldsPassedOver {
+public:
+    Mover(const Similarity& map, Point3& normal) : m_map(map), m_plane(normal, map) {}
 
-void Mover::operator()(Hatch& hatch) const
-{
-    const Plane plane(hatch.normal, map);
-    Point3 elevation{0, 0, hatch.elevation};
-    plane.point(elevation);
-    hatch.elevation = elevation.z;
-    for (HatchLoop& loop : hatch.loops) {
-        for (HatchEdge& edge : loop.edges)
-            moveEdge(plane, edge, map.scale);
-        for (PolylineVertex& vertex : loop.polyline)
-            plane.point(vertex.position);
+    void point(Point3& p) const { p = m_map.point(p); }
+    void direction(Point3& v) const { v = m_map.direction(v); }
+    void vector(Point3& v) const { v = m_map.vector(v); }
+    void inPlane(Point3& p) const { m_plane.point(p); }
+    void inPlane(Point2& p) const
+    {
+        Point3 space{p.x, p.y, 0};
+        m_plane.point(space);
+        p = {space.x, space.y};
     }
-    for (HatchPatternLine& line : hatch.lines) {
-        plane.turn(line.angle);
-        moveFlat(plane, line.base);
-        moveFlat(plane, line.offset, true);
-        for (double& dash : line.dashes)
-            dash *= map.scale;
+    void vectorInPlane(Point2& v) const
+    {
+        Point3 space{v.x, v.y, 0};
+        m_plane.vector(space);
+        v = {space.x, space.y};
     }
-    hatch.scale *= map.scale;
-    hatch.angle += map.rotation;
-}
+    void directionInPlane(Point3& v) const
+    {
+        m_plane.vector(v);
+        v = v * (1 / m_map.scale);
+    }
+    void scale(Point3& factors) const { factors = factors * m_map.scale; }
+    void elevation(double& height) const
+    {
+        Point3 above{0, 0, height};
+        m_plane.point(above);
+        height = above.z;
+    }
+    void length(double& length) const { length *= m_map.scale; }
+    void thickness(double& length) const { length *= m_map.scale; }
+    void angle(double& a) const { m_plane.angle(a); }
+    void turn(double& a) const { m_plane.turn(a); }
+    void mirroredTurn(double& a) const
+    {
+        a = -a;
+        m_plane.turn(a);
+        a = -a;
+    }
+    void bearing(double& a) const { a += m_map.rotation; }
+    void part(auto& record) const
+    {
+        Point3 none = kZAxis;
+        Mover mover(m_map, normalOf(record, none));
+        visit(mover, record);
+    }
+    void placed(auto&) const {}
+
+private:
+    const Similarity& m_map;
+    Plane m_plane;
+};
 
 } // namespace
 
@@ -314,7 +141,9 @@ Point3 Similarity::point(const Point3& p) const
 
 void transform(Geometry& geometry, const Similarity& map)
 {
-    std::visit(Mover{map}, geometry);
+    Point3 world = kZAxis;
+    const Mover mover(map, world);
+    std::visit([&](auto& shape) { mover.part(shape); }, geometry);
 }
 
 } // namespace zv::bench

@@ -12,7 +12,8 @@ struct BuiltSection {
     std::string name;
     std::string bytes;
     std::size_t pageSize = 0x7400;
-    std::vector<std::size_t> leftOut = {}; ///< Numbers of pages that are not stored, as pages of zeros are not.
+    std::vector<std::size_t> leftOut =
+        {}; ///< Numbers of pages that are not stored, as pages of zeros are not.
 };
 
 /// Number, low byte first.

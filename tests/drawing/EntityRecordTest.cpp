@@ -1,4 +1,8 @@
 #include "drawing/entities/EntityRecord.h"
+#include "drawing/entities/DimensionLayouts.h"
+#include "drawing/entities/HatchLayouts.h"
+#include "drawing/entities/InsertLayouts.h"
+#include "drawing/entities/TextLayouts.h"
 #include "support/TestRecord.h"
 
 #include <gtest/gtest.h>
@@ -104,7 +108,7 @@ TEST_P(EntityRecordTest, Line)
         line.fields.thickness(0.5);
         line.fields.extrusion(kZAxis);
     }
-    const Line shape = read<Line>(line, readLine);
+    const Line shape = read<Line>(line, readShape<Line>);
     EXPECT_EQ(shape.start.x, 1);
     EXPECT_EQ(shape.end.x, 4);
     EXPECT_EQ(shape.end.y, 2);
@@ -144,7 +148,7 @@ TEST_P(EntityRecordTest, Text)
         text.fields.bitShort(3);
     }
     text.pointer(kStyle);
-    const TextLine shape = read<TextLine>(text, readText);
+    const TextLine shape = read<TextLine>(text, readShape<TextLine>);
     EXPECT_EQ(shape.text, u"Gate");
     EXPECT_EQ(shape.insertion.z, 7);
     EXPECT_EQ(shape.alignment.y, 4);
@@ -280,7 +284,7 @@ TEST_P(EntityRecordTest, Spline)
         spline.fields.bitPoint3({x, 0, 0});
         spline.fields.bitDouble(x);
     }
-    const Spline shape = read<Spline>(spline, readSpline);
+    const Spline shape = read<Spline>(spline, readShape<Spline>);
     EXPECT_EQ(shape.degree, 1);
     EXPECT_TRUE(shape.rational);
     EXPECT_EQ(shape.knots, (std::vector<double>{0, 0, 1, 1}));
@@ -305,7 +309,7 @@ TEST_P(EntityRecordTest, SplineByFitPoints)
     spline.fields.bitLong(2);
     spline.fields.bitPoint3({1, 1, 1});
     spline.fields.bitPoint3({9, 8, 7});
-    const Spline shape = read<Spline>(spline, readSpline);
+    const Spline shape = read<Spline>(spline, readShape<Spline>);
     ASSERT_EQ(shape.fitPoints.size(), 2u);
     EXPECT_EQ(shape.fitPoints[1].y, 8);
     EXPECT_EQ(shape.startTangent.y, 1);
@@ -401,7 +405,7 @@ TEST_P(EntityRecordTest, Hatch)
     hatch.fields.bitDouble(3);
     hatch.fields.bitDouble(-1);
     hatch.fields.bitLong(0);
-    const Hatch shape = read<Hatch>(hatch, readHatch);
+    const Hatch shape = read<Hatch>(hatch, readShape<Hatch>);
     EXPECT_EQ(shape.pattern, u"ANSI31");
     EXPECT_EQ(shape.elevation, 1.5);
     EXPECT_EQ(shape.style, 1);
@@ -447,7 +451,7 @@ TEST_P(EntityRecordTest, LinearDimension)
     dimension.fields.bitDouble(0.5);
     dimension.pointer(kStyle);
     dimension.pointer(kBlock);
-    const Dimension shape = read<Dimension>(dimension, readLinearDimension);
+    const Dimension shape = read<Dimension>(dimension, entityKind(objectType::kDimensionLinear)->read);
     EXPECT_EQ(shape.type, 0);
     EXPECT_EQ(shape.text, u"<> mm");
     EXPECT_EQ(shape.point14.x, 13.5);
@@ -475,7 +479,7 @@ TEST_P(EntityRecordTest, Face)
             face.fields.defaultPoint3(corners[i], corners[i - 1]);
     }
     face.fields.bitShort(5);
-    const Face3D shape = read<Face3D>(face, readFace3D);
+    const Face3D shape = read<Face3D>(face, readShape<Face3D>);
     EXPECT_EQ(shape.corners[3].y, 4);
     EXPECT_EQ(shape.corners[3].z, 2);
     EXPECT_EQ(shape.hiddenEdges, 5);
@@ -500,7 +504,7 @@ TEST_P(EntityRecordTest, Image)
     image.fields.rawPoint2({-0.5, -0.5});
     image.fields.rawPoint2({639.5, 479.5});
     image.pointer(0x60);
-    const Wipeout shape = read<Wipeout>(image, readImage);
+    const Wipeout shape = read<Wipeout>(image, readShape<Wipeout>);
     EXPECT_EQ(shape.pixels.x, 640);
     ASSERT_EQ(shape.clip.size(), 4u);
     EXPECT_EQ(shape.clip[2].x, 639.5);
@@ -659,7 +663,7 @@ TEST_P(EntityRecordTest, CountThatTheRecordCannotHoldIsRefused)
     leader.fields.bitLong(0x7FFFFFFF);
     leader.pointer(0);
     leader.pointer(kStyle);
-    EXPECT_FALSE(readEntity(leader.framed(), GetParam(), readLeader));
+    EXPECT_FALSE(readEntity(leader.framed(), GetParam(), readShape<Leader>));
 }
 
 } // namespace

@@ -16,6 +16,7 @@ TextLine textLine(Text text)
     line.text = std::move(text);
     line.insertion = {1, 2, 0};
     line.height = 2.5;
+    line.style = kNotes;
     return line;
 }
 
@@ -109,7 +110,6 @@ void addTexts(std::vector<Entity>& out)
     aligned.oblique = 0.2;
     aligned.widthFactor = 0.8;
     aligned.backward = true;
-    aligned.style = kNotes;
     out.push_back(entityOf(aligned));
     MText text;
     text.text = u"{\\fArial|b1;Bold}\\PSecond";
@@ -121,6 +121,7 @@ void addTexts(std::vector<Entity>& out)
     out.push_back(entityOf(text));
     Tolerance tolerance;
     tolerance.text = u"{\\Fgdt;j}%%v0.1";
+    tolerance.style = kOfficeDimensions;
     out.push_back(entityOf(tolerance));
 }
 
@@ -166,10 +167,14 @@ void addDimensions(std::vector<Entity>& out)
         dimension.block = kDimensionBlock;
         dimension.type = type;
         dimension.text = type == 0 ? u"<> TYP." : u"";
-        dimension.point13 = {0, 0, 0};
-        dimension.point14 = {40, 10, 0};
-        dimension.point15 = {20, 0, 0};
-        dimension.point16 = {20, 20, 0};
+        // Each type has its own of the points.
+        if (type != 3 && type != 4)
+            dimension.point14 = {40, 10, 0};
+        if (type >= 2 && type <= 5)
+            dimension.point15 = {20, 0, 0};
+        if (type == 2)
+            dimension.point16 = {20, 20, 0};
+        dimension.style = kOfficeDimensions;
         dimension.definitionPoint = {40, 20, 0};
         dimension.textPosition = {20, 20, 0};
         dimension.measurement = 40;
@@ -177,6 +182,7 @@ void addDimensions(std::vector<Entity>& out)
     }
     Leader leader;
     leader.points = {{0, 0, 0}, {5, 5, 0}, {10, 5, 0}};
+    leader.style = kOfficeDimensions;
     out.push_back(entityOf(leader));
 }
 
@@ -230,6 +236,7 @@ void addTablesOf(Document& document)
     dashed.dashes[0].length = 1;
     dashed.dashes[1].length = -1;
     dashed.dashes[1].text = u"GAS";
+    dashed.dashes[1].style = kNotes;
     dashed.dashes[1].scale = 0.1;
     dashed.dashes[1].offset = {-0.1, -0.05};
     document.linetypes.push_back(dashed);
@@ -241,6 +248,14 @@ void addTablesOf(Document& document)
     notes.bold = true;
     notes.widthFactor = 0.9;
     document.textStyles.push_back(notes);
+    DimensionStyle office;
+    office.handle = kOfficeDimensions;
+    office.name = u"OFFICE";
+    office.scale = 48;
+    office.arrowSize = 0.125;
+    office.textHeight = 0.09375;
+    office.textStyle = kNotes;
+    document.dimensionStyles.push_back(office);
     MLineStyle wallLine;
     wallLine.handle = kWallStyle;
     wallLine.name = u"WALL";
@@ -314,6 +329,7 @@ Document everyKind()
     view.center = {5, 5, 0};
     view.width = view.height = 8;
     view.viewHeight = 100;
+    view.id = 1;
     paper.entities.push_back(entityOf(view));
     document.blocks.push_back(paper);
     document.header.extentsMin = {0, 0, 0};

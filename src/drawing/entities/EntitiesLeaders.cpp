@@ -137,33 +137,6 @@ void readLeaderContent(RecordReader& in, MultiLeader& leader)
 
 } // namespace
 
-void readLeader(RecordReader& in, EntityRecord& out)
-{
-    constexpr int kCurved = 1;
-    const Version version = in.version();
-    auto& leader = out.geometry.emplace<Leader>();
-    in.bit();
-    in.bitShort(); // What it leads to.
-    leader.splined = in.bitShort() == kCurved;
-    readPoints(in, leader.points);
-    in.bitPoint3(); // Origin of its plane.
-    leader.normal = in.bitPoint3();
-    in.bitPoint3(); // Horizontal direction.
-    in.bitPoint3(); // Offset of a block.
-    if (version >= Version::R14)
-        in.bitPoint3(); // Offset of the text.
-    if (version <= Version::R14)
-        in.bitDouble(); // Gap.
-    if (version <= Version::R2007) {
-        in.bitDouble(); // Size of the text.
-        in.bitDouble();
-    }
-    in.bit(); // On which side the text is.
-    leader.arrow = in.bit();
-    in.handle(); // What it leads to.
-    leader.style = in.handle();
-}
-
 void readMultiLeader(RecordReader& in, EntityRecord& out)
 {
     auto& leader = out.geometry.emplace<MultiLeader>();

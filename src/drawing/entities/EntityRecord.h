@@ -39,69 +39,41 @@ struct EntityKind {
 const EntityKind* entityKind(int type);
 /// The kind of a class by its DXF name; null when its fields are not known.
 const EntityKind* entityKind(std::string_view className);
+/// The object type under which the format itself numbers a shape; 0 when it numbers none.
+int recordType(const Geometry& geometry);
 
 /// A vertex of a POLYLINE of any kind.
 struct VertexRecord {
     PolylineVertex vertex;
-    unsigned flags = 0;
     std::array<int, 4> face{}; ///< Of a face's record: the corners' numbers.
 };
-inline constexpr unsigned kVertexSplineFrame = 16;
 VertexRecord readVertex(RecordReader& in, int type);
 
 /// The text of a BLOCK entity: its full name.
 Text readBlockBegin(RecordReader& in);
 
-// The readers of each kind, by family.
-void readLine(RecordReader& in, EntityRecord& out);
-void readPoint(RecordReader& in, EntityRecord& out);
-void readCircle(RecordReader& in, EntityRecord& out);
-void readArc(RecordReader& in, EntityRecord& out);
-void readEllipse(RecordReader& in, EntityRecord& out);
-void readSpline(RecordReader& in, EntityRecord& out);
-void readRay(RecordReader& in, EntityRecord& out);
-void readXLine(RecordReader& in, EntityRecord& out);
-void readSolid(RecordReader& in, EntityRecord& out);
-void readTrace(RecordReader& in, EntityRecord& out);
-void readFace3D(RecordReader& in, EntityRecord& out);
-void readShape(RecordReader& in, EntityRecord& out);
+/// Reads the handles of `count` owned objects (R2004 and later), or those of the ends of their chain.
+void readChain(RecordReader& in, std::int64_t count, OwnedChain& chain);
 
+// The readers of kinds whose record is more than the layout of one shape.
 void readLightPolyline(RecordReader& in, EntityRecord& out);
 void readPolyline2D(RecordReader& in, EntityRecord& out);
 void readPolyline3D(RecordReader& in, EntityRecord& out);
 void readPolygonMesh(RecordReader& in, EntityRecord& out);
 void readPolyfaceMesh(RecordReader& in, EntityRecord& out);
 void readMLine(RecordReader& in, EntityRecord& out);
-
-void readText(RecordReader& in, EntityRecord& out);
 void readAttrib(RecordReader& in, EntityRecord& out);
 void readAttribDefinition(RecordReader& in, EntityRecord& out);
 void readMText(RecordReader& in, EntityRecord& out);
-void readTolerance(RecordReader& in, EntityRecord& out);
-
 void readInsert(RecordReader& in, EntityRecord& out);
 void readMInsert(RecordReader& in, EntityRecord& out);
-void readImage(RecordReader& in, EntityRecord& out);
-void readViewport(RecordReader& in, EntityRecord& out);
 void readUnderlay(RecordReader& in, EntityRecord& out);
+void readMPolygon(RecordReader& in, EntityRecord& out);
+void readArcDimension(RecordReader& in, EntityRecord& out);
+void readJoggedDimension(RecordReader& in, EntityRecord& out);
+void readMultiLeader(RecordReader& in, EntityRecord& out);
 /// Solids, regions and surfaces: their edges, and the wires that are stored beside them. Without any they
 /// stay unknown.
 void readModelGeometry(RecordReader& in, EntityRecord& out);
-
-void readHatch(RecordReader& in, EntityRecord& out);
-void readMPolygon(RecordReader& in, EntityRecord& out);
-
-void readOrdinateDimension(RecordReader& in, EntityRecord& out);
-void readLinearDimension(RecordReader& in, EntityRecord& out);
-void readAlignedDimension(RecordReader& in, EntityRecord& out);
-void readThreePointAngularDimension(RecordReader& in, EntityRecord& out);
-void readAngularDimension(RecordReader& in, EntityRecord& out);
-void readRadiusDimension(RecordReader& in, EntityRecord& out);
-void readDiameterDimension(RecordReader& in, EntityRecord& out);
-void readArcDimension(RecordReader& in, EntityRecord& out);
-void readJoggedDimension(RecordReader& in, EntityRecord& out);
-
-void readLeader(RecordReader& in, EntityRecord& out);
-void readMultiLeader(RecordReader& in, EntityRecord& out);
 
 } // namespace zv::dwg

@@ -1,6 +1,11 @@
 #include "drawing/write/EntityRecords.h"
 
-#include "drawing/write/ShapeFields.h"
+#include "drawing/entities/DimensionLayouts.h"
+#include "drawing/entities/HatchLayouts.h"
+#include "drawing/entities/InsertLayouts.h"
+#include "drawing/entities/PolylineLayouts.h"
+#include "drawing/entities/TextLayouts.h"
+#include "drawing/write/FieldsOut.h"
 
 #include <algorithm>
 
@@ -94,24 +99,60 @@ private:
         return std::visit([&](const auto& shape) { return add(entity, place, shape); }, entity.geometry);
     }
 
+    /// Kinds that are one record without parts.
     template <class ShapeType>
     Result<void> add(const Entity& entity, const Place& place, const ShapeType& shape)
     {
-        return addOne(entity, place, shape);
+        return addLayout(entity, place, recordType(entity.geometry),
+                         [&](FieldsOut& fields) { layout(fields, shape); });
     }
 
-    /// Kinds that are one record without parts.
-    template <class ShapeType>
-    Result<void> addOne(const Entity& entity, const Place& place, const ShapeType& shape)
+    Result<void> addLayout(const Entity& entity, const Place& place, int type, auto write)
     {
-        const int type = recordType(shape);
-        if (type == 0)
-            return refused(entity);
         Record record = started(type, entity, place);
-        if (const auto written = writeShape(record, m_plan, shape); !written)
-            return written;
+        FieldsOut fields(record, m_plan);
+        write(fields);
         m_objects.add(record);
         return {};
+    }
+
+    // Kinds that this version does not know.
+    Result<void> add(const Entity& entity, const Place&, const Unknown&) { return refused(entity); }
+    Result<void> add(const Entity& entity, const Place&, const MultiLeader&) { return refused(entity); }
+    Result<void> add(const Entity& entity, const Place&, const MPolygon&) { return refused(entity); }
+    Result<void> add(const Entity& entity, const Place&, const StoredPicture&) { return refused(entity); }
+
+    Result<void> add(const Entity& entity, const Place& place, const Wipeout& wipeout)
+    {
+        if (wipeout.image)
+            return refused(entity);
+        return addLayout(entity, place, kWipeout, [&](FieldsOut& fields) { layout(fields, wipeout); });
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const Dimension& dimension)
+    {
+        const int type = recordType(entity.geometry);
+        if (type == 0)
+            return refused(entity);
+        if (!m_plan.hasBlock(dimension.block))
+            return Error{ErrorCode::Unsupported, "a DIMENSION without its block cannot be written"};
+        return addLayout(entity, place, type, [&](FieldsOut& fields) { layout(fields, dimension); });
+    }
+
+    Result<void> add(const Entity& entity, const Place& place, const MLine& line)
+    {
+        const MLineStyle* style = m_plan.mlineStyle(line.style);
+        if (style == nullptr)
+            return Error{ErrorCode::Unsupported, "an MLINE without its style cannot be written"};
+        if (line.vertices.size() > INT16_MAX)
+            return Error{ErrorCode::Unsupported, "an MLINE of so many vertices cannot be written"};
+        // Every vertex has a list for each element of the style, be it an empty one.
+        MLine whole = line;
+        for (MLineVertex& vertex : whole.vertices)
+            vertex.elements.resize(style->elements.size());
+        return addLayout(entity, place, kMLine, [&](FieldsOut& fields) {
+            layoutMLine(fields, std::as_const(whole), style->elements.size());
+        });
     }
 
     static Result<void> refused(const Entity& entity)
@@ -123,9 +164,11 @@ private:
 
     Result<void> add(const Entity& entity, const Place& place, const Insert& insert)
     {
-        Record record = started(insertType(insert), entity, place);
-        writeInsert(record, insert);
-        record.handles.handle(kHardPointer, insert.block);
+        const int type = recordType(entity.geometry);
+        Record record = started(type, entity, place);
+        FieldsOut fields(record, m_plan);
+        std::int64_t count = 0;
+        layoutInsert(fields, insert, type == kMInsert, !insert.attributes.empty(), count);
         if (insert.attributes.empty()) {
             m_objects.add(record);
             return {};
@@ -145,7 +188,8 @@ private:
                 return Error{ErrorCode::Unsupported, "an INSERT with an attribute that is none"};
             Record part =
                 started(kAttrib, attribute, {entity.handle, 0, i > 0 ? handleAt(i - 1) : 0, handleAt(i + 1)});
-            writeAttribute(part, m_plan, *shape, false);
+            FieldsOut partFields(part, m_plan);
+            layoutAttribute(partFields, *shape, false);
             m_objects.add(part);
         }
         addSequenceEnd(entity, end);
@@ -154,30 +198,34 @@ private:
 
     Result<void> add(const Entity& entity, const Place& place, const Hatch& hatch)
     {
+        const auto write = [](const Hatch& fill) {
+            return [&fill](FieldsOut& fields) { layout(fields, fill); };
+        };
+        if (!hatch.gradient)
+            return addLayout(entity, place, kHatch, write(hatch));
+        // A gradient is a solid fill here.
         Entity filled = entity;
-        if (hatch.gradient)
-            filled.color = middleColor(hatch);
-        return addOne(filled, place, hatch);
+        filled.color = middleColor(hatch);
+        Hatch solid = hatch;
+        solid.pattern = u"SOLID";
+        solid.solid = true;
+        return addLayout(filled, place, kHatch, write(solid));
     }
 
     Result<void> add(const Entity& entity, const Place& place, const Attribute& definition)
     {
-        Record record = started(kAttribDefinition, entity, place);
-        writeAttribute(record, m_plan, definition, true);
-        m_objects.add(record);
-        return {};
+        return addLayout(entity, place, kAttribDefinition,
+                         [&](FieldsOut& fields) { layoutAttribute(fields, definition, true); });
     }
 
     Result<void> add(const Entity& entity, const Place& place, const Polyline& line)
     {
-        if (line.lightweight && !line.threeD) {
-            Record record = started(kLightPolyline, entity, place);
-            writeLightPolyline(record, line);
-            m_objects.add(record);
-            return {};
-        }
-        Record record = started(line.threeD ? kPolyline3D : kPolyline2D, entity, place);
-        writePolylineHead(record, line);
+        const int type = recordType(entity.geometry);
+        if (type == kLightPolyline)
+            return addLayout(entity, place, type, [&](FieldsOut& fields) { layoutLight(fields, line); });
+        Record record = started(type, entity, place);
+        FieldsOut fields(record, m_plan);
+        layoutHeavy(fields, line);
         const std::size_t count = line.vertices.size();
         std::vector<Handle> parts(count);
         for (Handle& part : parts)
@@ -186,7 +234,11 @@ private:
         addParts(record, parts, end);
         for (std::size_t i = 0; i < count; ++i) {
             Record vertex = startedPart(line.threeD ? kVertex3D : kVertex2D, entity, parts, i);
-            writeVertex(vertex, line, line.vertices[i]);
+            FieldsOut vertexFields(vertex, m_plan);
+            const bool splined = isSplined(line);
+            unsigned flags = line.vertices[i].splineFrame ? kVertexSplineFrame : splined ? kVertexOfFit : 0;
+            vertexFields.rawChar(flags | (line.threeD ? kVertexInSpace : 0));
+            layoutVertex(vertexFields, line.vertices[i], !line.threeD);
             m_objects.add(vertex);
         }
         addSequenceEnd(entity, end);
@@ -198,8 +250,12 @@ private:
         const bool polyface = !mesh.faces.empty();
         if (mesh.vertices.size() > 32767 || mesh.faces.size() > 32767)
             return refused(entity);
-        Record record = started(polyface ? kPolyfaceMesh : kPolygonMesh, entity, place);
-        writeMeshHead(record, mesh);
+        Record record = started(recordType(entity.geometry), entity, place);
+        FieldsOut fields(record, m_plan);
+        if (polyface)
+            layoutPolyfaceMesh(fields, mesh);
+        else
+            layoutPolygonMesh(fields, mesh);
         std::vector<Handle> parts(mesh.vertices.size() + mesh.faces.size());
         for (Handle& part : parts)
             part = m_plan.give();

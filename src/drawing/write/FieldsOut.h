@@ -1,0 +1,81 @@
+#pragma once
+
+#include "drawing/entities/PackedFields.h"
+#include "drawing/write/Plan.h"
+#include "drawing/write/Record.h"
+
+namespace zv::dwg {
+
+/// Writes a shape into its record, as AC1015 has it; the counterpart of FieldsIn.
+class FieldsOut : public PackedFields<FieldsOut> {
+public:
+    static constexpr bool kReads = false;
+
+    FieldsOut(Record& out, const Plan& plan) : m_fields(out.fields), m_handles(out.handles), m_plan(plan) {}
+
+    static constexpr Version version() { return Version::R2000; }
+    static constexpr bool ok() { return true; }
+
+    void bit(bool value) { m_fields.bit(value); }
+    void bitPair(unsigned value) { m_fields.bitPair(value); }
+    void rawChar(auto value) { m_fields.rawChar(static_cast<std::uint8_t>(value)); }
+    void bitShort(auto value) { m_fields.bitShort(static_cast<std::int16_t>(value)); }
+    void bitLong(auto value) { m_fields.bitLong(static_cast<std::int32_t>(value)); }
+    void rawDouble(double value) { m_fields.rawDouble(value); }
+    void bitDouble(double value) { m_fields.bitDouble(value); }
+    void defaultDouble(double value, double from) { m_fields.defaultDouble(value, from); }
+    void thickness(double value) { m_fields.thickness(value); }
+    void extrusion(Point3 value) { m_fields.extrusion(value); }
+    void rawPoint2(Point2 value) { m_fields.rawPoint2(value); }
+    void bitPoint2(Point2 value) { m_fields.bitPoint2(value); }
+    void bitPoint3(Point3 value) { m_fields.bitPoint3(value); }
+    void rawFlat(Point3 value, double) { m_fields.rawPoint2({value.x, value.y}); }
+    void text(const Text& value) { m_fields.text(encodeText(value)); }
+    void handle(Handle value, Table table) { m_handles.handle(kHardPointer, known(value, table)); }
+
+    void count(const auto& items, unsigned) { bitLong(items.size()); }
+    void shortCount(const auto& items, unsigned) { bitShort(items.size()); }
+    void resize(const auto&, std::int64_t, unsigned) {}
+    std::int64_t checked(std::int64_t number, unsigned) { return number; }
+    void eachCounted(const auto& items, unsigned, auto each)
+    {
+        bitLong(items.size());
+        for (const auto& item : items)
+            each(item);
+    }
+
+    void fixedBit(bool value) { m_fields.bit(value); }
+    void fixedChar(int value) { rawChar(value); }
+    void fixedShort(int value) { bitShort(value); }
+    void fixedLong(int value) { bitLong(value); }
+    void fixedDouble(double value) { m_fields.bitDouble(value); }
+    void fixedPoint2(Point2 value) { m_fields.rawPoint2(value); }
+    void fixedPoint3(Point3 value) { m_fields.bitPoint3(value); }
+    void noHandle() { m_handles.handle(kHardPointer, 0); }
+    void noOwnedHandle() { m_handles.handle(kHardOwner, 0); }
+    void worldCoordinates() { writeWorldCoordinates(m_fields); }
+
+private:
+    /// The handle itself when it names something of that table, else the table's standard entry.
+    Handle known(Handle handle, Table table) const
+    {
+        switch (table) {
+        case Table::Layer:
+            return m_plan.layer(handle);
+        case Table::Linetype:
+            return m_plan.linetype(handle);
+        case Table::TextStyle:
+            return m_plan.style(handle);
+        case Table::DimensionStyle:
+            return m_plan.dimensionStyle(handle);
+        default:
+            return handle;
+        }
+    }
+
+    BitWriter& m_fields;
+    BitWriter& m_handles;
+    const Plan& m_plan;
+};
+
+} // namespace zv::dwg
