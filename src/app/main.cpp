@@ -1,5 +1,6 @@
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
+#include "config/OfficeWindows.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/ImageList.h"
 #include "controls/ProgramStyle.h"
@@ -7,6 +8,7 @@
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
+#include "print/PrintWindows.h"
 #include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
 
@@ -64,6 +66,8 @@ int main(int argc, char** argv)
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     zv::addBrowserWindows(program);
+    zv::addOfficeWindows(program);
+    zv::addPrintWindows(program);
     zv::addSearchWindows(program);
     program.guarded([&program] { program.load(QStringLiteral("Zelvora")); });
     const int status = QApplication::exec();

@@ -20,8 +20,15 @@ std::string settingsValue(const std::string& application, const std::string& sec
 void setSettingsValue(const std::string& application, const std::string& section, const std::string& key,
                       const std::string& value);
 
+/// How the window of a program that is started comes up, where the system lets one say.
+enum class ProgramWindow {
+    Normal,
+    Minimized, ///< And without the focus.
+};
 /// Starts a program without waiting for it; a program that is not there is no error.
-void startProgram(const std::vector<std::string>& command);
+void startProgram(const std::vector<std::string>& command, ProgramWindow window = ProgramWindow::Normal);
+/// What the file names of programs end in, ".exe" or nothing.
+extern const char* const kProgramEnding;
 
 /// Whether the system has a print dialog of its own. Such a one knows the system's printers only, no file, and
 /// comes up only where there is a printer.

@@ -1,3 +1,4 @@
+#include "browser/BrowserWindows.h"
 #include "browser/frmSplash.h"
 #include "controls/PictureButton.h"
 #include "controls/SortedCombo.h"
@@ -95,6 +96,10 @@ TEST_F(LeavingTest, DialogsHideTheMainWindow)
 
 TEST_F(LeavingTest, AWindowThatCannotBeOpenedLeavesTheMainWindowAsItWas)
 {
+    // A program that knows no other window.
+    program = std::make_unique<RunningProgram>(Folders{installation, user}, messages);
+    program->setActionServices(*outside->services);
+    addBrowserWindows(*program);
     start();
     for (const char* button : {"Command1", "Command8", "Command9", "Command7", "Command5", "Command4"}) {
         ASSERT_TRUE(click(button)) << button;

@@ -1,6 +1,7 @@
 #include "support/OfficeFixture.h"
 
 #include "browser/BrowserWindows.h"
+#include "config/OfficeWindows.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/PathList.h"
 #include "controls/SortedCombo.h"
@@ -10,6 +11,7 @@
 #include "platform/Profile.h"
 #include "platform/System.h"
 #include "platform/Text.h"
+#include "print/PrintWindows.h"
 #include "search/SearchWindows.h"
 
 #include <QAbstractButton>
@@ -84,6 +86,8 @@ OfficeFixture::OfficeFixture()
     program->setActionServices(*outside->services);
     QObject::connect(program.get(), &RunningProgram::ended, [this](int status) { endedWith = status; });
     addBrowserWindows(*program);
+    addOfficeWindows(*program);
+    addPrintWindows(*program);
     addSearchWindows(*program);
 }
 

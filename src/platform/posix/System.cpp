@@ -96,7 +96,9 @@ void setSettingsValue(const std::string& application, const std::string& section
     writeProfileString(settingsFile(application), section, key, value);
 }
 
-void startProgram(const std::vector<std::string>& command)
+const char* const kProgramEnding = "";
+
+void startProgram(const std::vector<std::string>& command, ProgramWindow)
 {
     if (command.empty())
         return;

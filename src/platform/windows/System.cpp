@@ -102,13 +102,19 @@ void setSettingsValue(const std::string& application, const std::string& section
                       REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
-void startProgram(const std::vector<std::string>& command)
+const char* const kProgramEnding = ".exe";
+
+void startProgram(const std::vector<std::string>& command, ProgramWindow window)
 {
     std::wstring line;
     for (const std::string& argument : command)
         line += (line.empty() ? L"" : L" ") + quoted(widePath(argument));
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
+    if (window == ProgramWindow::Minimized) {
+        startup.dwFlags = STARTF_USESHOWWINDOW;
+        startup.wShowWindow = SW_SHOWMINNOACTIVE;
+    }
     PROCESS_INFORMATION process{};
     if (line.empty() || !::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                           &startup, &process))
