@@ -44,6 +44,16 @@ int Profiles::number(const NumberKey& key) const
     return profileInt(path(key.file), key.section, key.key, key.fallback);
 }
 
+Result<std::string> Profiles::stored(const TextKey& key) const
+{
+    return readProfileString(path(key.file), key.section, key.key, key.fallback);
+}
+
+Result<int> Profiles::storedNumber(const NumberKey& key) const
+{
+    return readProfileInt(path(key.file), key.section, key.key, key.fallback);
+}
+
 // Nobody looks at the outcome of a write: a folder that cannot be written keeps its old settings.
 void Profiles::write(const ProfileKey& key, const std::string& value) const
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PublicValues.h"
+#include "platform/Result.h"
 
 #include <string>
 
@@ -39,6 +40,10 @@ public:
     /// At most 255 bytes.
     std::string text(const TextKey& key) const;
     int number(const NumberKey& key) const;
+    /// The same for a place that writes where nothing is stored. Errors: Denied, Failed: the file is there,
+    /// and what it holds is not known.
+    Result<std::string> stored(const TextKey& key) const;
+    Result<int> storedNumber(const NumberKey& key) const;
     void write(const ProfileKey& key, const std::string& value) const;
     /// Writes "1" or "0".
     void writeFlag(const ProfileKey& key, bool value) const;

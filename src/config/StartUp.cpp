@@ -31,11 +31,6 @@ void readFlag(const Profiles& profiles, const NumberKey& key, std::int16_t& valu
         value = value16(stored);
 }
 
-bool createEmpty(const std::string& path)
-{
-    return writeFile(path, {}).ok();
-}
-
 void writeFirstRun(const Profiles& profiles)
 {
     profiles.clear(ProfileFile::User, keys::zelvora::LastLoad.section);
@@ -52,9 +47,12 @@ void writeFirstRun(const Profiles& profiles)
 std::string findMasterFolder(const std::string& installationFolder)
 {
     const Profiles profiles(installationFolder, installationFolder, {});
-    const std::string stored = profiles.text(keys::zelvora::ZVRpath);
-    if (!stored.empty())
-        return stored;
+    // Where nobody can tell what is stored, nothing is stored over it.
+    const Result<std::string> stored = profiles.stored(keys::zelvora::ZVRpath);
+    if (!stored)
+        return installationFolder;
+    if (!stored->empty())
+        return *stored;
     profiles.clear(ProfileFile::Installation, keys::zelvora::ZVRpath.section);
     profiles.write(keys::zelvora::ZVRpath, installationFolder);
     return installationFolder;
@@ -62,7 +60,7 @@ std::string findMasterFolder(const std::string& installationFolder)
 
 bool probeWriteAccess(const std::string& installationFolder, const std::string& masterFolder)
 {
-    if (!createEmpty(joinPath(masterFolder, kProbeName)))
+    if (!writeNewFile(joinPath(masterFolder, kProbeName), {}))
         return false;
     const std::string probe = joinPath(installationFolder, kProbeName);
     return !fileExists(probe) || deleteFileForced(probe).ok();
@@ -100,15 +98,16 @@ void formUserPaths(PublicValues& values)
 
 void createUserFiles(const std::string& installationFolder, const PublicValues& values)
 {
+    // Another program of the same user may make them at this moment.
     if (!fileExists(values.MyLibPath))
-        createEmpty(values.MyLibPath);
+        static_cast<void>(createFile(values.MyLibPath, {}).ok());
     const Profiles profiles(installationFolder, values);
-    if (!profileExists(values.UserProfilePath)) {
-        createEmpty(values.UserProfilePath);
-        writeFirstRun(profiles);
-    } else if (profiles.number(keys::zelvora::AOT) == keys::kAbsent) {
-        profiles.write(keys::zelvora::AOT, "1");
-    }
+    const Result<void> made = createProfile(values.UserProfilePath);
+    if (made)
+        return writeFirstRun(profiles);
+    const NumberKey& aot = keys::zelvora::AOT;
+    if (made.error().code == ErrorCode::Busy && profiles.storedNumber(aot).valueOr(0) == keys::kAbsent)
+        profiles.write(aot, "1");
 }
 
 std::string fontFolder(const std::string& installationFolder, const Profiles& profiles)
@@ -120,7 +119,7 @@ std::string fontFolder(const std::string& installationFolder, const Profiles& pr
 void repairLibraryCount(const std::string& profileFile)
 {
     const NumberKey& count = keys::zelvora::libnum;
-    if (profileInt(profileFile, count.section, count.key, count.fallback) < 0)
+    if (readProfileInt(profileFile, count.section, count.key, count.fallback).valueOr(0) < 0)
         writeProfileString(profileFile, count.section, count.key, "0");
 }
 

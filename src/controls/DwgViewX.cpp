@@ -45,7 +45,7 @@ bool DwgViewX::setDrawing(const std::string& path)
         return false;
     auto opened = dwg::openDrawing(path, toBytes(s.fontPath));
     if (!opened) {
-        s.error = tr("%1\ncannot be shown: %2").arg(s.path, QString::fromUtf8(opened.error().text.c_str()));
+        s.error = tr("%1\ncannot be shown: %2").arg(s.path, toText(opened.error().text));
         setAccessibleDescription(s.error);
         return false;
     }

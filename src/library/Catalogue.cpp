@@ -26,17 +26,25 @@ int libraryCount(const std::string& profileFile)
     return profileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
 }
 
-std::vector<std::string> readCatalogue(const std::string& profileFile)
+Result<std::vector<std::string>> tryCatalogue(const std::string& profileFile)
 {
+    const Result<int> stored = readProfileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
+    if (!stored)
+        return stored.error();
     const int most = static_cast<int>(kMostListLines);
-    const auto count = static_cast<std::size_t>(std::clamp(libraryCount(profileFile), 0, most));
+    const auto count = static_cast<std::size_t>(std::clamp(*stored, 0, most));
     if (count == 0)
-        return {};
+        return std::vector<std::string>();
     std::vector<std::string> names;
     names.reserve(count);
     for (std::size_t i = 1; i <= count; ++i)
         names.push_back(nameKey(i));
-    return profileStrings(profileFile, kCount.section, names);
+    return readProfileStrings(profileFile, kCount.section, names);
+}
+
+std::vector<std::string> readCatalogue(const std::string& profileFile)
+{
+    return tryCatalogue(profileFile).valueOr({});
 }
 
 std::string libraryName(const std::string& profileFile, int number)
@@ -52,7 +60,7 @@ Result<void> writeCatalogue(const std::string& masterFolder, const std::vector<s
         scratch += name + "\r\n";
         lines.push_back(nameKey(lines.size()) + "=" + name);
     }
-    if (Result<void> written = writeFile(joinPath(masterFolder, kScratchName), scratch); !written)
+    if (Result<void> written = writeNewFile(joinPath(masterFolder, kScratchName), scratch); !written)
         return written;
     writeProfileSection(joinPath(masterFolder, kProfileName), kCount.section, lines);
     return {};
@@ -60,8 +68,8 @@ Result<void> writeCatalogue(const std::string& masterFolder, const std::vector<s
 
 Result<void> removeCatalogueScratch(const std::string& masterFolder)
 {
-    const std::string scratch = joinPath(masterFolder, kScratchName);
-    return fileExists(scratch) ? deleteFileForced(scratch) : Result<void>();
+    const Result<void> deleted = deleteFileForced(joinPath(masterFolder, kScratchName));
+    return !deleted && deleted.error().code == ErrorCode::NotFound ? Result<void>() : deleted;
 }
 
 void markCatalogueChanged(const std::string& masterFolder)

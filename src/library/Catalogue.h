@@ -10,6 +10,9 @@ namespace zv {
 /// The names of the libraries that a profile file lists, in the order of their keys. An absent or negative
 /// count is an empty catalogue, a missing name an empty one; at most 32,767 names are read.
 std::vector<std::string> readCatalogue(const std::string& profileFile);
+/// The same for a window that will write the catalogue from what it reads. Errors: Denied, Failed: the
+/// profile is there, and what it holds is not known.
+Result<std::vector<std::string>> tryCatalogue(const std::string& profileFile);
 
 /// The stored count of libraries, -1 when there is none.
 int libraryCount(const std::string& profileFile);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <optional>
 
 namespace zv {
 
@@ -17,8 +18,8 @@ constexpr std::string_view kWorkingEnding = ".ls$";
 
 Error tooManyLines(const std::string& listPath)
 {
-    return Error{ErrorCode::TooLarge, toUtf8(wide(listPath)) + ": a library holds at most " +
-                                          std::to_string(kMostListLines) + " drawings"};
+    return Error{ErrorCode::TooLarge,
+                 listPath + ": a library holds at most " + std::to_string(kMostListLines) + " drawings"};
 }
 
 ListLine splitLine(std::string_view line, const std::string& pathBefore)
@@ -42,30 +43,41 @@ std::string joined(const std::vector<ListEntry>& entries)
 
 using Lines = std::vector<std::string_view>;
 
+/// A file that is larger than any list has too many lines as well.
+template <class T> T inLines(T done, const std::string& listPath)
+{
+    return !done && done.error().code == ErrorCode::TooLarge ? T(tooManyLines(listPath)) : done;
+}
+
+Result<std::string> readList(const std::string& listPath)
+{
+    return inLines(readFile(listPath, kMostListBytes), listPath);
+}
+
 /// Rewrites a list through its working copy, with its lines as `change` leaves them. They must hold the line
 /// of `index`, under the path `shown` where one is given; without one, a list that is shorter stays as it is.
 Result<void> rewrite(const std::string& listPath, std::size_t index, const std::optional<std::string>& shown,
                      const std::function<void(Lines&)>& change)
 {
-    const Result<std::string> old = readFile(listPath);
-    if (!old)
-        return old.error();
-    Lines lines = textLines(*old);
-    if (lines.size() > kMostListLines)
-        return tooManyLines(listPath);
-    const bool there = index >= 1 && index <= lines.size();
-    if (shown && !(there && splitLine(lines[index - 1], {}).shownPath() == *shown))
-        return Error{ErrorCode::Busy, toUtf8(wide(listPath)) + ": has been changed by another user"};
-    if (!there)
-        return {};
-    change(lines);
-    std::string bytes;
-    bytes.reserve(old->size() + kLineEnd.size());
-    for (const std::string_view line : lines) {
-        bytes += line;
-        bytes += kLineEnd;
-    }
-    return replaceFile(listPath, listWorkingCopy(listPath), bytes);
+    const auto changed = [&](const std::string& old) -> Result<std::string> {
+        Lines lines = textLines(old);
+        if (lines.size() > kMostListLines)
+            return tooManyLines(listPath);
+        const bool there = index >= 1 && index <= lines.size();
+        if (shown && !(there && splitLine(lines[index - 1], {}).shownPath() == *shown))
+            return Error{ErrorCode::Busy, listPath + ": has been changed by another user"};
+        if (!there)
+            return old;
+        change(lines);
+        std::string bytes;
+        bytes.reserve(old.size() + kLineEnd.size());
+        for (const std::string_view line : lines) {
+            bytes += line;
+            bytes += kLineEnd;
+        }
+        return bytes;
+    };
+    return inLines(rewriteFile(listPath, listWorkingCopy(listPath), kMostListBytes, changed), listPath);
 }
 
 } // namespace
@@ -108,7 +120,7 @@ std::vector<std::string_view> textLines(std::string_view bytes)
 
 Result<std::vector<ListLine>> readListFile(const std::string& listPath)
 {
-    const Result<std::string> bytes = readFile(listPath);
+    const Result<std::string> bytes = readList(listPath);
     if (!bytes)
         return bytes.error();
     const std::vector<std::string_view> lines = textLines(*bytes);
@@ -130,15 +142,12 @@ Result<void> createList(const std::string& listPath, const std::vector<ListEntry
 
 Result<void> appendToList(const std::string& listPath, const std::vector<ListEntry>& entries)
 {
-    const Result<std::string> old = readFile(listPath);
+    const Result<std::string> old = readList(listPath);
     if (!old && old.error().code != ErrorCode::NotFound)
         return old.error();
-    const std::string held = old.valueOr({});
-    if (textLines(held).size() + entries.size() > kMostListLines)
+    if (textLines(old.valueOr({})).size() + entries.size() > kMostListLines)
         return tooManyLines(listPath);
-    // A last line that somebody left without its end must not run into the new one.
-    const bool open = !held.empty() && held.back() != '\n' && held.back() != '\r';
-    return appendFile(listPath, (open ? std::string(kLineEnd) : std::string()) + joined(entries));
+    return appendLines(listPath, joined(entries));
 }
 
 Result<void> removeListLine(const std::string& listPath, std::size_t index,

@@ -3,6 +3,7 @@
 #include "platform/Result.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,6 +32,8 @@ std::optional<ListEntry> splitListLine(std::string_view line);
 
 /// Lines of a library are counted in 16 bits.
 inline constexpr std::size_t kMostListLines = 32767;
+/// More than a library of the longest paths that a system takes in practice: 2 KiB a line.
+inline constexpr std::uint64_t kMostListBytes = std::uint64_t{kMostListLines} * 2048;
 
 /// folder + separator + name + ".lst".
 std::string listFilePath(const std::string& folder, const std::string& name);

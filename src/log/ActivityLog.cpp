@@ -24,13 +24,16 @@ void writeLog(const std::string& logPath, const std::string& entry)
     if (logPath.find_first_not_of(' ') == std::string::npos)
         return;
     const std::string line = entry + "\r\n";
+    const std::string begun = std::string(kHeader) + line;
     if (!fileExists(logPath)) {
-        const Result<void> made = createFile(logPath, std::string(kHeader) + line);
-        // Another program may have made it meanwhile.
+        const Result<void> made = createFile(logPath, begun);
         if (made || made.error().code != ErrorCode::Busy)
             return;
     }
-    static_cast<void>(appendFile(logPath, line).ok());
+    // Another program may have made it meanwhile. Else a link that leads nowhere has the name.
+    const Result<std::uint64_t> length = fileLength(logPath);
+    const bool isNew = !length && length.error().code == ErrorCode::NotFound;
+    static_cast<void>(appendLines(logPath, isNew ? begun : line).ok());
 }
 
 } // namespace zv

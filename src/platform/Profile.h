@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Result.h"
+
 #include <string>
 #include <vector>
 
@@ -9,6 +11,7 @@ namespace zv {
 /// sections, keys and profile files meet without regard to case. Texts are bytes in the system's 8-bit code
 /// page; a null pointer stands for what the system's calls take one for (all sections, all keys, delete the
 /// key, delete the section). A file is read afresh in each call, and a write that fails leaves it as it was.
+/// While another program holds the file a write fails at once, without waiting.
 
 /// Copies the value, or the default without its trailing blanks, into a buffer of `size` bytes, cut to fit
 /// and ended by a NUL. Returns the count of characters without that NUL.
@@ -26,19 +29,32 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
 /// The size of the program's buffer for one value; the value is cut to one less.
 inline constexpr unsigned long kProfileBuffer = 256;
 
-/// Whether the file that a profile's name means is there.
-bool profileExists(const std::string& file);
-/// A string read with the program's buffer.
+/// A string read with the program's buffer. What cannot be read counts as absent. What this program has
+/// written is read as written, also while another program holds the file back (see ProfileWrites).
 std::string profileString(const std::string& file, const std::string& section, const std::string& key,
                           const std::string& fallback);
-/// The same for many keys of a section at once, with "" as default. One look at the file serves all of them.
-std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
-                                        const std::vector<std::string>& keys);
 int profileInt(const std::string& file, const std::string& section, const std::string& key, int fallback);
+
+/// The same for those who would write over what is absent. Errors: Denied, Failed: the file is there, and
+/// what it holds is not known.
+Result<std::string> readProfileString(const std::string& file, const std::string& section,
+                                      const std::string& key, const std::string& fallback);
+Result<int> readProfileInt(const std::string& file, const std::string& section, const std::string& key,
+                           int fallback);
+/// Many keys of a section at once, with "" as default. One look at the file serves all of them. Errors:
+/// Denied, Failed.
+Result<std::vector<std::string>> readProfileStrings(const std::string& file, const std::string& section,
+                                                    const std::vector<std::string>& keys);
+
+/// Writes at once or, while another program holds the file, a little later. False when it failed.
 bool writeProfileString(const std::string& file, const std::string& section, const std::string& key,
                         const std::string& value);
-/// Replaces all lines of a section. A list of blanks clears it.
+/// Replaces all lines of a section, in the same way. A list of blanks clears it.
 bool writeProfileSection(const std::string& file, const std::string& section,
                          const std::vector<std::string>& lines);
+
+/// Makes an empty file of a profile's name. Errors: Busy, there is one already, perhaps in another case;
+/// Denied, Failed.
+Result<void> createProfile(const std::string& file);
 
 } // namespace zv

@@ -19,7 +19,8 @@ enum class ErrorCode {
     Failed,      ///< Any other failure of the system.
 };
 
-/// Why something could not be done: a code for the program, a text for a reader. The text is UTF-8.
+/// Why something could not be done: a code for the program, a text for a reader. The text is in the system's
+/// 8-bit code page, as paths are.
 struct Error {
     ErrorCode code = ErrorCode::Failed;
     std::string text;

@@ -20,7 +20,7 @@ std::string queuePath(const std::string& userFolder, const std::string& loginNam
 Result<void> addToQueue(const std::string& queuePath, const std::string& drawing,
                         const std::function<void()>& whileOpen)
 {
-    return appendFile(queuePath, drawing + kLineEnd, whileOpen);
+    return appendLines(queuePath, drawing + kLineEnd, whileOpen);
 }
 
 bool isQueuedPath(std::string_view path)

@@ -63,10 +63,10 @@ TEST_F(FilesTest, BytesAreReadAsTheyWereWritten)
 
 TEST_F(FilesTest, AppendingAddsAtTheEndAndCreates)
 {
-    ASSERT_TRUE(appendFile(folder.file("a"), "one"));
-    ASSERT_TRUE(appendFile(folder.file("a"), "two"));
-    EXPECT_EQ(folder.read("a"), "onetwo");
-    EXPECT_FALSE(appendFile(folder.path(), "x"));
+    ASSERT_TRUE(appendLines(folder.file("a"), "one\r\n"));
+    ASSERT_TRUE(appendLines(folder.file("a"), "two\r\n"));
+    EXPECT_EQ(folder.read("a"), "one\r\ntwo\r\n");
+    EXPECT_FALSE(appendLines(folder.path(), "x"));
 }
 
 TEST_F(FilesTest, ReadOnlyFilesAreNeitherWrittenNorAppended)
@@ -76,7 +76,7 @@ TEST_F(FilesTest, ReadOnlyFilesAreNeitherWrittenNorAppended)
     if (kPathSeparator == '\\' && std::ofstream(file, std::ios::app))
         GTEST_SKIP() << "Wine lets the administrator write to read-only files";
     EXPECT_EQ(writeFile(file, "new").error().code, ErrorCode::Denied);
-    EXPECT_EQ(appendFile(file, "new").error().code, ErrorCode::Denied);
+    EXPECT_EQ(appendLines(file, "new").error().code, ErrorCode::Denied);
     EXPECT_EQ(folder.read("a"), "old");
 }
 
@@ -95,7 +95,7 @@ TEST_F(FilesTest, ReplacingWorksOnReadOnlyAndMissingFilesAndOverAStaleWorkingCop
     std::filesystem::permissions(folder.write("a.ls$", "stale and longer"), perms::owner_read);
     ASSERT_TRUE(replaceFile(file, folder.file("a.ls$"), "new"));
     EXPECT_EQ(folder.read("a.lst"), "new");
-    EXPECT_TRUE(appendFile(file, "er")) << "the new list can be added to";
+    EXPECT_TRUE(appendLines(file, "er")) << "the new list can be added to";
     ASSERT_TRUE(replaceFile(folder.file("b.lst"), folder.file("b.ls$"), "b"));
     EXPECT_EQ(folder.read("b.lst"), "b");
 }

@@ -49,7 +49,7 @@ QString endingOf(const std::string& path)
 
 Error notWritten(const std::string& path)
 {
-    return {ErrorCode::Failed, "cannot write " + toUtf8(wide(path))};
+    return {ErrorCode::Failed, "cannot write " + path};
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "platform/posix/Descriptor.h"
 
-#include <cerrno>
+#include "platform/posix/Calls.h"
+
+#include <algorithm>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <thread>
 
 namespace zv {
 
@@ -12,6 +12,13 @@ namespace {
 
 constexpr std::size_t kChunk = 64 * 1024;
 constexpr mode_t kAnyoneMayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr std::chrono::milliseconds kLockPause{1};
+
+bool hasNoLocks(int reason)
+{
+    return reason == ENOLCK || reason == EOPNOTSUPP || reason == ENOSYS || reason == EINVAL ||
+           reason == EBADF;
+}
 
 } // namespace
 
@@ -32,14 +39,27 @@ Error systemError(std::string_view path)
     return Error{code, std::string(path) + ": " + std::strerror(reason)};
 }
 
+Error writingError(std::string_view path)
+{
+    Error error = systemError(path);
+    if (error.code == ErrorCode::NotFound)
+        error.code = ErrorCode::Failed;
+    return error;
+}
+
+bool isReadOnly(const struct stat& status)
+{
+    return S_ISREG(status.st_mode) && !(status.st_mode & kAnyoneMayWrite);
+}
+
 Result<Descriptor> openForReading(const std::string& path)
 {
     // A pipe or a device in the file's place must not hold the program up.
-    Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    Descriptor file(calls::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file)
         return systemError(path);
     struct stat status {};
-    if (::fstat(file.number(), &status) != 0)
+    if (calls::fstat(file.number(), &status) != 0)
         return systemError(path);
     if (!S_ISREG(status.st_mode))
         return Error{ErrorCode::Failed, path + ": not a regular file"};
@@ -49,46 +69,84 @@ Result<Descriptor> openForReading(const std::string& path)
 Result<Descriptor> openForWriting(const std::string& path, int flags)
 {
     struct stat status {};
-    if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && !(status.st_mode & kAnyoneMayWrite))
+    if (calls::stat(path.c_str(), &status) != 0) {
+        if (errno != ENOENT)
+            return writingError(path);
+    } else if (isReadOnly(status)) {
         return Error{ErrorCode::Denied, path + ": read-only"};
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | flags, 0666));
-    if (!file) {
-        Error error = systemError(path);
-        if (error.code == ErrorCode::NotFound)
-            error.code = ErrorCode::Failed;
-        return error;
     }
+    Descriptor file(calls::open(path.c_str(), O_CREAT | O_CLOEXEC | O_NONBLOCK | flags, 0666));
+    if (!file)
+        return writingError(path);
     return file;
 }
 
-Result<std::string> readAll(const Descriptor& file, const std::string& path)
+Result<std::string> readAll(const Descriptor& file, const std::string& path, std::uint64_t most)
 {
-    std::string bytes;
+    const Error tooLarge{ErrorCode::TooLarge, path + ": larger than " + std::to_string(most) + " bytes"};
     struct stat status {};
-    if (::fstat(file.number(), &status) == 0 && status.st_size > 0)
-        bytes.reserve(static_cast<std::size_t>(status.st_size) + 1);
+    if (calls::fstat(file.number(), &status) != 0)
+        return systemError(path);
+    const auto expected = static_cast<std::uint64_t>(std::max<off_t>(status.st_size, 0));
+    if (expected > most)
+        return tooLarge;
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(expected) + 1);
     for (;;) {
         const std::size_t held = bytes.size();
         bytes.resize(std::max(held + 1, std::min(bytes.capacity(), held + kChunk)));
-        const ssize_t count = ::read(file.number(), bytes.data() + held, bytes.size() - held);
+        const ssize_t count = calls::read(file.number(), bytes.data() + held, bytes.size() - held);
         bytes.resize(held + (count > 0 ? static_cast<std::size_t>(count) : 0));
         if (count == 0)
             return bytes;
         if (count < 0 && errno != EINTR)
             return systemError(path);
+        if (bytes.size() > most)
+            return tooLarge;
     }
 }
 
 Result<void> writeAll(const Descriptor& file, const std::string& path, std::string_view bytes)
 {
     while (!bytes.empty()) {
-        const ssize_t count = ::write(file.number(), bytes.data(), bytes.size());
+        const ssize_t count = calls::write(file.number(), bytes.data(), bytes.size());
         if (count < 0 && errno != EINTR)
             return systemError(path);
         if (count > 0)
             bytes.remove_prefix(static_cast<std::size_t>(count));
     }
     return {};
+}
+
+Result<void> lockFile(const Descriptor& file, const std::string& path, std::chrono::milliseconds patience)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (calls::flock(file.number(), LOCK_EX | LOCK_NB) != 0) {
+        if (hasNoLocks(errno))
+            return {};
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return systemError(path);
+        if (std::chrono::steady_clock::now() >= end)
+            return Error{ErrorCode::Busy, path + ": in use by another program"};
+        pauseForLock();
+    }
+    return {};
+}
+
+void pauseForLock()
+{
+    std::this_thread::sleep_for(kLockPause);
+}
+
+Result<bool> standsAt(const Descriptor& file, const std::string& path)
+{
+    struct stat open {};
+    struct stat there {};
+    if (calls::fstat(file.number(), &open) != 0)
+        return writingError(path);
+    if (calls::stat(path.c_str(), &there) != 0)
+        return errno == ENOENT ? Result<bool>(false) : writingError(path);
+    return open.st_dev == there.st_dev && open.st_ino == there.st_ino;
 }
 
 } // namespace zv

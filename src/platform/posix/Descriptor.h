@@ -2,8 +2,11 @@
 
 #include "platform/Result.h"
 
+#include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <utility>
 
 namespace zv {
@@ -32,16 +35,29 @@ private:
 
 /// The system's last failure as an error that names the path.
 Error systemError(std::string_view path);
+/// The same for what is to be written: a folder that is not there is a failure too.
+Error writingError(std::string_view path);
 
+/// Whether a file has no right to write for anybody.
+bool isReadOnly(const struct stat& status);
 /// Opens a regular file for reading. Errors: NotFound, Denied, Failed (anything but a regular file).
 Result<Descriptor> openForReading(const std::string& path);
-/// Opens a file with `flags` (O_APPEND, O_TRUNC), creating it if it is missing. A file without any right to
-/// write is denied to everybody, the administrator too. Errors: Denied, Failed.
+/// Opens a file with `flags` (O_WRONLY or O_RDWR, O_APPEND, O_TRUNC), creating it if it is missing. A file
+/// without any right to write is denied to everybody, the administrator too. Errors: Denied, Failed.
 Result<Descriptor> openForWriting(const std::string& path, int flags);
 
-/// All bytes from the present place on. Errors: Failed.
-Result<std::string> readAll(const Descriptor& file, const std::string& path);
+/// All bytes from the present place on. Errors: TooLarge, there are more than `most`; Failed.
+Result<std::string> readAll(const Descriptor& file, const std::string& path, std::uint64_t most);
 /// Writes all bytes. Errors: Failed.
 Result<void> writeAll(const Descriptor& file, const std::string& path, std::string_view bytes);
+
+/// Waits, at most `patience`, until no other open file has the file's lock, and takes it until the
+/// descriptor is closed. A file system without locks gives it at once. Errors: Busy, another one keeps it;
+/// Failed.
+Result<void> lockFile(const Descriptor& file, const std::string& path, std::chrono::milliseconds patience);
+/// The time until a lock that another one has is tried again.
+void pauseForLock();
+/// Whether the open file is the one that has the name now. Errors: Denied, Failed.
+Result<bool> standsAt(const Descriptor& file, const std::string& path);
 
 } // namespace zv

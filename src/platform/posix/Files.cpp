@@ -1,24 +1,63 @@
 #include "platform/Files.h"
 
+#include "platform/posix/Calls.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/WorkingCopy.h"
-
-#include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace zv {
 
 namespace {
 
+/// How long another program's rewrite of the same list is waited for.
+constexpr std::chrono::milliseconds kRewritePatience{2000};
+/// How long one that adds waits for the end of a rewrite; it is not held up by a program that never ends.
+constexpr std::chrono::milliseconds kAppendPatience{500};
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr int kMostTries = 100;
+
 /// Takes a line back that did not fit on the disk, so that no half of it stays.
 void takeBack(const Descriptor& file, off_t end, ssize_t count)
 {
     struct stat status {};
-    if (::fstat(file.number(), &status) == 0 && status.st_size == end)
-        static_cast<void>(::ftruncate(file.number(), end - count) == 0);
+    if (calls::fstat(file.number(), &status) == 0 && status.st_size == end)
+        static_cast<void>(calls::ftruncate(file.number(), end - count) == 0);
+}
+
+/// Opens a file to be added to, alone if that can be had in time. Errors: Denied, Failed.
+Result<Descriptor> openForAppending(const std::string& path)
+{
+    for (int i = 0;; ++i) {
+        Result<Descriptor> file = openForWriting(path, O_RDWR | O_APPEND);
+        // A file that users may only add to does not tell how its last line ends.
+        if (!file && file.error().code == ErrorCode::Denied)
+            file = openForWriting(path, O_WRONLY | O_APPEND);
+        if (!file)
+            return file;
+        const Result<void> locked = lockFile(*file, path, kAppendPatience);
+        if (!locked && locked.error().code != ErrorCode::Busy)
+            return locked.error();
+        // A rewrite that was waited for has put another file in this one's place.
+        const Result<bool> stands = standsAt(*file, path);
+        if (!stands)
+            return stands.error();
+        if (*stands || i == kMostTries)
+            return file;
+    }
+}
+
+/// Whether the file's last line has no end.
+Result<bool> endsOpen(const Descriptor& file, const std::string& path)
+{
+    struct stat status {};
+    if (calls::fstat(file.number(), &status) != 0)
+        return writingError(path);
+    const int mode = ::fcntl(file.number(), F_GETFL);
+    if (!S_ISREG(status.st_mode) || status.st_size == 0 || (mode & O_ACCMODE) != O_RDWR)
+        return false;
+    char last = 0;
+    if (calls::pread(file.number(), &last, 1, status.st_size - 1) != 1)
+        return writingError(path);
+    return last != '\n' && last != '\r';
 }
 
 } // namespace
@@ -28,99 +67,151 @@ const char kPathSeparator = '/';
 bool fileExists(const std::string& path)
 {
     struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    return calls::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
 bool folderExists(const std::string& path)
 {
     struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    return calls::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 Result<std::uint64_t> fileLength(const std::string& path)
 {
     struct stat status {};
-    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (calls::stat(path.c_str(), &status) != 0)
+        return systemError(path);
+    if (!S_ISREG(status.st_mode))
         return Error{ErrorCode::NotFound, path + ": no such file"};
     return static_cast<std::uint64_t>(status.st_size);
 }
 
-Result<std::string> readFile(const std::string& path)
+Result<std::string> readFile(const std::string& path, std::uint64_t most)
 {
     Result<Descriptor> file = openForReading(path);
     if (!file)
         return file.error();
-    return readAll(*file, path);
+    return readAll(*file, path, most);
 }
 
 Result<void> writeFile(const std::string& path, std::string_view bytes)
 {
-    Result<Descriptor> file = openForWriting(path, O_TRUNC);
+    Result<Descriptor> file = openForWriting(path, O_WRONLY | O_TRUNC);
     if (!file)
         return file.error();
     return writeAll(*file, path, bytes);
 }
 
+Result<void> writeNewFile(const std::string& path, std::string_view bytes)
+{
+    for (int i = 0; i < kMostTries; ++i) {
+        const Descriptor file(
+            calls::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666));
+        if (file)
+            return writeAll(file, path, bytes);
+        if (errno != EEXIST)
+            return writingError(path);
+        struct stat old {};
+        if (calls::lstat(path.c_str(), &old) != 0 && errno != ENOENT)
+            return writingError(path);
+        if (isReadOnly(old))
+            return Error{ErrorCode::Denied, path + ": read-only"};
+        if (calls::unlink(path.c_str()) != 0 && errno != ENOENT)
+            return writingError(path);
+    }
+    return Error{ErrorCode::Failed, path + ": is made again and again"};
+}
+
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
     const std::string made = path + "." + std::to_string(::getpid());
-    Result<WorkingCopy> copy = WorkingCopy::open(made);
+    Result<WorkingCopy> copy = WorkingCopy::open(made, {});
     if (!copy)
         return copy.error();
     return copy->become(path, bytes);
 }
 
-Result<void> appendFile(const std::string& path, std::string_view bytes,
-                        const std::function<void()>& whileOpen)
+Result<void> appendLines(const std::string& path, std::string_view lines,
+                         const std::function<void()>& whileOpen)
 {
-    Result<Descriptor> file = openForWriting(path, O_APPEND);
+    Result<Descriptor> file = openForAppending(path);
     if (!file)
         return file.error();
+    const Result<bool> open = endsOpen(*file, path);
+    if (!open)
+        return open.error();
+    const std::string bytes = (*open ? std::string(kLineEnd) : std::string()) + std::string(lines);
     ssize_t count = -1;
     do
-        count = ::write(file->number(), bytes.data(), bytes.size());
+        count = calls::write(file->number(), bytes.data(), bytes.size());
     while (count < 0 && errno == EINTR);
     if (count < 0)
-        return systemError(path);
+        return writingError(path);
     if (static_cast<std::size_t>(count) < bytes.size()) {
         takeBack(*file, ::lseek(file->number(), 0, SEEK_CUR), count);
         return Error{ErrorCode::Failed, path + ": the disk is full"};
     }
-    if (whileOpen)
+    if (whileOpen) {
+        // Nobody else has to wait for what the user reads meanwhile.
+        ::flock(file->number(), LOCK_UN);
         whileOpen();
+    }
     return {};
 }
 
 Result<void> replaceFile(const std::string& path, const std::string& workingCopy, std::string_view bytes)
 {
-    Result<WorkingCopy> copy = WorkingCopy::open(workingCopy);
+    Result<WorkingCopy> copy = WorkingCopy::open(workingCopy, kRewritePatience);
     if (!copy)
         return copy.error();
+    if (Result<void> held = copy->hold(path, kRewritePatience); !held)
+        return held;
     return copy->replace(path, bytes);
+}
+
+Result<void> rewriteFile(const std::string& path, const std::string& workingCopy, std::uint64_t most,
+                         const FileChange& change)
+{
+    if (const Result<std::uint64_t> there = fileLength(path); !there)
+        return there.error();
+    Result<WorkingCopy> copy = WorkingCopy::open(workingCopy, kRewritePatience);
+    if (!copy)
+        return copy.error();
+    if (Result<void> held = copy->hold(path, kRewritePatience); !held)
+        return held;
+    const Result<std::string> before = readFile(path, most);
+    if (!before)
+        return before.error();
+    const Result<std::string> after = change(*before);
+    if (!after)
+        return after.error();
+    return *after == *before ? Result<void>() : copy->replace(path, *after);
 }
 
 Result<void> deleteFileForced(const std::string& path)
 {
     struct stat status {};
-    if (::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+    if (calls::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
         return Error{ErrorCode::Failed, path + ": a folder"};
-    if (::unlink(path.c_str()) != 0)
+    if (calls::unlink(path.c_str()) != 0)
         return systemError(path);
     return {};
 }
 
 Result<void> renameFile(const std::string& from, const std::string& to)
 {
-    int renamed = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE);
-    struct stat there {};
-    // Not every file system can refuse by itself to take another file's place.
-    if (renamed != 0 && (errno == EINVAL || errno == ENOSYS) && ::lstat(to.c_str(), &there) != 0)
-        renamed = ::rename(from.c_str(), to.c_str());
-    if (renamed == 0)
+    if (calls::renameNew(from.c_str(), to.c_str()) == 0)
         return {};
-    if (::lstat(to.c_str(), &there) == 0)
+    const Error error = systemError(from);
+    const bool cannotRefuse = errno == EINVAL || errno == ENOSYS;
+    const bool taken = errno == EEXIST;
+    struct stat there {};
+    if (taken || calls::lstat(to.c_str(), &there) == 0)
         return Error{ErrorCode::Busy, to + ": is there already"};
-    return systemError(from);
+    // Not every file system can refuse by itself to take another file's place.
+    if (cannotRefuse && errno == ENOENT)
+        return calls::rename(from.c_str(), to.c_str()) == 0 ? Result<void>() : systemError(from);
+    return error;
 }
 
 Result<void> copyFile(const std::string& from, const std::string& to)
@@ -130,17 +221,17 @@ Result<void> copyFile(const std::string& from, const std::string& to)
         return source.error();
     struct stat old {};
     struct stat there {};
-    if (::fstat(source->number(), &old) == 0 && ::stat(to.c_str(), &there) == 0 &&
+    if (calls::fstat(source->number(), &old) == 0 && calls::stat(to.c_str(), &there) == 0 &&
         old.st_dev == there.st_dev && old.st_ino == there.st_ino)
         return Error{ErrorCode::Denied, to + ": is the file itself"};
-    Result<std::string> bytes = readAll(*source, from);
+    Result<std::string> bytes = readAll(*source, from, kAnySize);
     if (!bytes)
         return bytes.error();
-    Result<Descriptor> target = openForWriting(to, O_TRUNC);
+    Result<Descriptor> target = openForWriting(to, O_WRONLY | O_TRUNC);
     if (!target)
         return target.error();
     if (Result<void> written = writeAll(*target, to, *bytes); !written) {
-        ::unlink(to.c_str());
+        calls::unlink(to.c_str());
         return written;
     }
     const timespec times[2] = {old.st_atim, old.st_mtim};

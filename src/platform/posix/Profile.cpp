@@ -1,18 +1,19 @@
 #include "platform/Profile.h"
 
 #include "platform/Files.h"
+#include "platform/ProfileFile.h"
+#include "platform/ProfileText.h"
 #include "platform/Text.h"
+#include "platform/posix/Calls.h"
 #include "platform/posix/Descriptor.h"
-#include "platform/posix/ProfileText.h"
 #include "platform/posix/WorkingCopy.h"
 
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
+#include <functional>
 #include <memory>
-#include <sys/stat.h>
 
 namespace zv {
 
@@ -56,36 +57,62 @@ std::string folderOf(const std::string& path)
     return separator == std::string::npos ? std::string() : path.substr(0, separator + 1);
 }
 
+/// The first name of a folder that differs from `name` only in case; empty when there is none. Errors:
+/// Denied, Failed: the folder cannot be read.
+Result<std::string> nameInOtherCase(const std::string& folder, const std::string& name)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> open(calls::opendir(folder.empty() ? "." : folder.c_str()),
+                                                   ::closedir);
+    if (!open)
+        return errno == ENOENT || errno == ENOTDIR ? Result<std::string>(std::string()) : systemError(folder);
+    std::string best;
+    while (const dirent* entry = calls::readdir(open.get())) {
+        if (sameName(entry->d_name, name) && (best.empty() || entry->d_name < best))
+            best = entry->d_name;
+    }
+    return errno == 0 ? Result<std::string>(best) : systemError(folder);
+}
+
 /// The file that the name means: the one of exactly this name, else the first by name that differs only in
 /// case, else the name itself. A link leads to what it names, so that a rewrite leaves the link in place.
-std::string realFile(const std::string& path)
+/// Errors: Denied, Failed: it cannot be told.
+Result<std::string> realFile(const std::string& path)
 {
     std::string found = path;
     struct stat status {};
-    if (::lstat(path.c_str(), &status) != 0) {
+    if (calls::lstat(path.c_str(), &status) != 0) {
+        if (errno != ENOENT && errno != ENOTDIR)
+            return systemError(path);
         const std::string folder = folderOf(path);
-        const std::string name = path.substr(folder.size());
-        const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.empty() ? "." : folder.c_str()),
-                                                       ::closedir);
-        std::string best;
-        while (const dirent* entry = open ? ::readdir(open.get()) : nullptr) {
-            if (sameName(entry->d_name, name) && (best.empty() || entry->d_name < best))
-                best = entry->d_name;
-        }
-        if (best.empty())
-            return path;
-        found = folder + best;
+        const Result<std::string> name = nameInOtherCase(folder, path.substr(folder.size()));
+        if (!name || name->empty())
+            return name ? Result<std::string>(path) : name.error();
+        found = folder + *name;
     }
-    const std::unique_ptr<char, void (*)(void*)> real(::realpath(found.c_str(), nullptr), std::free);
-    return real ? real.get() : found;
+    const std::unique_ptr<char, void (*)(void*)> real(calls::realpath(found.c_str()), std::free);
+    if (real)
+        return std::string(real.get());
+    return errno == ENOENT ? Result<std::string>(found) : systemError(found);
 }
 
-/// An absent or unreadable file is an empty one.
-ProfileText load(const char* file)
+/// An absent file is an empty one. Errors: Denied, Failed: what it holds is not known.
+Result<std::string> load(const std::string& file)
 {
-    if (!file || !*file)
-        return ProfileText({});
-    return ProfileText(decoded(readFile(realFile(file)).valueOr({})));
+    if (file.empty())
+        return std::string();
+    const Result<std::string> path = realFile(file);
+    if (!path)
+        return path.error();
+    Result<std::string> bytes = readFile(*path);
+    if (!bytes && bytes.error().code != ErrorCode::NotFound)
+        return bytes.error();
+    return decoded(std::move(bytes).valueOr({}));
+}
+
+/// The same for calls that have no errors.
+std::string loadOrEmpty(const char* file)
+{
+    return load(file ? file : "").valueOr({});
 }
 
 /// The text as far as the buffer holds it; the count is without the NUL.
@@ -115,29 +142,91 @@ std::string_view withoutTrailingBlanks(std::string_view text)
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-/// A profile that is read, changed and put back in one step, while other processes that do the same wait.
-template <class Change> int rewrite(const char* file, Change change)
+using ProfileEdit = std::function<void(ProfileText& profile)>;
+
+std::string edited(const std::string& before, const ProfileEdit& edit)
 {
-    if (!file || !*file)
-        return 0;
-    const std::string path = realFile(file);
-    Result<std::string> old = readFile(path);
-    if (!old && old.error().code != ErrorCode::NotFound)
-        return 0;
-    // A file whose owner has marked it read-only stays as it is.
-    if (old && !openForWriting(path, 0))
-        return 0;
-    Result<WorkingCopy> copy = WorkingCopy::open(path + kWorkingEnding);
-    if (copy)
-        old = readFile(path);
-    const std::string before = old.valueOr({});
     ProfileText profile(decoded(before));
-    change(profile);
-    const std::string after = encoded(profile.text(), isWideText(before));
-    if (old && after == before)
-        return 1;
-    // In a folder where no second file can be made the profile is written in place.
-    return copy ? copy->replace(path, after).ok() : writeFile(path, after).ok();
+    edit(profile);
+    return encoded(profile.text(), isWideText(before));
+}
+
+/// Writes a profile over itself, in one write that leaves a whole file behind wherever the program is ended:
+/// line ends fill up what is left of a longer old text until it is cut off.
+Result<void> overwrite(const Descriptor& file, const std::string& path, const std::string& before,
+                       const std::string& after)
+{
+    std::string bytes = after;
+    while (bytes.size() < before.size())
+        bytes += isWideText(before) && bytes.size() % 2 != 0 ? '\0' : '\n';
+    const ssize_t count = calls::pwrite(file.number(), bytes.data(), bytes.size(), 0);
+    if (count == static_cast<ssize_t>(bytes.size())) {
+        if (after.size() < bytes.size())
+            static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(after.size())) == 0);
+        return calls::fsync(file.number()) == 0 ? Result<void>() : writingError(path);
+    }
+    const Error error =
+        count < 0 ? writingError(path) : Error{ErrorCode::Failed, path + ": the disk is full"};
+    if (count > 0 && calls::pwrite(file.number(), before.data(), before.size(), 0) >= 0)
+        static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(before.size())) == 0);
+    return error;
+}
+
+/// For a folder where no second file can be made.
+Result<void> rewriteInPlace(const std::string& path, const ProfileEdit& edit)
+{
+    const Descriptor file(calls::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (!file)
+        return writingError(path);
+    if (const Result<void> locked = lockFile(file, path, {}); !locked)
+        return locked;
+    // One that has been replaced meanwhile is to be read anew, a little later.
+    const Result<bool> stands = standsAt(file, path);
+    if (!stands || !*stands)
+        return stands ? Error{ErrorCode::Busy, path + ": replaced by another program"} : stands.error();
+    const Result<std::string> before = readAll(file, path, kAnySize);
+    if (!before)
+        return before.error();
+    return overwrite(file, path, *before, edited(*before, edit));
+}
+
+/// A profile that is read, changed and put back in one step. Errors: Busy, another process does the same;
+/// Denied, Failed: nothing is changed.
+Result<void> rewrite(const std::string& file, const ProfileEdit& edit)
+{
+    const Result<std::string> found = file.empty() ? Error{} : realFile(file);
+    if (!found)
+        return found.error();
+    const std::string& path = *found;
+    Result<std::string> before = readFile(path);
+    if (!before && before.error().code != ErrorCode::NotFound)
+        return before.error();
+    if (before && edited(*before, edit) == *before)
+        return {};
+    // A file whose owner has marked it read-only stays as it is.
+    if (before) {
+        if (const Result<Descriptor> writable = openForWriting(path, O_WRONLY); !writable)
+            return writable.error();
+    }
+    Result<WorkingCopy> copy = WorkingCopy::open(path + kWorkingEnding, {});
+    if (!copy)
+        return copy.error().code == ErrorCode::Denied ? rewriteInPlace(path, edit) : copy.error();
+    if (Result<void> held = copy->hold(path, {}); !held)
+        return held;
+    before = readFile(path);
+    if (!before && before.error().code != ErrorCode::NotFound)
+        return before.error();
+    const std::string after = edited(before.valueOr({}), edit);
+    return before && after == *before ? Result<void>() : copy->replace(path, after);
+}
+
+/// The lines of a list that is ended by an empty one.
+std::vector<std::string_view> linesOf(const char* text)
+{
+    std::vector<std::string_view> lines;
+    for (const char* line = text; *line; line += std::strlen(line) + 1)
+        lines.emplace_back(line);
+    return lines;
 }
 
 } // namespace
@@ -147,7 +236,7 @@ unsigned long GetPrivateProfileStringA(const char* section, const char* key, con
 {
     if (!buffer || size == 0)
         return 0;
-    const ProfileText profile = load(file);
+    const ProfileText profile(loadOrEmpty(file));
     if (!section)
         return copyList(profile.sections(), buffer, size);
     if (!key) {
@@ -165,23 +254,14 @@ unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallbac
     char buffer[kProfileBuffer];
     if (GetPrivateProfileStringA(section, key, "", buffer, sizeof buffer, file) == 0)
         return static_cast<unsigned>(fallback);
-    const char* text = buffer;
-    while (*text == ' ' || *text == '\t')
-        ++text;
-    const bool negative = *text == '-';
-    if (negative || *text == '+')
-        ++text;
-    unsigned value = 0;
-    for (; *text >= '0' && *text <= '9'; ++text)
-        value = value * 10 + static_cast<unsigned>(*text - '0');
-    return negative ? 0u - value : value;
+    return profileNumber(buffer);
 }
 
 int WritePrivateProfileStringA(const char* section, const char* key, const char* value, const char* file)
 {
-    if (!section)
+    if (!section || !file)
         return 0;
-    return rewrite(file, [&](ProfileText& profile) {
+    const Result<void> done = rewrite(file, [&](ProfileText& profile) {
         if (!key)
             profile.removeSection(section);
         else if (!value)
@@ -189,39 +269,45 @@ int WritePrivateProfileStringA(const char* section, const char* key, const char*
         else
             profile.setValue(section, key, value);
     });
+    return done.ok();
 }
 
 int WritePrivateProfileSectionA(const char* section, const char* text, const char* file)
 {
-    if (!section)
+    if (!section || !file)
         return 0;
-    return rewrite(file, [&](ProfileText& profile) {
-        if (!text) {
+    const Result<void> done = rewrite(file, [&](ProfileText& profile) {
+        if (text)
+            profile.setLines(section, linesOf(text));
+        else
             profile.removeSection(section);
-            return;
-        }
-        std::vector<std::string_view> lines;
-        for (const char* line = text; *line; line += std::strlen(line) + 1)
-            lines.emplace_back(line);
-        profile.setLines(section, lines);
     });
+    return done.ok();
 }
 
-bool profileExists(const std::string& file)
+Result<void> changeProfile(const ProfileChange& change)
 {
-    return fileExists(realFile(file));
+    return rewrite(change.file, [&](ProfileText& profile) { changeText(profile, change); });
 }
 
-std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
-                                        const std::vector<std::string>& keys)
+Result<std::vector<std::optional<std::string>>>
+readProfile(const std::string& file, const std::string& section, const std::vector<std::string>& keys)
 {
-    std::vector<std::string> values;
-    values.reserve(keys.size());
-    for (std::optional<std::string>& value : load(file.c_str()).values(section, keys)) {
-        values.push_back(std::move(value).value_or(std::string()));
-        values.back().resize(std::min<std::size_t>(values.back().size(), kProfileBuffer - 1));
-    }
-    return values;
+    const Result<std::string> text = load(file);
+    if (!text)
+        return text.error();
+    return ProfileText(*text).values(section, keys);
+}
+
+Result<void> createProfile(const std::string& file)
+{
+    const Result<std::string> path = realFile(file);
+    if (!path)
+        return path.error();
+    // A second file is made only where one seems to be missing.
+    if (fileExists(*path))
+        return Error{ErrorCode::Busy, *path + ": is there already"};
+    return createFile(*path, {});
 }
 
 } // namespace zv

@@ -1,92 +1,108 @@
 #include "platform/posix/WorkingCopy.h"
 
-#include <cerrno>
-#include <ctime>
-#include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include "platform/posix/Calls.h"
 
 namespace zv {
 
 namespace {
 
-constexpr int kLockTries = 2000;
-constexpr long kLockPauseNs = 1'000'000;
 constexpr mode_t kRights = 07777;
+constexpr std::chrono::milliseconds kNow{0};
+constexpr int kNewFile = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
+constexpr int kOldFile = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
 
-/// False when another process keeps the lock. A file system without locks counts as locked.
-bool lockWhole(const Descriptor& file)
+bool deleted(const std::string& path)
 {
-    for (int i = 0; i < kLockTries; ++i) {
-        if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0)
+    return calls::unlink(path.c_str()) == 0 || errno == ENOENT;
+}
+
+/// The lock of a file, if this process got it at once; false while another one has it. Errors: Denied,
+/// Failed.
+Result<bool> owns(const Descriptor& file, const std::string& path)
+{
+    if (const Result<void> locked = lockFile(file, path, kNow); !locked)
+        return locked.error().code == ErrorCode::Busy ? Result<bool>(false) : locked.error();
+    // The process that had the lock before may have moved or deleted this very file.
+    return standsAt(file, path);
+}
+
+/// Deletes what stands under a working copy's name, unless it is one that another process is writing: then
+/// false. Errors: Denied, Failed.
+Result<bool> clearAway(const std::string& path)
+{
+    const Descriptor file(calls::open(path.c_str(), kOldFile | O_NOFOLLOW));
+    if (!file) {
+        if (errno == ENOENT)
             return true;
-        if (errno != EWOULDBLOCK && errno != EINTR)
-            return true;
-        const timespec pause{0, kLockPauseNs};
-        ::nanosleep(&pause, nullptr);
+        if (errno != ELOOP && errno != EACCES)
+            return writingError(path);
+    } else {
+        const Result<bool> left = owns(file, path);
+        if (!left || !*left)
+            return left;
     }
-    return false;
+    return deleted(path) ? Result<bool>(true) : writingError(path);
 }
 
-/// Whether the file that stands at the path now is the open one.
-bool standsAt(const Descriptor& file, const std::string& path)
+bool mayHaveNoLinks(int reason)
 {
-    struct stat open {};
-    struct stat there {};
-    return ::fstat(file.number(), &open) == 0 && ::lstat(path.c_str(), &there) == 0 &&
-           open.st_dev == there.st_dev && open.st_ino == there.st_ino;
-}
-
-Error denied(const std::string& path)
-{
-    Error error = systemError(path);
-    if (error.code == ErrorCode::NotFound)
-        error.code = ErrorCode::Failed;
-    return error;
+    return reason == EPERM || reason == EOPNOTSUPP || reason == ENOSYS || reason == EMLINK;
 }
 
 } // namespace
 
-Result<WorkingCopy> WorkingCopy::open(const std::string& path)
+Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::milliseconds patience)
 {
+    const auto end = std::chrono::steady_clock::now() + patience;
     for (;;) {
-        Descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
-        if (!file && (errno == EACCES || errno == ELOOP) && ::unlink(path.c_str()) == 0)
-            continue; // A read-only one or a link that somebody left behind.
-        if (!file)
-            return denied(path);
-        if (!lockWhole(file))
-            return Error{ErrorCode::Busy, path + ": in use by another process"};
-        // The process that had the lock may have moved this very file to its place.
-        if (!standsAt(file, path))
+        Descriptor file(calls::open(path.c_str(), kNewFile, 0666));
+        if (!file && errno != EEXIST)
+            return writingError(path);
+        // Between the two calls another process may have taken the new file for one that was left behind.
+        const Result<bool> done = file ? owns(file, path) : clearAway(path);
+        if (!done) {
+            if (file)
+                deleted(path);
+            return done.error();
+        }
+        if (file && *done)
+            return WorkingCopy(path, std::move(file));
+        if (*done)
             continue;
-        if (::ftruncate(file.number(), 0) != 0)
-            return denied(path);
-        return WorkingCopy(path, std::move(file));
+        if (std::chrono::steady_clock::now() >= end)
+            return Error{ErrorCode::Busy, path + ": in use by another program"};
+        pauseForLock();
     }
 }
 
 WorkingCopy::~WorkingCopy()
 {
     if (m_file && !m_placed)
-        ::unlink(m_path.c_str());
+        calls::unlink(m_path.c_str());
+}
+
+Result<void> WorkingCopy::hold(const std::string& target, std::chrono::milliseconds patience)
+{
+    m_target = Descriptor(calls::open(target.c_str(), kOldFile));
+    if (m_target)
+        return lockFile(m_target, target, patience);
+    // One that cannot be read can be replaced all the same.
+    return errno == ENOENT || errno == EACCES ? Result<void>() : writingError(target);
 }
 
 Result<void> WorkingCopy::replace(const std::string& target, std::string_view bytes)
 {
     struct stat old {};
-    if (::stat(target.c_str(), &old) == 0) {
+    if (calls::stat(target.c_str(), &old) == 0) {
         if (!S_ISREG(old.st_mode))
             return Error{ErrorCode::Failed, target + ": not a regular file"};
-        ::fchmod(m_file.number(), (old.st_mode & kRights) | S_IWUSR);
+        calls::fchmod(m_file.number(), (old.st_mode & kRights) | S_IWUSR);
+    } else if (errno != ENOENT) {
+        return writingError(target);
     }
     if (Result<void> written = fill(bytes); !written)
         return written;
-    if (::rename(m_path.c_str(), target.c_str()) != 0)
-        return denied(target);
-    m_placed = true;
-    return {};
+    return place(target);
 }
 
 Result<void> WorkingCopy::become(const std::string& target, std::string_view bytes)
@@ -94,13 +110,22 @@ Result<void> WorkingCopy::become(const std::string& target, std::string_view byt
     if (Result<void> written = fill(bytes); !written)
         return written;
     // A rename would take the place of a file that somebody made meanwhile; a second name does not.
-    int placed = ::link(m_path.c_str(), target.c_str());
-    if (placed != 0 && errno != EEXIST && ::access(target.c_str(), F_OK) != 0) {
-        placed = ::rename(m_path.c_str(), target.c_str());
-        m_placed = placed == 0;
+    if (calls::link(m_path.c_str(), target.c_str()) == 0)
+        return {};
+    if (mayHaveNoLinks(errno)) {
+        struct stat there {};
+        errno = calls::lstat(target.c_str(), &there) == 0 ? EEXIST : errno;
+        if (errno == ENOENT)
+            return place(target);
     }
-    if (placed != 0)
-        return errno == EEXIST ? Error{ErrorCode::Busy, target + ": is there already"} : denied(target);
+    return errno == EEXIST ? Error{ErrorCode::Busy, target + ": is there already"} : writingError(target);
+}
+
+Result<void> WorkingCopy::place(const std::string& target)
+{
+    if (calls::rename(m_path.c_str(), target.c_str()) != 0)
+        return writingError(target);
+    m_placed = true;
     return {};
 }
 
@@ -108,8 +133,8 @@ Result<void> WorkingCopy::fill(std::string_view bytes)
 {
     if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
         return written;
-    if (::fsync(m_file.number()) != 0)
-        return denied(m_path);
+    if (calls::fsync(m_file.number()) != 0)
+        return writingError(m_path);
     return {};
 }
 

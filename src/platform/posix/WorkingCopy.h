@@ -3,6 +3,7 @@
 #include "platform/Result.h"
 #include "platform/posix/Descriptor.h"
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -10,15 +11,21 @@ namespace zv {
 
 /// A new file under its own name that takes another file's place in one step. While it is open, other
 /// processes that open the same working copy wait, so that none takes a place with another's half-written
-/// bytes.
+/// bytes, and each finds what the one before it has placed.
 class WorkingCopy {
 public:
-    /// Opens the working copy empty. Errors: Denied; Busy, another process does not let go of it; Failed.
-    static Result<WorkingCopy> open(const std::string& path);
+    /// Makes the working copy anew; what a crash has left of the name, or a link that somebody has put there,
+    /// goes. Waits at most `patience` for another process. Errors: Denied; Busy, that process does not let go
+    /// of it; Failed.
+    static Result<WorkingCopy> open(const std::string& path, std::chrono::milliseconds patience);
     WorkingCopy(WorkingCopy&&) noexcept = default;
     WorkingCopy& operator=(WorkingCopy&&) = delete;
     /// Deletes what has not taken its place.
     ~WorkingCopy();
+
+    /// Waits in the same way for processes that add to `target` or write it in place, and keeps them waiting
+    /// until the end of the working copy. A target that is not there needs nothing. Errors: Busy, Failed.
+    Result<void> hold(const std::string& target, std::chrono::milliseconds patience);
 
     /// Writes the bytes, flushes them to disk, and takes the place of `target`, with its rights but always
     /// writable by the owner. On failure `target` is as it was. Errors: Denied, Failed.
@@ -30,9 +37,11 @@ private:
     WorkingCopy(std::string path, Descriptor file) : m_path(std::move(path)), m_file(std::move(file)) {}
 
     Result<void> fill(std::string_view bytes);
+    Result<void> place(const std::string& target);
 
     std::string m_path;
     Descriptor m_file;
+    Descriptor m_target;
     bool m_placed = false;
 };
 

@@ -1,21 +1,21 @@
 #pragma once
 
-#include "platform/windows/LastError.h"
+#include "platform/windows/Calls.h"
 
-#include <windows.h>
+#include <utility>
 
 namespace zv {
 
 /// An open file of the system, closed at the end of its life.
 class FileHandle {
 public:
-    FileHandle(const std::string& path, DWORD access, DWORD share, DWORD disposition)
-        : m_handle(::CreateFileW(widePath(path).c_str(), access, share, nullptr, disposition,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr))
+    FileHandle(const std::string& path, DWORD access, DWORD share, DWORD disposition,
+               DWORD flags = FILE_ATTRIBUTE_NORMAL)
+        : m_handle(calls::open(path, access, share, disposition, flags))
     {
     }
-    FileHandle(const FileHandle&) = delete;
-    FileHandle& operator=(const FileHandle&) = delete;
+    FileHandle(FileHandle&& other) noexcept : m_handle(std::exchange(other.m_handle, INVALID_HANDLE_VALUE)) {}
+    FileHandle& operator=(FileHandle&&) = delete;
     ~FileHandle()
     {
         if (*this)

@@ -1,6 +1,6 @@
 #include "platform/Files.h"
 
-#include "platform/windows/FileHandle.h"
+#include "platform/windows/WorkingCopy.h"
 
 #include <algorithm>
 #include <optional>
@@ -11,31 +11,10 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kChunk = 1u << 20;
-
-DWORD attributesOf(const std::string& path)
-{
-    return ::GetFileAttributesW(widePath(path).c_str());
-}
-
-Error refused(const std::string& path)
-{
-    Error error = lastError(path);
-    if (error.code == ErrorCode::NotFound)
-        error.code = ErrorCode::Failed;
-    return error;
-}
-
-Result<void> writeAll(const FileHandle& file, const std::string& path, std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        DWORD count = 0;
-        if (!::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kChunk)), &count,
-                         nullptr))
-            return refused(path);
-        bytes.remove_prefix(count);
-    }
-    return {};
-}
+/// How long another program's rewrite of the same list is waited for.
+constexpr std::chrono::milliseconds kRewritePatience{2000};
+constexpr std::string_view kLineEnd = "\r\n";
+constexpr int kMostTries = 100;
 
 /// Keeps other programs from appending at the same moment, where the end of a file is looked up before the
 /// write (on a network, or under Wine). The locked byte is far behind any content, so that readers are not
@@ -45,7 +24,7 @@ public:
     explicit AppendLock(const FileHandle& file) : m_file(file)
     {
         m_place.OffsetHigh = 0x7fffffff;
-        m_locked = ::LockFileEx(m_file.get(), LOCKFILE_EXCLUSIVE_LOCK, 0, 1, 0, &m_place) != 0;
+        m_locked = calls::lock(m_file.get(), &m_place);
     }
     AppendLock(const AppendLock&) = delete;
     AppendLock& operator=(const AppendLock&) = delete;
@@ -61,25 +40,45 @@ private:
     bool m_locked = false;
 };
 
-/// Writes a new file and flushes it to disk.
-Result<void> writeFlushed(const std::string& path, std::string_view bytes)
+/// Whether the file's last line has no end. False where that cannot be told: users may only add to the file.
+bool endsOpen(const FileHandle& file, LARGE_INTEGER size)
 {
-    const FileHandle file(path, GENERIC_WRITE, 0, CREATE_ALWAYS);
-    if (!file)
-        return refused(path);
-    if (Result<void> written = writeAll(file, path, bytes); !written)
-        return written;
-    if (!::FlushFileBuffers(file.get()))
-        return refused(path);
-    return {};
+    if (size.QuadPart == 0)
+        return false;
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>((size.QuadPart - 1) & 0xFFFFFFFF);
+    place.OffsetHigh = static_cast<DWORD>((size.QuadPart - 1) >> 32);
+    char last = '\n';
+    DWORD count = 0;
+    return calls::read(file.get(), &last, 1, &count, &place) && count == 1 && last != '\n' && last != '\r';
 }
 
-void allowWriting(const std::string& path)
+/// Takes a line back that did not fit on the disk, so that no half of it stays. An end that somebody else has
+/// moved meanwhile stays.
+void takeBack(const std::string& path, LARGE_INTEGER before, DWORD count)
 {
-    const DWORD attributes = attributesOf(path);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
-        ::SetFileAttributesW(widePath(path).c_str(),
-                             attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    const FileHandle file(path, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    LARGE_INTEGER size{};
+    if (file && calls::size(file.get(), &size) && size.QuadPart == before.QuadPart + count)
+        calls::cut(file.get(), before);
+}
+
+bool isThere(DWORD reason)
+{
+    return reason == ERROR_FILE_EXISTS || reason == ERROR_ALREADY_EXISTS;
+}
+
+/// Writes a new file, in place of one that a crash has left, and flushes it to disk.
+Result<void> writeNewFlushed(const std::string& path, std::string_view bytes)
+{
+    calls::remove(path);
+    const FileHandle file(path, GENERIC_WRITE, 0, CREATE_NEW,
+                          FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+    if (!file)
+        return writingError(path);
+    if (Result<void> written = writeAll(file, path, bytes); !written)
+        return written;
+    return calls::flush(file.get()) ? Result<void>() : writingError(path);
 }
 
 } // namespace
@@ -88,42 +87,52 @@ const char kPathSeparator = '\\';
 
 bool fileExists(const std::string& path)
 {
-    const DWORD attributes = attributesOf(path);
+    const DWORD attributes = calls::attributes(path);
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 bool folderExists(const std::string& path)
 {
-    const DWORD attributes = attributesOf(path);
+    const DWORD attributes = calls::attributes(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 Result<std::uint64_t> fileLength(const std::string& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA data{};
-    if (!::GetFileAttributesExW(widePath(path).c_str(), GetFileExInfoStandard, &data) ||
-        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-        return Error{ErrorCode::NotFound, lastError(path).text};
+    if (calls::fails(FileStep::Status) ||
+        !::GetFileAttributesExW(widePath(path).c_str(), GetFileExInfoStandard, &data))
+        return lastError(path);
+    if (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
+        return Error{ErrorCode::NotFound, path + ": no such file"};
     return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
-Result<std::string> readFile(const std::string& path)
+Result<std::string> readFile(const std::string& path, std::uint64_t most)
 {
     const FileHandle file(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
     if (!file)
         return lastError(path);
     if (::GetFileType(file.get()) != FILE_TYPE_DISK)
         return Error{ErrorCode::Failed, path + ": not a regular file"};
+    const Error tooLarge{ErrorCode::TooLarge, path + ": larger than " + std::to_string(most) + " bytes"};
+    LARGE_INTEGER size{};
+    if (!calls::size(file.get(), &size))
+        return lastError(path);
+    if (static_cast<std::uint64_t>(size.QuadPart) > most)
+        return tooLarge;
     std::string bytes;
     for (;;) {
         const std::size_t held = bytes.size();
         bytes.resize(held + kChunk);
         DWORD count = 0;
-        if (!::ReadFile(file.get(), bytes.data() + held, kChunk, &count, nullptr))
+        if (!calls::read(file.get(), bytes.data() + held, kChunk, &count))
             return lastError(path);
         bytes.resize(held + count);
         if (count == 0)
             return bytes;
+        if (bytes.size() > most)
+            return tooLarge;
     }
 }
 
@@ -131,43 +140,63 @@ Result<void> writeFile(const std::string& path, std::string_view bytes)
 {
     const FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS);
     if (!file)
-        return refused(path);
+        return writingError(path);
     return writeAll(file, path, bytes);
+}
+
+Result<void> writeNewFile(const std::string& path, std::string_view bytes)
+{
+    for (int i = 0; i < kMostTries; ++i) {
+        const FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, CREATE_NEW,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        if (file)
+            return writeAll(file, path, bytes);
+        if (!isThere(::GetLastError()))
+            return writingError(path);
+        // A read-only one is not deleted.
+        if (!calls::remove(path) && ::GetLastError() != ERROR_FILE_NOT_FOUND)
+            return writingError(path);
+    }
+    return Error{ErrorCode::Failed, path + ": is made again and again"};
 }
 
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
     const std::string made = path + "." + std::to_string(::GetCurrentProcessId());
-    Result<void> written = writeFlushed(made, bytes);
-    if (written && !::MoveFileExW(widePath(made).c_str(), widePath(path).c_str(), MOVEFILE_WRITE_THROUGH)) {
-        const DWORD reason = ::GetLastError();
-        written = refused(path);
-        if (reason == ERROR_ALREADY_EXISTS || reason == ERROR_FILE_EXISTS)
-            written = Error{ErrorCode::Busy, path + ": is there already"};
-    }
+    Result<void> written = writeNewFlushed(made, bytes);
+    if (written && !calls::move(made, path))
+        written = isThere(::GetLastError()) ? Error{ErrorCode::Busy, path + ": is there already"}
+                                            : writingError(path);
     if (!written)
-        ::DeleteFileW(widePath(made).c_str());
+        calls::remove(made);
     return written;
 }
 
-Result<void> appendFile(const std::string& path, std::string_view bytes,
-                        const std::function<void()>& whileOpen)
+Result<void> appendLines(const std::string& path, std::string_view lines,
+                         const std::function<void()>& whileOpen)
 {
-    // Without the right to write elsewhere the system itself puts each write at the end. The lock needs the
-    // right to read, which a file that users may only add to does not give.
+    // Without the right to write elsewhere the system itself puts each write at the end. The lock and the
+    // look at the last line need the right to read, which a file that users may only add to does not give.
     std::optional<FileHandle> file;
     file.emplace(path, FILE_APPEND_DATA | FILE_READ_DATA, kShareAll, OPEN_ALWAYS);
     if (!*file)
         file.emplace(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
     if (!*file)
-        return refused(path);
+        return writingError(path);
     {
         const AppendLock alone(*file);
+        LARGE_INTEGER before{};
+        if (!calls::size(file->get(), &before))
+            return writingError(path);
+        const std::string bytes =
+            (endsOpen(*file, before) ? std::string(kLineEnd) : std::string()) + std::string(lines);
         DWORD count = 0;
-        if (!::WriteFile(file->get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr))
-            return refused(path);
-        if (count < bytes.size())
+        if (!calls::write(file->get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count))
+            return writingError(path);
+        if (count < bytes.size()) {
+            takeBack(path, before, count);
             return Error{ErrorCode::Failed, path + ": the disk is full"};
+        }
     }
     if (whileOpen)
         whileOpen();
@@ -176,19 +205,25 @@ Result<void> appendFile(const std::string& path, std::string_view bytes,
 
 Result<void> replaceFile(const std::string& path, const std::string& workingCopy, std::string_view bytes)
 {
-    allowWriting(workingCopy);
-    if (Result<void> written = writeFlushed(workingCopy, bytes); !written) {
-        ::DeleteFileW(widePath(workingCopy).c_str());
-        return written;
-    }
-    allowWriting(path);
-    if (!::MoveFileExW(widePath(workingCopy).c_str(), widePath(path).c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        const Error error = refused(path);
-        ::DeleteFileW(widePath(workingCopy).c_str());
-        return error;
-    }
-    return {};
+    Result<WorkingCopy> copy = WorkingCopy::open(workingCopy, kRewritePatience);
+    return copy ? copy->replace(path, bytes) : copy.error();
+}
+
+Result<void> rewriteFile(const std::string& path, const std::string& workingCopy, std::uint64_t most,
+                         const FileChange& change)
+{
+    if (const Result<std::uint64_t> there = fileLength(path); !there)
+        return there.error();
+    Result<WorkingCopy> copy = WorkingCopy::open(workingCopy, kRewritePatience);
+    if (!copy)
+        return copy.error();
+    const Result<std::string> before = readFile(path, most);
+    if (!before)
+        return before.error();
+    const Result<std::string> after = change(*before);
+    if (!after)
+        return after.error();
+    return *after == *before ? Result<void>() : copy->replace(path, *after);
 }
 
 Result<void> deleteFileForced(const std::string& path)
@@ -196,7 +231,7 @@ Result<void> deleteFileForced(const std::string& path)
     if (folderExists(path))
         return Error{ErrorCode::Failed, path + ": a folder"};
     allowWriting(path);
-    if (!::DeleteFileW(widePath(path).c_str()))
+    if (!calls::remove(path))
         return lastError(path);
     return {};
 }
@@ -204,9 +239,9 @@ Result<void> deleteFileForced(const std::string& path)
 Result<void> renameFile(const std::string& from, const std::string& to)
 {
     // The system itself finds nothing wrong with a new name that differs in case alone, or not at all.
-    if (attributesOf(to) != INVALID_FILE_ATTRIBUTES)
+    if (calls::attributes(to) != INVALID_FILE_ATTRIBUTES)
         return Error{ErrorCode::Busy, to + ": is there already"};
-    if (!::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_WRITE_THROUGH))
+    if (!calls::move(from, to))
         return lastError(from);
     return {};
 }
@@ -216,7 +251,7 @@ Result<void> copyFile(const std::string& from, const std::string& to)
     if (!fileExists(from))
         return Error{ErrorCode::NotFound, from + ": no such file"};
     if (!::CopyFileW(widePath(from).c_str(), widePath(to).c_str(), FALSE))
-        return refused(to);
+        return writingError(to);
     return {};
 }
 

@@ -15,7 +15,7 @@ Error lastError(std::string_view path)
     else if (reason == ERROR_ACCESS_DENIED || reason == ERROR_WRITE_PROTECT ||
              reason == ERROR_SHARING_VIOLATION)
         code = ErrorCode::Denied;
-    return Error{code, toUtf8(wide(path)) + ": " + systemText(reason)};
+    return Error{code, std::string(path) + ": " + systemText(reason)};
 }
 
 std::string systemText(unsigned long code)
@@ -25,7 +25,7 @@ std::string systemText(unsigned long code)
                                    0, text, static_cast<DWORD>(std::size(text)), nullptr);
     while (count > 0 && (text[count - 1] == L'\n' || text[count - 1] == L'\r' || text[count - 1] == L'.'))
         --count;
-    return toUtf8(std::u16string(text, text + count));
+    return narrow(std::u16string(text, text + count));
 }
 
 std::wstring widePath(std::string_view path)

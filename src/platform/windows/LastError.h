@@ -10,7 +10,7 @@ namespace zv {
 /// The system's last failure as an error that names the path.
 Error lastError(std::string_view path);
 
-/// The system's words for one of its codes, in UTF-8, without a full stop; empty where it has none.
+/// The system's words for one of its codes, without a full stop; empty where it has none.
 std::string systemText(unsigned long code);
 
 /// A path as the wide calls take it.

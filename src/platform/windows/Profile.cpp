@@ -2,8 +2,8 @@
 
 #include "platform/Files.h"
 #include "platform/LocaleCase.h"
-
-#include <windows.h>
+#include "platform/ProfileFile.h"
+#include "platform/windows/FileHandle.h"
 
 #include <algorithm>
 #include <cstring>
@@ -47,6 +47,19 @@ std::set<std::string> keysOf(const std::string& file, const std::string& section
     return keys;
 }
 
+/// A value that no profile can hold, for a key that is absent.
+constexpr std::string_view kAbsentKey = "\n";
+
+std::optional<std::string> valueOf(const std::string& file, const std::string& section,
+                                   const std::string& key)
+{
+    char buffer[kProfileBuffer];
+    const DWORD count = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), kAbsentKey.data(), buffer,
+                                                   sizeof buffer, file.c_str());
+    const std::string value(buffer, count);
+    return value == kAbsentKey ? std::nullopt : std::optional(value);
+}
+
 } // namespace
 
 unsigned long GetPrivateProfileStringA(const char* section, const char* key, const char* fallback,
@@ -74,20 +87,48 @@ int WritePrivateProfileSectionA(const char* section, const char* text, const cha
                                   : writeLongSection(section, text, file);
 }
 
-bool profileExists(const std::string& file)
+Result<void> changeProfile(const ProfileChange& change)
 {
-    return fileExists(file);
+    std::string text;
+    for (const std::string& line : change.lines)
+        text += line + '\0';
+    ::SetLastError(ERROR_SUCCESS);
+    const bool done =
+        !calls::fails(FileStep::Write) &&
+        (change.key ? WritePrivateProfileStringA(change.section.c_str(), change.key->c_str(),
+                                                 change.value.c_str(), change.file.c_str())
+                    : WritePrivateProfileSectionA(change.section.c_str(), text.c_str(), change.file.c_str()));
+    if (done)
+        return {};
+    const DWORD reason = ::GetLastError();
+    Error error = lastError(change.file);
+    if (reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION)
+        error.code = ErrorCode::Busy;
+    return error;
 }
 
-std::vector<std::string> profileStrings(const std::string& file, const std::string& section,
-                                        const std::vector<std::string>& keys)
+Result<std::vector<std::optional<std::string>>>
+readProfile(const std::string& file, const std::string& section, const std::vector<std::string>& keys)
 {
-    const std::set<std::string> held = keysOf(file, section);
-    std::vector<std::string> values;
-    values.reserve(keys.size());
-    for (const std::string& key : keys)
-        values.push_back(held.count(foldedName(key)) ? profileString(file, section, key, "") : std::string());
+    std::vector<std::optional<std::string>> values(keys.size());
+    // While it is open here nobody can shut the system's own calls out of it.
+    const FileHandle open(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                          OPEN_EXISTING);
+    if (!open) {
+        const Error error = lastError(file);
+        return error.code == ErrorCode::NotFound ? Result(std::move(values)) : error;
+    }
+    const std::set<std::string> held = keys.size() > 1 ? keysOf(file, section) : std::set<std::string>();
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys.size() == 1 || held.count(foldedName(keys[i])))
+            values[i] = valueOf(file, section, keys[i]);
+    }
     return values;
+}
+
+Result<void> createProfile(const std::string& file)
+{
+    return createFile(file, {});
 }
 
 } // namespace zv

@@ -14,6 +14,9 @@ namespace zv {
 class ProfileText {
 public:
     explicit ProfileText(std::string text);
+    // Its lines point into its text.
+    ProfileText(const ProfileText&) = delete;
+    ProfileText& operator=(const ProfileText&) = delete;
 
     const std::string& text() const { return m_text; }
 

@@ -1,0 +1,118 @@
+#include "platform/windows/WorkingCopy.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+namespace zv {
+
+namespace {
+
+constexpr std::size_t kChunk = 1u << 20;
+constexpr DWORD kLockPauseMs = 1;
+
+bool isGone(DWORD reason)
+{
+    return reason == ERROR_FILE_NOT_FOUND || reason == ERROR_PATH_NOT_FOUND;
+}
+
+bool isHeld(DWORD reason)
+{
+    return reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION;
+}
+
+/// Deletes what stands under a working copy's name, unless it is one that another program is writing: then
+/// false. Errors: Denied, Failed.
+Result<bool> clearAway(const std::string& path)
+{
+    allowWriting(path);
+    if (calls::remove(path) || isGone(::GetLastError()))
+        return true;
+    return isHeld(::GetLastError()) ? Result<bool>(false) : writingError(path);
+}
+
+} // namespace
+
+Error writingError(const std::string& path)
+{
+    Error error = lastError(path);
+    if (error.code == ErrorCode::NotFound)
+        error.code = ErrorCode::Failed;
+    return error;
+}
+
+Result<void> writeAll(const FileHandle& file, const std::string& path, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        DWORD count = 0;
+        if (!calls::write(file.get(), bytes.data(), static_cast<DWORD>(std::min(bytes.size(), kChunk)),
+                          &count))
+            return writingError(path);
+        bytes.remove_prefix(count);
+    }
+    return {};
+}
+
+void allowWriting(const std::string& path)
+{
+    const DWORD attributes = calls::attributes(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+        calls::setAttributes(path, attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+}
+
+Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::milliseconds patience)
+{
+    const auto end = std::chrono::steady_clock::now() + patience;
+    for (;;) {
+        // Readers are let in, for it is what they read from the moment that it takes its place.
+        FileHandle file(path, GENERIC_WRITE | DELETE, FILE_SHARE_READ, CREATE_NEW,
+                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        if (file)
+            return WorkingCopy(path, std::move(file));
+        const DWORD reason = ::GetLastError();
+        if (reason != ERROR_FILE_EXISTS && reason != ERROR_ALREADY_EXISTS && !isHeld(reason))
+            return writingError(path);
+        const Result<bool> cleared = isHeld(reason) ? Result<bool>(false) : clearAway(path);
+        if (!cleared)
+            return cleared.error();
+        if (*cleared)
+            continue;
+        if (std::chrono::steady_clock::now() >= end)
+            return Error{ErrorCode::Busy, path + ": in use by another program"};
+        ::Sleep(kLockPauseMs);
+    }
+}
+
+WorkingCopy::~WorkingCopy()
+{
+    if (!m_file || m_placed)
+        return;
+    // Gone at the moment of its closing, so that nobody else's is deleted instead.
+    FILE_DISPOSITION_INFO disposition{};
+    disposition.DeleteFile = TRUE;
+    if (!calls::fails(FileStep::Delete))
+        ::SetFileInformationByHandle(m_file.get(), FileDispositionInfo, &disposition, sizeof disposition);
+}
+
+Result<void> WorkingCopy::replace(const std::string& target, std::string_view bytes)
+{
+    if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
+        return written;
+    if (!calls::flush(m_file.get()))
+        return writingError(m_path);
+    allowWriting(target);
+    const std::wstring name = widePath(target);
+    const std::size_t nameBytes = name.size() * sizeof(wchar_t);
+    std::vector<char> buffer(sizeof(FILE_RENAME_INFO) + nameBytes);
+    auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
+    info->ReplaceIfExists = TRUE;
+    info->FileNameLength = static_cast<DWORD>(nameBytes);
+    std::memcpy(info->FileName, name.data(), nameBytes);
+    if (!calls::replace(m_file.get(), info, static_cast<DWORD>(buffer.size())))
+        return writingError(target);
+    m_placed = true;
+    return {};
+}
+
+} // namespace zv

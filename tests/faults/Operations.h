@@ -1,0 +1,12 @@
+#pragma once
+
+#include "support/FailingFiles.h"
+
+#include <vector>
+
+namespace zv {
+
+/// Everything that the program does to a list, the catalogue, a profile, the queue and the log.
+std::vector<FileOperation> fileOperations();
+
+} // namespace zv
