@@ -62,7 +62,7 @@ TestServices::TestServices(Program& program)
     services = std::make_unique<ActionServices>(ActionServices{
         {*automation, *splash, [](const std::string&) { return true; }},
         [&program](const std::string& drawing, const std::function<void()>& whileOpen) -> Result<void> {
-            const auto added = appendFile(
+            const auto added = appendLines(
                 joinPath(program.folders().user, program.values().LoginName + ".crt"), drawing + "\r\n");
             if (added)
                 whileOpen();

@@ -202,14 +202,13 @@ Result<void> renameFile(const std::string& from, const std::string& to)
 {
     if (calls::renameNew(from.c_str(), to.c_str()) == 0)
         return {};
+    const int reason = errno;
     const Error error = systemError(from);
-    const bool cannotRefuse = errno == EINVAL || errno == ENOSYS;
-    const bool taken = errno == EEXIST;
     struct stat there {};
-    if (taken || calls::lstat(to.c_str(), &there) == 0)
+    if (reason == EEXIST || calls::lstat(to.c_str(), &there) == 0)
         return Error{ErrorCode::Busy, to + ": is there already"};
     // Not every file system can refuse by itself to take another file's place.
-    if (cannotRefuse && errno == ENOENT)
+    if ((reason == EINVAL || reason == ENOSYS) && errno == ENOENT)
         return calls::rename(from.c_str(), to.c_str()) == 0 ? Result<void>() : systemError(from);
     return error;
 }

@@ -40,8 +40,8 @@ private:
     bool m_locked = false;
 };
 
-/// Whether the file's last line has no end. False where that cannot be told: users may only add to the file.
-bool endsOpen(const FileHandle& file, LARGE_INTEGER size)
+/// Whether the file's last line has no end.
+Result<bool> endsOpen(const FileHandle& file, const std::string& path, LARGE_INTEGER size)
 {
     if (size.QuadPart == 0)
         return false;
@@ -50,7 +50,10 @@ bool endsOpen(const FileHandle& file, LARGE_INTEGER size)
     place.OffsetHigh = static_cast<DWORD>((size.QuadPart - 1) >> 32);
     char last = '\n';
     DWORD count = 0;
-    return calls::read(file.get(), &last, 1, &count, &place) && count == 1 && last != '\n' && last != '\r';
+    if (calls::read(file.get(), &last, 1, &count, &place))
+        return count == 1 && last != '\n' && last != '\r';
+    // A file that users may only add to does not tell.
+    return ::GetLastError() == ERROR_ACCESS_DENIED ? Result<bool>(false) : writingError(path);
 }
 
 /// Takes a line back that did not fit on the disk, so that no half of it stays. An end that somebody else has
@@ -179,7 +182,7 @@ Result<void> appendLines(const std::string& path, std::string_view lines,
     // look at the last line need the right to read, which a file that users may only add to does not give.
     std::optional<FileHandle> file;
     file.emplace(path, FILE_APPEND_DATA | FILE_READ_DATA, kShareAll, OPEN_ALWAYS);
-    if (!*file)
+    if (!*file && ::GetLastError() == ERROR_ACCESS_DENIED)
         file.emplace(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
     if (!*file)
         return writingError(path);
@@ -188,8 +191,10 @@ Result<void> appendLines(const std::string& path, std::string_view lines,
         LARGE_INTEGER before{};
         if (!calls::size(file->get(), &before))
             return writingError(path);
-        const std::string bytes =
-            (endsOpen(*file, before) ? std::string(kLineEnd) : std::string()) + std::string(lines);
+        const Result<bool> open = endsOpen(*file, path, before);
+        if (!open)
+            return open.error();
+        const std::string bytes = (*open ? std::string(kLineEnd) : std::string()) + std::string(lines);
         DWORD count = 0;
         if (!calls::write(file->get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count))
             return writingError(path);
