@@ -392,7 +392,7 @@ TEST_F(KeywordScanTest, ALineThatIsAddedMeanwhileIsScanned)
     window.texts = {"D"};
     window.onTurn = [this](int turn) {
         if (turn == 1) {
-            EXPECT_TRUE(appendFile(listPath("Doors"), "L\\D3.dwg;late\r\nL\\D4.dwg;late"));
+            EXPECT_TRUE(appendLines(listPath("Doors"), "L\\D3.dwg;late\r\nL\\D4.dwg;late"));
         }
     };
     scan.run(window);

@@ -61,7 +61,7 @@ TEST_F(ListFeedTest, GivesWhatIsAddedMeanwhile)
 {
     auto feed = feedOf("one\r\n");
     ASSERT_TRUE(feed.readOn().valueOr(false));
-    ASSERT_TRUE(appendFile(path, "two\r\n"));
+    ASSERT_TRUE(appendLines(path, "two\r\n"));
     EXPECT_EQ(lines(feed), (Lines{"one", "two"}));
 }
 

@@ -176,7 +176,7 @@ TEST_F(SearchRun, ADamagedDrawingGivesTheLibraryUpAndKeepsItsHits)
 
 TEST_F(SearchRun, AMessageStandsOverWhatHasBeenFoundUntilThen)
 {
-    EXPECT_TRUE(appendFile(listPath("Doors"), "\r\n"));
+    EXPECT_TRUE(appendLines(listPath("Doors"), "\r\n"));
     open();
     qsizetype listed = -1;
     QString drawing;
@@ -240,7 +240,7 @@ TEST_F(SearchRun, AListThatGrowsIsReadToItsNewEnd)
     const std::string late = makeDrawing("Late");
     makeLibrary("Doors", drawings(9));
     open();
-    inATurn([&] { EXPECT_TRUE(appendFile(listPath("Doors"), late + ";x\r\n")); });
+    inATurn([&] { EXPECT_TRUE(appendLines(listPath("Doors"), late + ";x\r\n")); });
     find("LATE");
     EXPECT_EQ(results(), QStringList{path(late)});
 }
@@ -272,7 +272,7 @@ TEST_F(SearchRun, EnterInAKeywordStartsAndEscapeStops)
 
 TEST_F(SearchRun, ProgressIsToldWhileItRuns)
 {
-    EXPECT_TRUE(appendFile(listPath("Doors"), "\r\n"));
+    EXPECT_TRUE(appendLines(listPath("Doors"), "\r\n"));
     open();
     QString progress;
     messages.whileShown = [&] { progress = search().LabelProgress->text(); };
