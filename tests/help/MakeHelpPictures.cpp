@@ -4,13 +4,17 @@
 #include "app/RunningProgram.h"
 #include "browser/BrowserWindows.h"
 #include "browser/Zelvora.h"
+#include "config/OfficeWindows.h"
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
+#include "controls/DwgViewX.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/ProgramStyle.h"
 #include "controls/SortedCombo.h"
 #include "host/LoadAcad.h"
+#include "print/PrintLib.h"
+#include "print/PrintWindows.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
@@ -42,6 +46,8 @@ public:
         : m_out(std::move(out)), m_program({zv::toBytes(office), zv::toBytes(m_user.path())}, m_messages)
     {
         zv::addBrowserWindows(m_program);
+        zv::addOfficeWindows(m_program);
+        zv::addPrintWindows(m_program);
         m_program.add(QStringLiteral("LoadAcad"), [this] { return new zv::LoadAcad(m_program); });
     }
 
@@ -71,6 +77,10 @@ public:
         takeMissingLibrary();
         takeOther("LoadAcad", "load-acad");
         takeOther("frmSplash", "about");
+        takeOther("Options", "options");
+        takeOther("Fontpath", "font-path");
+        takeOther("ZVYpath", "master-folder");
+        takePrintRun();
         return m_taken;
     }
 
@@ -118,6 +128,22 @@ private:
         QTest::qWait(500);
         save(shown, name);
         shown->hide();
+    }
+
+    /// In the middle of a run: the picture is taken while the print dialog would stand.
+    void takePrintRun()
+    {
+        const QString name = QStringLiteral("PrintLib");
+        m_program.show(name);
+        auto* window = static_cast<zv::PrintLib*>(m_program.loaded(name));
+        window->resize(kPictureSize);
+        window->List1->item(std::min(3, window->List1->count() - 1))->setSelected(true);
+        window->DwgViewX1->setPrinterChooser([this, window](QPrinter&, QWidget*) {
+            save(window, "print-libraries");
+            return false;
+        });
+        window->Command7->click();
+        window->hide();
     }
 
     void take(const char* name)
