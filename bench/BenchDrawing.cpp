@@ -3,6 +3,7 @@
 #include "DocumentEdit.h"
 #include "FindFile.h"
 
+#include "drawing/Amend.h"
 #include "drawing/Reader.h"
 #include "drawing/Writer.h"
 #include "drawing/fonts/FontFolder.h"
@@ -12,11 +13,14 @@
 #include "platform/System.h"
 #include "platform/Text.h"
 
+#include <algorithm>
+#include <span>
+
 namespace zv::bench {
 
 namespace {
 
-constexpr std::size_t kMostUndo = 50;
+constexpr int kContentMark = 1, kVariableMark = 4;
 
 /// Puts what the model space covers, seen from above, where a drawing keeps it.
 void storeExtents(dwg::Document& document, const dwg::Document& seen)
@@ -35,6 +39,35 @@ void storeExtents(dwg::Document& document, const dwg::Document& seen)
     }
 }
 
+/// The largest of the pictures that the file carries, where it is a bitmap.
+std::optional<dwg::Pixels> storedPreview(const ByteSource& source)
+{
+    const auto previews = dwg::readPreviews(source);
+    if (!previews || previews->empty() || previews->front().kind != dwg::PreviewKind::Bmp)
+        return std::nullopt;
+    auto pixels = dwg::decodeBitmap(previews->front().bytes);
+    return pixels ? std::optional(std::move(*pixels)) : std::nullopt;
+}
+
+/// By its mode, for an administrator may write everything.
+bool isReadOnly(const std::string& path)
+{
+    using std::filesystem::perms;
+    std::error_code failed;
+    const perms mode = std::filesystem::status(path, failed).permissions();
+    constexpr perms kWritable = perms::owner_write | perms::group_write | perms::others_write;
+    return !failed && mode != perms::unknown && (mode & kWritable) == perms::none &&
+           std::filesystem::exists(path, failed);
+}
+
+/// The file that a link leads to, so that the link stays one.
+std::string withoutLinks(const std::string& path)
+{
+    std::error_code failed;
+    const std::filesystem::path real = std::filesystem::canonical(path, failed);
+    return failed ? path : real.string();
+}
+
 } // namespace
 
 BenchDrawing::BenchDrawing(std::string title) : m_document(emptyDocument()), m_title(std::move(title))
@@ -42,23 +75,48 @@ BenchDrawing::BenchDrawing(std::string title) : m_document(emptyDocument()), m_t
     addVariables();
 }
 
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    std::error_code failed;
+    return a == b || (std::filesystem::equivalent(a, b, failed) && !failed);
+}
+
 Result<std::shared_ptr<BenchDrawing>> BenchDrawing::load(const std::string& path)
 {
-    const Result<std::unique_ptr<ByteSource>> source = openByteSource(path);
-    if (!source)
-        return source.error();
-    Result<dwg::Document> document = dwg::readDocument(**source);
+    std::shared_ptr<BenchDrawing> drawing(new BenchDrawing());
+    drawing->fileIsNow(path);
+    Result<std::string> bytes = readFile(path);
+    if (!bytes)
+        return bytes.error();
+    const MemorySource source(std::as_bytes(std::span(*bytes)));
+    Result<dwg::Document> document = dwg::readDocument(source);
     if (!document)
         return document.error();
-    Result<std::optional<dwg::Properties>> properties = dwg::readProperties(**source);
-    std::shared_ptr<BenchDrawing> drawing(new BenchDrawing());
+    const Result<std::optional<dwg::Properties>> properties = dwg::readProperties(source);
     drawing->m_document = std::move(*document);
     if (properties && *properties)
-        drawing->m_properties = std::move(**properties);
-    drawing->m_path = path;
-    drawing->m_lossReason = lossOfRewriting(**source, drawing->m_document);
+        drawing->m_properties = **properties;
+    drawing->m_outlook =
+        saveOutlook(*bytes, drawing->m_document, properties ? *properties : std::optional<dwg::Properties>());
+    drawing->m_preview = storedPreview(source);
+    if (drawing->m_outlook.way == SaveWay::Amended) {
+        drawing->m_file = std::move(*bytes);
+        drawing->m_fileDocument = drawing->m_document;
+    }
     drawing->addVariables();
     return drawing;
+}
+
+void BenchDrawing::fileIsNow(const std::string& path)
+{
+    m_path = path;
+    std::error_code none;
+    m_fileTime = std::filesystem::last_write_time(path, none);
+}
+
+bool BenchDrawing::isFileReadOnly() const
+{
+    return isReadOnly(m_path);
 }
 
 void BenchDrawing::addVariables()
@@ -82,9 +140,7 @@ void BenchDrawing::addVariables()
     m_variables.addComputed("DWGTITLED",
                             [this] { return AutomationValue(std::int64_t{m_path.empty() ? 0 : 1}); });
     m_variables.addComputed("DBMOD", [this] {
-        constexpr int kContent = 1, kVariables = 4;
-        return AutomationValue(std::int64_t{(m_geometryChanged || m_propertiesChanged ? kContent : 0) |
-                                            (variablesChanged() ? kVariables : 0)});
+        return AutomationValue(std::int64_t{unsavedMarks() | (m_propertiesChanged ? kContentMark : 0)});
     });
     m_variables.addComputed("TILEMODE", [] { return AutomationValue(std::int64_t{1}); });
 }
@@ -102,31 +158,99 @@ std::string BenchDrawing::title() const
 
 void BenchDrawing::beginChange()
 {
-    if (m_undo.size() == kMostUndo)
-        m_undo.erase(m_undo.begin());
-    m_undo.push_back({std::make_shared<const dwg::Document>(m_document), m_geometryChanged});
-    m_geometryChanged = true;
+    finishChange();
+    m_before = m_document;
+    ++m_revision;
+}
+
+/// What a change did is known only when the next one begins.
+void BenchDrawing::finishChange()
+{
+    if (!m_before)
+        return;
+    UndoStep step;
+    step.content.emplace(*m_before, m_document);
+    step.marks = kContentMark;
+    m_before.reset();
+    push(std::move(step));
+}
+
+void BenchDrawing::push(UndoStep step)
+{
+    if (m_saved && *m_saved > m_done)
+        m_saved.reset(); // What was saved can not be had back any more.
+    m_steps.resize(m_done);
+    m_steps.push_back(std::move(step));
+    ++m_done;
+}
+
+void BenchDrawing::apply(const UndoStep& step, bool back)
+{
+    if (step.content && back)
+        step.content->undo(m_document);
+    else if (step.content)
+        step.content->redo(m_document);
+    else
+        static_cast<void>(m_variables.set(step.variable, back ? step.before : step.after));
     ++m_revision;
 }
 
 bool BenchDrawing::undo()
 {
-    if (m_undo.empty())
+    finishChange();
+    if (m_done == 0)
         return false;
-    m_document = *m_undo.back().document;
-    m_undo.pop_back();
-    m_geometryChanged = true;
-    ++m_revision;
+    apply(m_steps[--m_done], true);
+    return true;
+}
+
+bool BenchDrawing::redo()
+{
+    finishChange();
+    if (m_done == m_steps.size())
+        return false;
+    apply(m_steps[m_done++], false);
     return true;
 }
 
 void BenchDrawing::abandonChange()
 {
-    if (m_undo.empty())
+    if (!m_before)
         return;
-    const bool changedBefore = m_undo.back().geometryChanged;
-    undo();
-    m_geometryChanged = changedBefore;
+    m_document = std::move(*m_before);
+    m_before.reset();
+    ++m_revision;
+}
+
+Result<void> BenchDrawing::setVariable(std::string_view name, const AutomationValue& value)
+{
+    const AutomationValue before = m_variables.get(name).valueOr({});
+    if (const Result<void> set = m_variables.set(name, value); !set)
+        return set;
+    UndoStep step;
+    step.variable = upper(name);
+    step.before = before;
+    step.after = m_variables.get(name).valueOr({});
+    if (step.after == before)
+        return {};
+    constexpr std::string_view kInTheFile[] = {"DIMSCALE", "LTSCALE", "INSUNITS", "CLAYER"};
+    const bool isKept =
+        std::find(std::begin(kInTheFile), std::end(kInTheFile), step.variable) != std::end(kInTheFile);
+    step.marks = isKept ? kVariableMark : 0;
+    finishChange();
+    push(std::move(step));
+    return {};
+}
+
+/// What was done, or undone, since it was saved.
+int BenchDrawing::unsavedMarks() const
+{
+    int marks = m_before ? kContentMark : 0;
+    if (!m_saved)
+        return marks | kContentMark;
+    for (std::size_t at = std::min(*m_saved, m_done); at < std::max(*m_saved, m_done); ++at)
+        marks |= m_steps[at].marks;
+    return marks;
 }
 
 const dwg::Document& BenchDrawing::seen()
@@ -158,59 +282,129 @@ dwg::HeaderVariables BenchDrawing::keptVariables() const
     return kept;
 }
 
-bool BenchDrawing::variablesChanged() const
+std::string BenchDrawing::blockSource(dwg::Handle block) const
 {
-    const dwg::HeaderVariables& saved = m_document.header;
-    const dwg::HeaderVariables now = keptVariables();
-    return now.dimScale != saved.dimScale || now.linetypeScale != saved.linetypeScale ||
-           now.insertionUnits != saved.insertionUnits || now.currentLayer != saved.currentLayer;
+    const auto found = m_blockSources.find(block);
+    return found == m_blockSources.end() ? std::string() : found->second;
 }
 
-Result<void> BenchDrawing::save(const std::string& path)
+Result<void> BenchDrawing::save()
 {
-    const std::string target = path.empty() ? m_path : path;
-    if (target.empty())
+    if (m_path.empty())
         return Error{ErrorCode::NotFound, "The drawing has no name yet"};
-    const bool inPlace = target == m_path;
-    if (inPlace && !isModified())
+    if (!isModified())
         return {};
-    const bool onlyProperties = inPlace && !m_lossReason.empty() && !m_geometryChanged && !variablesChanged();
-    const Result<void> saved = onlyProperties ? savePropertiesOnly(target) : saveWhole(target);
-    if (!saved)
-        return saved;
-    m_path = target;
-    m_geometryChanged = false;
+    if (!fileExists(m_path))
+        return Error{ErrorCode::NotFound, m_path + " is not there any more"};
+    if (isFileReadOnly())
+        return Error{ErrorCode::Denied, m_path + " is read-only"};
+    std::error_code none;
+    if (std::filesystem::last_write_time(m_path, none) != m_fileTime)
+        return Error{ErrorCode::Busy, m_path + " was changed by another program meanwhile"};
+    if (m_outlook.way == SaveWay::NewFile) {
+        if (unsavedMarks() != 0)
+            return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
+        return savePropertiesOnly();
+    }
+    return writeTo(m_path);
+}
+
+Result<void> BenchDrawing::saveAs(const std::string& path)
+{
+    const bool isOwn = !m_path.empty() && isSameFile(path, m_path);
+    if (isOwn && m_outlook.way == SaveWay::NewFile)
+        return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
+    if (isReadOnly(path))
+        return Error{ErrorCode::Denied, path + " is read-only"};
+    return writeTo(path);
+}
+
+std::vector<std::string> BenchDrawing::lossOfSaving(const std::string& path) const
+{
+    const bool isOwn = path.empty() || (!m_path.empty() && isSameFile(path, m_path));
+    if (m_outlook.way == SaveWay::Amended)
+        return unsavable(m_document, &*m_fileDocument);
+    if (m_outlook.way == SaveWay::Whole)
+        return unsavable(m_document);
+    return isOwn ? std::vector<std::string>() : m_outlook.missing;
+}
+
+Result<std::string> BenchDrawing::wholeFile(const dwg::Document& document)
+{
+    dwg::WriteOptions options;
+    options.properties = m_properties;
+    if (m_outlook.way == SaveWay::NewFile && m_properties.custom.size() > kMostCustomProperties)
+        options.properties->custom.resize(kMostCustomProperties);
+    options.preview = m_preview;
+    return dwg::writeDocument(document, options);
+}
+
+Result<void> BenchDrawing::writeTo(const std::string& path)
+{
+    finishChange();
+    const dwg::Document* const kept = m_fileDocument ? &*m_fileDocument : nullptr;
+    const bool loses = !unsavable(m_document, kept).empty();
+    dwg::Document document = loses ? savable(m_document, kept) : m_document;
+    document.header = keptVariables();
+    document.header.handleSeed = m_document.header.handleSeed;
+    storeExtents(document, seen());
+    std::optional<dwg::Pixels> painted = paintPreview ? paintPreview(seen()) : std::nullopt;
+    if (painted)
+        m_preview = std::move(painted);
+    const bool amends = m_outlook.way == SaveWay::Amended;
+    Result<std::string> bytes = Error{ErrorCode::Failed, {}};
+    if (amends) {
+        dwg::WriteOptions options;
+        if (m_propertiesChanged)
+            options.properties = m_properties;
+        if (paintPreview)
+            options.preview = m_preview;
+        bytes = dwg::amendDocument(m_file, document, options);
+    } else {
+        bytes = wholeFile(document);
+    }
+    if (!bytes)
+        return bytes.error();
+    const std::string target = withoutLinks(path);
+    if (const Result<void> written = replaceFile(target, target + ".new", *bytes); !written)
+        return written;
+    if (m_outlook.way == SaveWay::NewFile) {
+        m_outlook = {};
+        m_properties.custom.resize(std::min(m_properties.custom.size(), kMostCustomProperties));
+    }
+    document.version = dwg::Version::R2000;
+    document.damage.clear();
+    if (amends) {
+        m_file = std::move(*bytes);
+        m_fileDocument = document;
+    }
+    if (loses) {
+        // What is gone from the file is gone from the drawing, and cannot be undone to.
+        m_steps.clear();
+        m_done = 0;
+        ++m_revision;
+    }
+    m_document = std::move(document);
+    fileIsNow(path);
+    m_saved = m_done;
     m_propertiesChanged = false;
     return {};
 }
 
-Result<void> BenchDrawing::saveWhole(const std::string& path)
+Result<void> BenchDrawing::savePropertiesOnly()
 {
-    if (!m_lossReason.empty())
-        return Error{ErrorCode::Unsupported, "Not saved, for something would be lost: " + m_lossReason};
-    dwg::Document document = m_document;
-    document.header = keptVariables();
-    storeExtents(document, seen());
-    dwg::WriteOptions options;
-    options.properties = m_properties;
-    const Result<std::string> bytes = dwg::writeDocument(document, options);
-    if (!bytes)
-        return bytes.error();
-    if (const Result<void> written = replaceFile(path, path + ".new", *bytes); !written)
-        return written;
-    m_document = std::move(document);
-    return {};
-}
-
-Result<void> BenchDrawing::savePropertiesOnly(const std::string& path)
-{
-    const Result<std::string> old = readFile(path);
+    const Result<std::string> old = readFile(m_path);
     if (!old)
         return old.error();
     const Result<std::string> bytes = dwg::replaceProperties(*old, m_properties);
     if (!bytes)
         return bytes.error();
-    return replaceFile(path, path + ".new", *bytes);
+    const std::string target = withoutLinks(m_path);
+    if (const Result<void> written = replaceFile(target, target + ".new", *bytes); !written)
+        return written;
+    fileIsNow(m_path);
+    m_propertiesChanged = false;
+    return {};
 }
 
 } // namespace zv::bench

@@ -4,26 +4,45 @@
 #include "PromptLabel.h"
 #include "PropertiesDialog.h"
 
+#include "Commands.h"
+#include "drawing/paint/Picture.h"
+#include "platform/System.h"
 #include "platform/Text.h"
 #include "window/TextBytes.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
+
+/// Pictures of a library must be asked for, and that works outside namespaces only.
+static void initPictures()
+{
+    Q_INIT_RESOURCE(bench);
+}
 
 namespace zv::bench {
 
 namespace {
 
+constexpr const char *kApplication = "zelvora-bench", *kSection = "Window";
 constexpr int kHistoryLines = 5000;
 constexpr int kNarrowestLine = 120; ///< Room for an answer beside a long prompt.
 
@@ -48,6 +67,8 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     Drawings->setObjectName(QStringLiteral("Drawings"));
     Drawings->setDocumentMode(true);
     Drawings->setExpanding(false);
+    Drawings->setTabsClosable(true);
+    Drawings->setFocusPolicy(Qt::NoFocus);
     m_canvas = new Canvas(this);
     m_canvas->setObjectName(QStringLiteral("Canvas"));
     History = new QPlainTextEdit(this);
@@ -82,13 +103,29 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     column->addWidget(History);
     column->addLayout(lineRow);
     setCentralWidget(middle);
-    resize(960, 720);
+    initPictures();
+    setWindowIcon(QIcon(QStringLiteral(":/bench/bench.svg")));
+    makeMenus();
+    restorePlace();
 
     m_workshop.commandRuns = [this] { return !m_commandLine.isIdle(); };
     m_commandLine.changed = [this] { showPrompt(); };
     connect(m_canvas, &Canvas::picked, this, [this](double x, double y) {
         m_commandLine.pick({x, y, 0});
         m_line->setFocus();
+    });
+    connect(m_canvas, &Canvas::pressed, this, [this] { m_line->setFocus(); });
+    connect(m_canvas, &Canvas::entered, this, [this] {
+        m_line->setFocus();
+        enter();
+    });
+    connect(Drawings, &QTabBar::tabCloseRequested, this, [this](int index) {
+        if (index < 0 || index >= int(m_workshop.drawings().size()))
+            return;
+        const auto drawing = m_workshop.drawings()[std::size_t(index)];
+        if (drawing == m_workshop.active() && !m_commandLine.isIdle())
+            m_commandLine.cancel();
+        closeDrawing(m_workshop, drawing);
     });
     connect(m_canvas, &Canvas::pointed, this, [this](double x, double y) {
         Coordinates->setText(QStringLiteral("%1, %2").arg(x, 0, 'f', 4).arg(y, 0, 'f', 4));
@@ -127,24 +164,74 @@ void BenchWindow::fillTabs()
         Drawings->removeTab(Drawings->count() - 1);
     for (int index = 0; index < int(drawings.size()); ++index) {
         const BenchDrawing& drawing = *drawings[std::size_t(index)];
-        const QString title = toText(drawing.title() + (drawing.isModified() ? "*" : ""));
+        const SaveOutlook& outlook = drawing.outlook();
+        const bool isSealed = outlook.way == SaveWay::NewFile;
+        const QString title = toText(drawing.title() + (drawing.isModified() ? "*" : "")) +
+                              (isSealed                   ? tr(" (cannot be written)")
+                               : drawing.isFileReadOnly() ? tr(" (read-only)")
+                                                          : QString());
         if (index == Drawings->count())
             Drawings->addTab(title);
         Drawings->setTabText(index, title);
-        Drawings->setTabToolTip(index, toText(drawing.path()));
+        QString tip = toText(drawing.path());
+        if (isSealed)
+            tip += tr("\nThis file cannot be written: %1.").arg(toText(outlook.reason));
+        Drawings->setTabToolTip(index, tip);
         if (drawings[std::size_t(index)] == m_workshop.active())
             Drawings->setCurrentIndex(index);
     }
     m_fillingTabs = false;
 }
 
-std::string BenchWindow::chooseFile(bool toSave)
+/// From the folder that was used last, with the drawing's name.
+std::string BenchWindow::chooseFile(bool toSave, const std::string& suggested)
 {
     const DialogMark mark(m_dialogs);
     const QString filter = tr("Drawings (*.dwg *.DWG)");
-    const QString path = toSave ? QFileDialog::getSaveFileName(this, tr("Save Drawing As"), {}, filter)
-                                : QFileDialog::getOpenFileName(this, tr("Select File"), {}, filter);
+    const QFileInfo wanted(toText(suggested));
+    QString start = m_lastFolder.isEmpty() ? wanted.absolutePath() : m_lastFolder;
+    if (!suggested.empty())
+        start += QLatin1Char('/') + wanted.fileName();
+    const QString path = toSave ? QFileDialog::getSaveFileName(this, tr("Save Drawing As"), start, filter)
+                                : QFileDialog::getOpenFileName(this, tr("Select File"), start, filter);
+    if (!path.isEmpty()) {
+        m_lastFolder = QFileInfo(path).absolutePath();
+        setSettingsValue(kApplication, kSection, "folder", toBytes(m_lastFolder));
+    }
     return toBytes(path);
+}
+
+BenchWindow::Keep BenchWindow::askToKeep(const std::vector<std::string>& titles)
+{
+    const DialogMark mark(m_dialogs);
+    QStringList names;
+    for (const std::string& title : titles)
+        names += toText(title);
+    const bool isOne = names.size() == 1;
+    QMessageBox box(QMessageBox::Question, tr("Zelvora Bench"),
+                    isOne ? tr("Save the changes to %1?").arg(names.front())
+                          : tr("These drawings are not saved:\n\n%1").arg(names.join(QLatin1Char('\n'))),
+                    QMessageBox::NoButton, this);
+    box.setObjectName(QStringLiteral("KeepDrawings"));
+    const auto* const save = box.addButton(isOne ? tr("&Save") : tr("&Save all"), QMessageBox::AcceptRole);
+    const auto* const discard = box.addButton(tr("&Don't save"), QMessageBox::DestructiveRole);
+    auto* const cancel = box.addButton(QMessageBox::Cancel);
+    box.setDefaultButton(qobject_cast<QPushButton*>(box.buttons().front()));
+    for (QAbstractButton* const button : box.buttons()) {
+        if (button == save)
+            box.setDefaultButton(qobject_cast<QPushButton*>(button));
+    }
+    box.setEscapeButton(cancel);
+    box.exec();
+    return box.clickedButton() == save      ? Keep::Save
+           : box.clickedButton() == discard ? Keep::Discard
+                                            : Keep::Cancel;
+}
+
+std::optional<dwg::Pixels> BenchWindow::paintPreview(const dwg::Document& document)
+{
+    constexpr int kWidth = 256, kHeight = 192;
+    return dwg::renderPreview(document, kWidth, kHeight);
 }
 
 bool BenchWindow::editProperties(dwg::Properties& properties)
@@ -201,14 +288,22 @@ std::string BenchWindow::programPath() const
 
 bool BenchWindow::agreesToClose()
 {
-    bool anyModified = false;
-    for (const auto& drawing : m_workshop.drawings())
-        anyModified = anyModified || drawing->isModified();
-    if (!anyModified)
+    std::vector<std::shared_ptr<BenchDrawing>> unsaved;
+    std::vector<std::string> titles;
+    for (const auto& drawing : m_workshop.drawings()) {
+        if (!drawing->isModified())
+            continue;
+        unsaved.push_back(drawing);
+        titles.push_back(drawing->title());
+    }
+    if (unsaved.empty())
         return true;
-    const DialogMark mark(m_dialogs);
-    return QMessageBox::question(this, tr("Zelvora Bench"),
-                                 tr("Some drawings are not saved.\nClose all the same?")) == QMessageBox::Yes;
+    const Keep keep = askToKeep(titles);
+    return keep == Keep::Discard ||
+           (keep == Keep::Save && std::all_of(unsaved.begin(), unsaved.end(), [this](const auto& drawing) {
+                m_workshop.activate(drawing);
+                return keepDrawing(m_workshop, drawing);
+            }));
 }
 
 void BenchWindow::closeEvent(QCloseEvent* event)
@@ -217,6 +312,7 @@ void BenchWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    rememberPlace();
     event->accept();
     QCoreApplication::quit();
 }
@@ -242,6 +338,12 @@ bool BenchWindow::eventFilter(QObject* watched, QEvent* event)
         m_line->clear();
         m_commandLine.cancel();
         return true;
+    case Qt::Key_Up:
+        recall(-1);
+        return true;
+    case Qt::Key_Down:
+        recall(1);
+        return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
         enter();
@@ -253,9 +355,74 @@ bool BenchWindow::eventFilter(QObject* watched, QEvent* event)
 
 void BenchWindow::enter()
 {
-    const std::string typed = toBytes(m_line->text());
+    const QString typed = m_line->text();
+    if (!typed.isEmpty() && (m_typedLines.isEmpty() || m_typedLines.back() != typed))
+        m_typedLines += typed;
+    m_recalled = m_typedLines.size();
     m_line->clear();
-    m_commandLine.type(typed + "\r");
+    m_commandLine.type(toBytes(typed) + "\r");
+}
+
+/// Up and Down bring back what was typed before; behind the last line stands an empty one.
+void BenchWindow::recall(int step)
+{
+    m_recalled = qBound(qsizetype{0}, m_recalled + step, m_typedLines.size());
+    m_line->setText(m_recalled < m_typedLines.size() ? m_typedLines[m_recalled] : QString());
+}
+
+void BenchWindow::makeMenus()
+{
+    struct Entry {
+        const char* name;
+        QString caption;
+        QKeySequence keys;
+    };
+    const auto add = [this](const QString& title, const QList<Entry>& entries) {
+        QMenu* const menu = menuBar()->addMenu(title);
+        for (const Entry& entry : entries) {
+            QAction* const action = menu->addAction(entry.caption, entry.keys);
+            action->setObjectName(QLatin1String(entry.name));
+            const std::string command = entry.name;
+            // A command from the menu takes over, as Esc and its name typed would.
+            connect(action, &QAction::triggered, this, [this, command] {
+                m_line->clear();
+                m_commandLine.cancel();
+                m_commandLine.type(command + "\r");
+                m_line->setFocus();
+            });
+        }
+    };
+    add(tr("&File"), {{"NEW", tr("&New"), QKeySequence::New},
+                      {"OPEN", tr("&Open..."), QKeySequence::Open},
+                      {"CLOSE", tr("&Close"), {}},
+                      {"QSAVE", tr("&Save"), QKeySequence::Save},
+                      {"SAVEAS", tr("Save &As..."), {}},
+                      {"DWGPROPS", tr("Drawing &Properties..."), {}},
+                      {"QUIT", tr("E&xit"), {}}});
+    add(tr("&Edit"), {{"U", tr("&Undo"), QKeySequence::Undo},
+                      {"REDO", tr("&Redo"), QKeySequence::Redo},
+                      {"ERASE", tr("&Erase"), {}}});
+    add(tr("&View"), {{"ZOOM\rE", tr("Zoom to &Whole Drawing"), {}}, {"REGEN", tr("&Regenerate"), {}}});
+    add(tr("&Help"), {{"HELP", tr("&Commands"), QKeySequence::HelpContents}});
+}
+
+/// Where it stood last; the first time at the right edge of the screen, so that the program that starts it
+/// stays in sight.
+void BenchWindow::restorePlace()
+{
+    m_lastFolder = toText(settingsValue(kApplication, kSection, "folder", {}));
+    const QByteArray place =
+        QByteArray::fromBase64(QByteArray::fromStdString(settingsValue(kApplication, kSection, "place", {})));
+    if (!place.isEmpty() && restoreGeometry(place))
+        return;
+    const QRect room = screen()->availableGeometry();
+    resize(qMin(960, room.width() * 3 / 5), qMin(720, room.height() * 9 / 10));
+    move(room.right() - width(), room.top());
+}
+
+void BenchWindow::rememberPlace()
+{
+    setSettingsValue(kApplication, kSection, "place", saveGeometry().toBase64().toStdString());
 }
 
 void BenchWindow::showPrompt()

@@ -5,6 +5,7 @@
 #include "Workshop.h"
 
 #include <QMainWindow>
+#include <QStringList>
 
 class QLabel;
 class QLineEdit;
@@ -29,7 +30,9 @@ public:
     void write(const std::string& line) override;
     void zoom(const ZoomRequest& request) override;
     void refresh() override;
-    std::string chooseFile(bool toSave) override;
+    std::string chooseFile(bool toSave, const std::string& suggested) override;
+    Keep askToKeep(const std::vector<std::string>& titles) override;
+    std::optional<dwg::Pixels> paintPreview(const dwg::Document& document) override;
     bool editProperties(dwg::Properties& properties) override;
     double pickRadius() const override;
     void quit() override;
@@ -49,6 +52,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void makeMenus();
+    void restorePlace();
+    void rememberPlace();
+    void recall(int step);
     void enter();
     void showPrompt();
     void fillTabs();
@@ -62,6 +69,9 @@ private:
     PromptLabel* m_prompt;
     QLineEdit* m_line;
     QLabel* Coordinates;
+    QStringList m_typedLines; ///< The last one last.
+    qsizetype m_recalled = 0; ///< The line shown, one behind the last for none.
+    QString m_lastFolder;     ///< Of the file dialogs.
     int m_dialogs = 0;
     bool m_fillingTabs = false;
     bool m_forwarding = false; ///< A key goes to the command line just now.

@@ -268,8 +268,11 @@ void Canvas::drawCursor(QPainter& painter)
 
 void Canvas::mousePressEvent(QMouseEvent* event)
 {
+    Q_EMIT pressed();
     if (event->button() == Qt::MiddleButton)
         m_dragFrom = event->position();
+    if (event->button() == Qt::RightButton)
+        Q_EMIT entered();
     if (event->button() != Qt::LeftButton)
         return;
     const dwg::Point3 point = toDrawing(event->position());

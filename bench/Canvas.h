@@ -38,6 +38,8 @@ public:
     dwg::Box viewBox() const;
 
 Q_SIGNALS:
+    void pressed(); ///< With any button.
+    void entered(); ///< The right button, which stands for Enter.
     void picked(double x, double y);
     /// Where the pointer is, in drawing units.
     void pointed(double x, double y);

@@ -67,7 +67,15 @@ std::optional<double> numberOf(const Answer& answer);
 /// in front is ignored: "e", "ext" and "_Extents" all mean "Extents".
 bool isOption(const Answer& answer, const char* option);
 
-/// The command of this name, in capitals without its prefixes; null when there is none.
-std::unique_ptr<Command> makeCommand(const std::string& name, Workshop& workshop);
+/// What fits a prompt, in words.
+std::string expectation(const Prompt& prompt);
+
+/// A command that was asked for, or why it cannot run.
+struct CommandStart {
+    std::unique_ptr<Command> command;
+    std::string reason;
+};
+/// The command of this name, in capitals without its prefixes.
+CommandStart makeCommand(const std::string& name, Workshop& workshop);
 
 } // namespace zv::bench

@@ -2,6 +2,9 @@
 
 #include "platform/Text.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace zv::bench {
 
 namespace {
@@ -23,6 +26,15 @@ std::optional<dwg::Point3> pointOfList(const LispItem& item)
     return dwg::Point3{numbers[0], numbers[1], numbers.size() == 3 ? numbers[2] : 0};
 }
 
+std::string shownPoint(const dwg::Point3& point)
+{
+    constexpr double kShown = 1e4;
+    std::string text;
+    for (const double number : {point.x, point.y, point.z})
+        text += (text.empty() ? "" : ",") + numberText(std::round(number * kShown) / kShown + 0.0);
+    return text.ends_with(",0") ? text.substr(0, text.size() - 2) : text;
+}
+
 /// "_.-insert" and its like, in capitals and without what only says how the name is meant.
 std::string commandName(const std::string& entry)
 {
@@ -31,8 +43,31 @@ std::string commandName(const std::string& entry)
 
 } // namespace
 
+/// How many brackets and texts of an expression are still open; 0 when none is being typed.
+int CommandLine::openBrackets() const
+{
+    const std::size_t first = m_typed.find_first_not_of(kBlanks);
+    if (first == std::string::npos || m_typed[first] != '(' || (m_command && m_command->prompt().takesBlanks))
+        return 0;
+    int open = 0;
+    bool inText = false;
+    for (std::size_t at = first; at < m_typed.size(); ++at) {
+        if (inText && m_typed[at] == '\\')
+            ++at;
+        else if (m_typed[at] == '"')
+            inText = !inText;
+        else if (!inText && m_typed[at] == '(')
+            ++open;
+        else if (!inText && m_typed[at] == ')')
+            --open;
+    }
+    return std::max(open, 1);
+}
+
 Prompt CommandLine::prompt() const
 {
+    if (const int open = openBrackets(); open > 0)
+        return {"(" + std::to_string(open) + ">", true, false, {}};
     return m_command ? m_command->prompt() : Prompt{"Command:", false, false, {}};
 }
 
@@ -46,7 +81,7 @@ bool CommandLine::pick(const dwg::Point3& point)
 {
     if (!m_command || !m_command->prompt().takesPoint)
         return false;
-    m_workshop.front().write(prompt().text);
+    m_workshop.front().write(m_command->prompt().text + " " + shownPoint(point));
     Answer answer;
     answer.point = point;
     m_paused = false;
@@ -57,9 +92,9 @@ bool CommandLine::pick(const dwg::Point3& point)
 
 void CommandLine::cancel()
 {
-    m_typed.clear();
-    if (m_command)
+    if (m_command || openBrackets() > 0)
         m_workshop.front().write("*Cancel*");
+    m_typed.clear();
     stop();
     changed();
 }
@@ -95,8 +130,8 @@ bool CommandLine::advanceScript()
     }
     m_script.pop_front();
     if (item.kind == ScriptItem::Kind::SetVariable) {
-        Variables& variables = m_workshop.variablesFor(item.variable, m_workshop.active());
-        if (const Result<void> set = variables.set(item.variable, item.value); !set)
+        const Result<void> set = m_workshop.setVariable(item.variable, item.value, m_workshop.active());
+        if (!set)
             m_workshop.front().write("; error: " + set.error().text);
     } else if (item.kind == ScriptItem::Kind::Answer) {
         feed(item.answer);
@@ -148,7 +183,8 @@ bool CommandLine::takeExpression()
         m_workshop.front().write("; error: malformed expression");
         return false;
     }
-    m_workshop.front().write(prompt().text + " " + m_typed.substr(0, used));
+    m_workshop.front().write((m_command ? m_command->prompt().text : "Command:") + " " +
+                             m_typed.substr(0, used));
     // The Enter behind an expression belongs to it.
     if (used < m_typed.size() && m_typed.find_first_of("\r\n ", used) == used)
         ++used;
@@ -231,6 +267,8 @@ void CommandLine::feed(const Answer& answer)
     } else if (step == Step::Invalid && answer.scripted) {
         m_workshop.front().write("; error: Function cancelled");
         stop();
+    } else if (step == Step::Invalid) {
+        m_workshop.front().write(expectation(running->prompt()));
     }
 }
 
@@ -239,14 +277,14 @@ void CommandLine::start(const std::string& entry)
     const std::string name = entry.empty() ? m_lastName : commandName(entry);
     if (name.empty())
         return;
-    std::unique_ptr<Command> command = makeCommand(name, m_workshop);
-    if (!command) {
-        m_workshop.front().write("Unknown command \"" + name + "\".");
+    CommandStart started = makeCommand(name, m_workshop);
+    if (!started.command) {
+        m_workshop.front().write(started.reason);
         m_script.clear();
         return;
     }
     m_lastName = name;
-    begin(std::move(command));
+    begin(std::move(started.command));
 }
 
 void CommandLine::begin(std::unique_ptr<Command> command)

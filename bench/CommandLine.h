@@ -43,6 +43,7 @@ private:
         AutomationValue value;
     };
 
+    int openBrackets() const;
     void advance();
     bool advanceScript();
     bool advanceTyped();

@@ -13,9 +13,16 @@ std::unique_ptr<Command> makeXref(Workshop& workshop);
 std::unique_ptr<Command> makeErase(Workshop& workshop);
 std::unique_ptr<Command> makeDrawCommand(const std::string& name, Workshop& workshop);
 std::unique_ptr<Command> makeFileCommand(const std::string& name, Workshop& workshop);
+std::unique_ptr<Command> makeSaveCommand(bool underNewName, Workshop& workshop);
 std::unique_ptr<Command> makeViewCommand(const std::string& name, Workshop& workshop);
 /// Asks for a variable's new value.
 std::unique_ptr<Command> makeSetVariable(const std::string& variable, Workshop& workshop);
+
+/// Closes a drawing; one that is not saved only as the user says. False when it stays open.
+bool closeDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing);
+/// Saves a drawing without asking at the command line; a new one under a name that the user chooses in a
+/// dialog. False, and the reason told, when it is not saved.
+bool keepDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing);
 
 /// A command without prompts.
 class PlainCommand final : public Command {

@@ -37,7 +37,7 @@ Result<dwg::Handle> importAsBlock(dwg::Document& into, const dwg::Document& from
 /// Takes a block away that no insert needs any more.
 void removeBlock(dwg::Document& document, dwg::Handle block);
 
-/// What of a file would be lost if its document were written anew, in words; empty when nothing would.
-std::string lossOfRewriting(const ByteSource& source, const dwg::Document& document);
+/// Whether a block of one drawing looks as the model space of another, with the same values to ask for.
+bool looksAs(const dwg::Document& document, dwg::Handle block, const dwg::Document& other);
 
 } // namespace zv::bench

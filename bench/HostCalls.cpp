@@ -45,8 +45,11 @@ HostObjects::Reply HostObjects::call(const Object& object, const std::string& na
 HostObjects::Reply HostObjects::callDocuments(const std::string& name, const Arguments& arguments)
 {
     const Json* const first = argument(arguments, 0);
-    if (name == "ADD")
+    if (name == "ADD") {
+        if (const auto unsaved = m_program.workshop.unsavedBeforeNext())
+            return Failure{"failed", unsaved->title() + " is not saved, and only one drawing can be open"};
         return give({Kind::Document, m_program.workshop.add(), 0});
+    }
     if (name == "OPEN") {
         if (first == nullptr || first->text() == nullptr)
             return Failure{"bad-argument", "Open takes a path"};
@@ -86,11 +89,9 @@ HostObjects::Reply HostObjects::callDocument(const Object& object, const std::st
         return closeDocument(object, arguments);
     if (name == "SAVE" || name == "SAVEAS") {
         const Json* const path = argument(arguments, 0);
-        const Result<void> saved = object.drawing->save(path != nullptr ? textOf(*path) : std::string());
-        if (!saved)
-            return Failure{"failed", saved.error().text};
+        const Reply saved = save(object, path != nullptr ? textOf(*path) : std::string());
         m_program.workshop.front().refresh();
-        return Json();
+        return saved;
     }
     if (name == "ACTIVATE") {
         m_program.workshop.activate(object.drawing);
@@ -114,23 +115,38 @@ HostObjects::Reply HostObjects::variable(const Object& object, const std::string
         return variableJson(*value);
     }
     const Json* const value = argument(arguments, 1);
-    const Result<void> set =
-        variables.set(variableName, value != nullptr ? variableValue(*value) : AutomationValue());
+    const Result<void> set = m_program.workshop.setVariable(
+        variableName, value != nullptr ? variableValue(*value) : AutomationValue(), object.drawing);
     if (!set)
         return Failure{"bad-argument", set.error().text};
+    return Json();
+}
+
+/// Nobody can be asked, so nothing is left out.
+HostObjects::Reply HostObjects::save(const Object& object, const std::string& path)
+{
+    const std::vector<std::string> loss = object.drawing->lossOfSaving(path);
+    if (!loss.empty() && (object.drawing->isModified() || !path.empty()))
+        return Failure{"failed", "The file would not have: " + joined(loss)};
+    if (const auto other = path.empty() ? nullptr : m_program.workshop.drawingOf(path);
+        other && other != object.drawing)
+        return Failure{"failed", path + " is open in another tab"};
+    const Result<void> saved = object.drawing->save(path);
+    if (!saved)
+        return Failure{"failed", saved.error().text};
     return Json();
 }
 
 /// Close([save], [name]): without saving if the first is false; a changed drawing is saved otherwise.
 HostObjects::Reply HostObjects::closeDocument(const Object& object, const Arguments& arguments)
 {
-    const Json* const save = argument(arguments, 0);
-    const bool saves = save == nullptr || save->boolean() == nullptr || *save->boolean();
+    const Json* const wish = argument(arguments, 0);
+    const bool saves = wish == nullptr || wish->boolean() == nullptr || *wish->boolean();
     if (saves && object.drawing->isModified()) {
         const Json* const name = argument(arguments, 1);
-        const Result<void> saved = object.drawing->save(name != nullptr ? textOf(*name) : std::string());
-        if (!saved)
-            return Failure{"failed", saved.error().text};
+        const Reply saved = save(object, name != nullptr ? textOf(*name) : std::string());
+        if (std::holds_alternative<Failure>(saved))
+            return saved;
     }
     if (m_program.workshop.active() == object.drawing && !m_program.commandLine.isIdle())
         m_program.commandLine.cancel();

@@ -83,6 +83,7 @@ private:
     Reply callUtility(const Object& object, const std::string& name, const Arguments& arguments,
                       const Respond& finish);
     Reply variable(const Object& object, const std::string& name, const Arguments& arguments);
+    Reply save(const Object& object, const std::string& path);
     Reply closeDocument(const Object& object, const Arguments& arguments);
     Reply askPoint(const Object& object, const Arguments& arguments, const Respond& finish);
     Reply askText(const Object& object, const Arguments& arguments, const Respond& finish);

@@ -5,6 +5,7 @@
 #include "Placement.h"
 #include "Similarity.h"
 
+#include "platform/Files.h"
 #include "platform/Text.h"
 
 #include <cmath>
@@ -16,8 +17,6 @@ namespace {
 class InsertCommand final : public Command {
 public:
     explicit InsertCommand(Workshop& workshop) : m_workshop(workshop), m_drawing(workshop.active()) {}
-
-    Step begin() override { return m_drawing ? Step::More : Step::Done; }
 
     Prompt prompt() const override
     {
@@ -55,6 +54,7 @@ private:
     Step nameAnswer(const Answer& answer);
     Step listBlocks();
     Result<dwg::Handle> blockFor(const std::string& name);
+    bool isOtherThan(const dwg::BlockRecord& there, const std::string& file) const;
     Result<dwg::Handle> blockFromFile(const std::string& path, const std::string& name);
     Step placed();
     Step insert();
@@ -80,7 +80,7 @@ Step InsertCommand::nameAnswer(const Answer& answer)
     if (name == "?")
         return listBlocks();
     if (name == "~")
-        name = m_workshop.front().chooseFile(false);
+        name = m_workshop.front().chooseFile(false, {});
     m_inParts = name.starts_with("*");
     if (m_inParts)
         name.erase(0, 1);
@@ -112,19 +112,35 @@ Step InsertCommand::listBlocks()
     return Step::Done;
 }
 
-/// "name=path" takes the file anew, a bare name a block of the drawing before any file, and a path a block of
-/// the file's name if there is one already.
+/// "name=path" takes the file anew, unless a file of that very path is there; a bare name takes a block of
+/// the drawing before any file, and so does a path, but then the drafter is told when the file is another
+/// one.
 Result<dwg::Handle> InsertCommand::blockFor(const std::string& name)
 {
-    if (const std::size_t equals = name.find('='); equals != std::string::npos)
+    const std::string file = findDrawingFile(name, m_drawing->path());
+    if (const std::size_t equals = name.find('='); equals != std::string::npos && file.empty())
         return blockFromFile(name.substr(equals + 1), name.substr(0, equals));
     const std::string blockName = fileStem(name);
     if (const dwg::BlockRecord* there = findBlock(m_drawing->document(), wide(blockName))) {
         if (there->xref)
             return Error{ErrorCode::Failed, "\"" + blockName + "\" is an external reference"};
+        const bool isPath = fileNamePart(name).size() != name.size();
+        if (isPath && !file.empty() && isOtherThan(*there, file))
+            m_workshop.front().write("Block " + blockName + " is in the drawing already; " + name +
+                                     " was not read");
         return there->handle;
     }
     return blockFromFile(name, blockName);
+}
+
+/// Whether the file holds something else than the block.
+bool InsertCommand::isOtherThan(const dwg::BlockRecord& there, const std::string& file) const
+{
+    const std::string source = m_drawing->blockSource(there.handle);
+    if (!source.empty() && isSameFile(source, file))
+        return false;
+    const auto content = XrefFiles().read(file);
+    return !content || !looksAs(m_drawing->document(), there.handle, **content);
 }
 
 Result<dwg::Handle> InsertCommand::blockFromFile(const std::string& path, const std::string& name)
@@ -132,11 +148,16 @@ Result<dwg::Handle> InsertCommand::blockFromFile(const std::string& path, const 
     const std::string file = findDrawingFile(path, m_drawing->path());
     if (file.empty())
         return Error{ErrorCode::NotFound, "\"" + path + "\": Can't find file in search path"};
-    const Result<std::shared_ptr<BenchDrawing>> loaded = BenchDrawing::load(file);
-    if (!loaded)
-        return Error{loaded.error().code, file + ": " + loaded.error().text};
+    const auto content = XrefFiles().read(file);
+    if (!content)
+        return Error{content.error().code, namingFile(file, content.error())};
+    if (const auto lost = unsavable(**content); !lost.empty())
+        m_workshop.front().write(file + " holds what this program cannot save: " + joined(lost));
     m_imported = true;
-    return importAsBlock(m_drawing->document(), (*loaded)->document(), wide(name));
+    const Result<dwg::Handle> block = importAsBlock(m_drawing->document(), **content, wide(name));
+    if (block)
+        m_drawing->setBlockSource(*block, file);
+    return block;
 }
 
 Step InsertCommand::placed()

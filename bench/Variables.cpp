@@ -49,21 +49,21 @@ Result<void> Variables::set(std::string_view name, const AutomationValue& value)
     return {};
 }
 
-Result<void> Variables::setFromText(std::string_view name, const std::string& text)
+Result<AutomationValue> Variables::valueOf(std::string_view name, const std::string& text) const
 {
     const Result<AutomationValue> old = get(name);
     if (!old)
         return old.error();
     if (std::holds_alternative<std::string>(*old))
-        return set(name, text);
+        return AutomationValue(text);
     double number = 0;
     if (!textNumber(text, number))
         return Error{ErrorCode::Failed, "Requires a number"};
     if (std::holds_alternative<double>(*old))
-        return set(name, number);
+        return AutomationValue(number);
     if (number != std::trunc(number) || std::abs(number) > 1e9)
         return Error{ErrorCode::Failed, "Requires an integer value"};
-    return set(name, static_cast<std::int64_t>(number));
+    return AutomationValue(static_cast<std::int64_t>(number));
 }
 
 std::int64_t Variables::whole(std::string_view name) const

@@ -26,8 +26,8 @@ public:
     Result<AutomationValue> get(std::string_view name) const;
     /// Errors: NotFound; Denied, it can only be read; Failed, a value of another kind or out of range.
     Result<void> set(std::string_view name, const AutomationValue& value);
-    /// Sets from typed text. Errors: as above.
-    Result<void> setFromText(std::string_view name, const std::string& text);
+    /// The value that a typed text means for a variable. Errors: NotFound; Failed, it is none of its kind.
+    Result<AutomationValue> valueOf(std::string_view name, const std::string& text) const;
 
     std::int64_t whole(std::string_view name) const;
     double real(std::string_view name) const;

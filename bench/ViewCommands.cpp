@@ -73,9 +73,9 @@ private:
 
 std::unique_ptr<Command> makeViewCommand(const std::string& name, Workshop& workshop)
 {
-    if (name == "ZOOM" || name == "Z")
+    if (name == "ZOOM")
         return std::make_unique<ZoomCommand>(workshop);
-    if (name == "REGEN" || name == "RE" || name == "REDRAW")
+    if (name == "REGEN")
         return std::make_unique<PlainCommand>([] {});
     return nullptr;
 }

@@ -30,34 +30,62 @@ void Workshop::activate(const std::shared_ptr<BenchDrawing>& drawing)
     m_front.refresh();
 }
 
-std::shared_ptr<BenchDrawing> Workshop::add()
+void Workshop::takeIn(const std::shared_ptr<BenchDrawing>& drawing)
 {
     if (isSingle())
         m_drawings.clear();
-    auto drawing = std::make_shared<BenchDrawing>("Drawing" + std::to_string(++m_lastNumber) + ".dwg");
+    drawing->paintPreview = [this](const dwg::Document& document) { return m_front.paintPreview(document); };
     m_drawings.push_back(drawing);
     activate(drawing);
-    return drawing;
+}
+
+std::shared_ptr<BenchDrawing> Workshop::add()
+{
+    takeIn(std::make_shared<BenchDrawing>("Drawing" + std::to_string(++m_lastNumber) + ".dwg"));
+    return m_active;
+}
+
+std::shared_ptr<BenchDrawing> Workshop::unsavedBeforeNext() const
+{
+    return isSingle() && m_active && m_active->isModified() ? m_active : nullptr;
+}
+
+std::shared_ptr<BenchDrawing> Workshop::drawingOf(const std::string& path) const
+{
+    const auto found = std::find_if(m_drawings.begin(), m_drawings.end(), [&](const auto& drawing) {
+        return !drawing->path().empty() && isSameFile(drawing->path(), path);
+    });
+    return found == m_drawings.end() ? nullptr : *found;
 }
 
 Result<std::shared_ptr<BenchDrawing>> Workshop::open(const std::string& path)
 {
-    const auto already = std::find_if(m_drawings.begin(), m_drawings.end(),
-                                      [&](const auto& drawing) { return drawing->path() == path; });
-    if (already != m_drawings.end()) {
-        activate(*already);
+    if (const auto already = drawingOf(path)) {
+        activate(already);
         return m_active;
     }
-    if (isSingle() && m_active && m_active->isModified())
+    if (unsavedBeforeNext())
         return Error{ErrorCode::Busy, m_active->title() + " is not saved, and only one drawing can be open"};
     Result<std::shared_ptr<BenchDrawing>> loaded = BenchDrawing::load(path);
     if (!loaded)
         return loaded;
-    if (isSingle())
-        m_drawings.clear();
-    m_drawings.push_back(*loaded);
-    activate(*loaded);
+    takeIn(*loaded);
+    tellOutlook(**loaded);
     return loaded;
+}
+
+/// What a drafter must know before he works on what he may not be able to save.
+void Workshop::tellOutlook(const BenchDrawing& drawing)
+{
+    const SaveOutlook& outlook = drawing.outlook();
+    if (outlook.way == SaveWay::NewFile) {
+        m_front.write(drawing.path() + " itself cannot be written: " + outlook.reason + ".");
+        m_front.write(outlook.missing.empty()
+                          ? "SAVEAS to a new name saves all of it."
+                          : "SAVEAS to a new name would leave out: " + joined(outlook.missing) + ".");
+    } else if (drawing.isFileReadOnly()) {
+        m_front.write(drawing.path() + " is read-only. SAVEAS saves to a new name.");
+    }
 }
 
 void Workshop::close(const std::shared_ptr<BenchDrawing>& drawing)
@@ -74,6 +102,13 @@ void Workshop::close(const std::shared_ptr<BenchDrawing>& drawing)
 Variables& Workshop::variablesFor(std::string_view name, const std::shared_ptr<BenchDrawing>& drawing)
 {
     return drawing && drawing->variables().has(name) ? drawing->variables() : m_variables;
+}
+
+Result<void> Workshop::setVariable(std::string_view name, const AutomationValue& value,
+                                   const std::shared_ptr<BenchDrawing>& drawing)
+{
+    return drawing && drawing->variables().has(name) ? drawing->setVariable(name, value)
+                                                     : m_variables.set(name, value);
 }
 
 } // namespace zv::bench

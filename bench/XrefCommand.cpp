@@ -16,8 +16,6 @@ class XrefCommand final : public Command {
 public:
     explicit XrefCommand(Workshop& workshop) : m_workshop(workshop), m_drawing(workshop.active()) {}
 
-    Step begin() override { return m_drawing ? Step::More : Step::Done; }
-
     Prompt prompt() const override
     {
         switch (m_stage) {
@@ -84,12 +82,13 @@ private:
             return Step::Invalid;
         m_stage = Stage::File;
         const bool dialog = m_workshop.variables().whole("FILEDIA") != 0 && !answer.scripted;
-        return dialog ? fileAnswer({m_workshop.front().chooseFile(false), std::nullopt, false}) : Step::More;
+        return dialog ? fileAnswer({m_workshop.front().chooseFile(false, {}), std::nullopt, false})
+                      : Step::More;
     }
 
     Step fileAnswer(const Answer& answer)
     {
-        const std::string typed = answer.text == "~" ? m_workshop.front().chooseFile(false) : answer.text;
+        const std::string typed = answer.text == "~" ? m_workshop.front().chooseFile(false, {}) : answer.text;
         const std::string file = typed.empty() ? std::string() : findDrawingFile(typed, m_drawing->path());
         if (file.empty()) {
             m_workshop.front().write("\"" + typed + "\": Can't find file in search path");
@@ -109,7 +108,7 @@ private:
     Result<void> attach(const std::string& file)
     {
         const std::string name = fileStem(file);
-        if (file == m_drawing->path())
+        if (isSameFile(file, m_drawing->path()))
             return Error{ErrorCode::Failed, "A drawing cannot refer to itself"};
         const Result<std::shared_ptr<const dwg::Document>> content = XrefFiles().read(file);
         if (!content)

@@ -25,7 +25,16 @@ protected:
     void write(const std::string& text) override { history.push_back(text); }
     void zoom(const ZoomRequest& request) override { zooms.push_back(request); }
     void refresh() override {}
-    std::string chooseFile(bool) override { return chosenFile; }
+    std::string chooseFile(bool, const std::string& suggested) override
+    {
+        suggestedFile = suggested;
+        return chosenFile;
+    }
+    Keep askToKeep(const std::vector<std::string>& titles) override
+    {
+        askedFor = titles;
+        return keep;
+    }
     bool editProperties(dwg::Properties& properties) override
     {
         properties.comments = u"edited";
@@ -62,7 +71,9 @@ protected:
     TemporaryFolder folder;
     std::vector<std::string> history;
     std::vector<ZoomRequest> zooms;
-    std::string chosenFile;
+    std::string chosenFile, suggestedFile;
+    std::vector<std::string> askedFor;
+    Keep keep = Keep::Cancel;
     Workshop workshop{*this};
     CommandLine line{workshop};
 };

@@ -1,5 +1,6 @@
 #include "BenchFixture.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace zv::bench {
@@ -42,7 +43,7 @@ TEST_F(Insert, APickedPointLeavesItsPromptInTheHistory)
 {
     line.type("_.-insert\r" + makeBolt() + "\r");
     line.pick({3, 4, 0});
-    EXPECT_EQ(history.back(), "Specify insertion point or [Scale/X/Y/Z/Rotate]:");
+    EXPECT_EQ(history.back(), "Specify insertion point or [Scale/X/Y/Z/Rotate]: 3,4");
 }
 
 TEST_F(Insert, TypedExplodedInsertionPutsThePartsAtThePoint)
@@ -187,6 +188,54 @@ TEST_F(Insert, UnitsScaleByTheirRatioAndNoneByNothing)
     ASSERT_EQ(entities().size(), 2U);
     EXPECT_NEAR(shape<dwg::Insert>(0).scale.x, 0.01, 1e-15);
     EXPECT_EQ(shape<dwg::Insert>(1).scale.x, 1);
+}
+
+TEST_F(Insert, DrafterIsToldWhenAFileOfATakenNameIsAnotherOne)
+{
+    std::filesystem::create_directory(folder.file("B"));
+    const std::string first = makeBolt();
+    dwg::Document other = emptyDocument();
+    other.blocks[other.modelSpace].entities.push_back(
+        newEntity(other, "CIRCLE", dwg::Circle{{0, 0, 0}, 5, 0, dwg::kZAxis}, 0));
+    const std::string second = folder.write("B/Bolt.dwg", dwg::writeDocument(other, {}).valueOr(""));
+    line.type(command(first, "1") + "0,0\r0\r");
+    line.type(command(first, "1") + "0,0\r0\r");
+    const std::string told = "Block Bolt is in the drawing already; " + second + " was not read";
+    EXPECT_EQ(std::count(history.begin(), history.end(), told), 0);
+    line.type(command(second, "1") + "0,0\r0\r");
+    EXPECT_EQ(std::count(history.begin(), history.end(), told), 1);
+    EXPECT_EQ(entities().size(), 3U);
+}
+
+TEST_F(Insert, SameFileAfterReopeningIsNotTold)
+{
+    const std::string bolt = makeBolt();
+    line.type(command(bolt, "1") + "0,0\r0\r");
+    const std::string plan = folder.file("Plan.dwg");
+    ASSERT_TRUE(drawing().save(plan));
+    workshop.close(workshop.active());
+    ASSERT_TRUE(workshop.open(plan));
+    history.clear();
+    line.type(command(bolt, "1") + "0,0\r0\r");
+    for (const std::string& told : history)
+        EXPECT_EQ(told.find("was not read"), std::string::npos) << told;
+}
+
+TEST_F(Insert, EqualsInAFoldersNameIsNoOtherName)
+{
+    std::filesystem::create_directory(folder.file("a=b"));
+    makeBolt("a=b/Bolt.dwg");
+    line.type(command(folder.file("a=b/Bolt.dwg"), "1") + "0,0\r0\r");
+    ASSERT_EQ(entities().size(), 1U);
+    EXPECT_NE(findBlock(drawing().document(), u"Bolt"), nullptr);
+}
+
+TEST_F(Insert, WithoutADrawingSaysSo)
+{
+    workshop.close(workshop.active());
+    line.type("-INSERT\r");
+    EXPECT_EQ(history.back(), "No drawing is open. NEW begins one, OPEN opens one.");
+    EXPECT_TRUE(line.isIdle());
 }
 
 TEST_F(Insert, BlockThatWouldHoldItselfIsRefused)

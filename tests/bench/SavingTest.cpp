@@ -1,0 +1,222 @@
+#include "BenchFixture.h"
+
+#include "drawing/properties/PropertiesReader.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+
+namespace zv::bench {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Work goes to files by typed commands.
+class Saving : public BenchFixture {
+protected:
+    Saving() { static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{0})); }
+
+    bool wasTold(const std::string& text) const
+    {
+        return std::any_of(history.begin(), history.end(),
+                           [&](const std::string& each) { return each.find(text) != std::string::npos; });
+    }
+    /// A saved drawing with a circle, open.
+    std::string makePlan()
+    {
+        const std::string path = folder.file("Plan.dwg");
+        line.type("CIRCLE 0,0 1 SAVEAS\r" + path + "\r");
+        EXPECT_EQ(drawing().path(), path) << history.back();
+        return path;
+    }
+};
+
+TEST_F(Saving, WhatWasSavedIsOpenedWorkedOnAndSavedAgain)
+{
+    const std::string path = folder.file("Plan.dwg");
+    line.type("NEW\rCIRCLE 0,0 1 SAVEAS\r" + path + "\rCLOSE\r");
+    for (std::size_t round = 2; round < 6; ++round) {
+        line.type("OPEN\r" + path + "\rCIRCLE 3,3 " + std::to_string(round) + " .DWGPROPS\rQSAVE\r");
+        EXPECT_FALSE(drawing().isModified()) << history.back();
+        line.type("CLOSE\r");
+        const auto again = BenchDrawing::load(path);
+        ASSERT_TRUE(again);
+        EXPECT_EQ((*again)->modelSpace().entities.size(), round);
+        EXPECT_EQ((*again)->properties().comments, u"edited");
+        EXPECT_EQ((*again)->outlook().way, SaveWay::Whole) << (*again)->outlook().reason;
+    }
+}
+
+TEST_F(Saving, PreviewIsKept)
+{
+    dwg::WriteOptions options;
+    options.preview.emplace().width = 8;
+    options.preview->height = 4;
+    options.preview->bgra.assign(8 * 4 * 4, 0x55);
+    const std::string path =
+        folder.write("Seen.dwg", dwg::writeDocument(emptyDocument(), options).valueOr(""));
+    line.type("OPEN\r" + path + "\rCIRCLE 0,0 1 QSAVE\r");
+    EXPECT_FALSE(drawing().isModified()) << history.back();
+    const std::string bytes = folder.read("Seen.dwg");
+    const auto previews = dwg::readPreviews(MemorySource(std::as_bytes(std::span(bytes))));
+    ASSERT_TRUE(previews);
+    ASSERT_EQ(previews->size(), 1U);
+    EXPECT_EQ(previews->front().width, 8);
+}
+
+TEST_F(Saving, SaveAsAsksBeforeItReplaces)
+{
+    const std::string taken = folder.write("Taken.dwg", "old");
+    line.type("CIRCLE 0,0 1 SAVEAS\r" + taken + "\r");
+    EXPECT_EQ(prompt(), taken + " already exists. Do you want to replace it? <N>");
+    line.type("\r");
+    EXPECT_EQ(folder.read("Taken.dwg"), "old");
+    EXPECT_TRUE(drawing().isModified());
+    line.type("SAVEAS\r" + taken + "\rY\r");
+    EXPECT_NE(folder.read("Taken.dwg"), "old");
+    EXPECT_FALSE(drawing().isModified());
+}
+
+TEST_F(Saving, SaveAsRefusesAFileOfAnotherTab)
+{
+    const std::string path = makePlan();
+    const std::string before = folder.read("Plan.dwg");
+    line.type("NEW\rLINE 0,0 1,1 \rSAVEAS\r" + path + "\r");
+    EXPECT_TRUE(wasTold(path + " is open in another tab."));
+    EXPECT_TRUE(line.isIdle());
+    EXPECT_EQ(folder.read("Plan.dwg"), before);
+    EXPECT_TRUE(drawing().isModified());
+}
+
+TEST_F(Saving, SaveAsInADialogStartsFromTheDrawingsName)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{1}));
+    chosenFile = folder.file("Chosen.dwg");
+    line.type("CIRCLE 0,0 1 SAVEAS\r");
+    EXPECT_EQ(suggestedFile, "Drawing1.dwg");
+    EXPECT_EQ(drawing().path(), chosenFile);
+}
+
+TEST_F(Saving, ClosingUnsavedWorkAsks)
+{
+    line.type("CIRCLE 0,0 1 CLOSE\r");
+    EXPECT_EQ(askedFor, std::vector<std::string>{"Drawing1.dwg"});
+    EXPECT_EQ(workshop.drawings().size(), 1U) << "Cancel keeps it open";
+    keep = Keep::Save;
+    chosenFile = folder.file("Kept.dwg");
+    line.type("CLOSE\r");
+    EXPECT_TRUE(workshop.drawings().empty());
+    EXPECT_TRUE(fileExists(chosenFile));
+}
+
+TEST_F(Saving, ClosingWithoutSavingLeavesTheFile)
+{
+    const std::string path = makePlan();
+    const std::string before = folder.read("Plan.dwg");
+    keep = Keep::Discard;
+    line.type("CIRCLE 0,0 2 CLOSE\r");
+    EXPECT_TRUE(workshop.drawings().empty());
+    EXPECT_EQ(folder.read("Plan.dwg"), before);
+}
+
+TEST_F(Saving, NewAndOpenInTheSingleModeAsk)
+{
+    const std::string other = makeBolt();
+    line.type("SDI 1 CIRCLE 0,0 1 NEW\r");
+    EXPECT_EQ(askedFor.size(), 1U);
+    EXPECT_EQ(entities().size(), 1U);
+    askedFor.clear();
+    line.type("OPEN\r" + other + "\r");
+    EXPECT_EQ(askedFor.size(), 1U);
+    EXPECT_EQ(entities().size(), 1U);
+    keep = Keep::Discard;
+    line.type("NEW\r");
+    EXPECT_TRUE(entities().empty());
+    EXPECT_EQ(workshop.drawings().size(), 1U);
+}
+
+TEST_F(Saving, ReadOnlyFileIsToldAndAnotherNameOffered)
+{
+    const std::string path = makePlan();
+    fs::permissions(path, fs::perms::owner_read);
+    const std::string before = folder.read("Plan.dwg");
+    line.type("CIRCLE 0,0 2 QSAVE\r");
+    EXPECT_TRUE(wasTold(path + " is read-only"));
+    EXPECT_EQ(prompt(), "Save under another name? [Yes/No] <Yes>:");
+    line.type("\r" + folder.file("Other.dwg") + "\r");
+    EXPECT_FALSE(drawing().isModified());
+    EXPECT_EQ(drawing().path(), folder.file("Other.dwg"));
+    EXPECT_EQ(folder.read("Plan.dwg"), before);
+}
+
+TEST_F(Saving, FileThatAnotherProgramChangedIsNotWrittenOver)
+{
+    const std::string path = makePlan();
+    folder.write("Plan.dwg", "of another program");
+    fs::last_write_time(path, fs::last_write_time(path) + std::chrono::seconds(5));
+    line.type("CIRCLE 0,0 2 QSAVE\r");
+    EXPECT_TRUE(wasTold("was changed by another program meanwhile"));
+    EXPECT_EQ(folder.read("Plan.dwg"), "of another program");
+    line.type("N\r");
+    EXPECT_TRUE(line.isIdle());
+    EXPECT_TRUE(drawing().isModified());
+}
+
+TEST_F(Saving, FileThatIsGoneIsToldAndCanBeSavedAgain)
+{
+    const std::string path = makePlan();
+    fs::remove(path);
+    line.type("CIRCLE 0,0 2 QSAVE\r");
+    EXPECT_TRUE(wasTold(path + " is not there any more"));
+    line.type("Y\r" + path + "\r");
+    EXPECT_TRUE(fileExists(path));
+    EXPECT_FALSE(drawing().isModified());
+}
+
+TEST_F(Saving, ModeOfTheFileIsKeptAndALinkStaysOne)
+{
+    const std::string path = makePlan();
+    const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
+    fs::permissions(path, mode);
+    const std::string link = folder.file("Link.dwg");
+    fs::create_symlink(path, link);
+    keep = Keep::Discard;
+    line.type("CLOSE\rOPEN\r" + link + "\rCIRCLE 0,0 2 QSAVE\r");
+    EXPECT_FALSE(drawing().isModified()) << history.back();
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(fs::status(path).permissions(), mode);
+    EXPECT_EQ((*BenchDrawing::load(path))->modelSpace().entities.size(), 2U);
+}
+
+TEST_F(Saving, AFileByAnotherPathIsTheSameDrawing)
+{
+    const std::string path = makePlan();
+    const std::string link = folder.file("Link.dwg");
+    fs::create_symlink(path, link);
+    for (const std::string& other : {link, folder.file("./Plan.dwg")}) {
+        line.type("OPEN\r" + other + "\r");
+        EXPECT_EQ(workshop.drawings().size(), 1U) << other;
+    }
+}
+
+TEST_F(Saving, WhatNoFileCanTakeIsListedAndAskedAbout)
+{
+    dwg::Entity strange = newEntity(drawing().document(), "ACIDBLOB", dwg::Unknown{}, 0);
+    drawing().beginChange();
+    entities().push_back(strange);
+    const std::string path = folder.file("Plan.dwg");
+    line.type("CIRCLE 0,0 1 SAVEAS\r" + path + "\r");
+    EXPECT_TRUE(wasTold("1 ACIDBLOB"));
+    EXPECT_EQ(prompt(), "Save all the same? [Yes/No] <No>:");
+    line.type("\r");
+    EXPECT_FALSE(fileExists(path));
+    EXPECT_TRUE(drawing().isModified());
+    line.type("SAVEAS\r" + path + "\rY\r");
+    EXPECT_TRUE(fileExists(path));
+    EXPECT_EQ(entities().size(), 1U);
+}
+
+} // namespace
+
+} // namespace zv::bench
