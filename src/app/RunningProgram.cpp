@@ -1,21 +1,39 @@
 #include "app/RunningProgram.h"
 
+#include "platform/ProfileWrites.h"
 #include "window/Window.h"
 
 #include <QGuiApplication>
 
+#include <chrono>
 #include <exception>
 
 namespace zv {
 
+namespace {
+
+constexpr int kProfileRetryMs = 50;
+/// How long the last try of the settings goes on, with no window left that could be held up.
+constexpr std::chrono::milliseconds kLastPatience{500};
+
+} // namespace
+
 RunningProgram::RunningProgram(Folders folders, Messages& messages)
     : m_folders(std::move(folders)), m_messages(messages)
 {
+    m_profileRetry.setInterval(kProfileRetryMs);
+    connect(&m_profileRetry, &QTimer::timeout, this, [this] {
+        if (!profileWrites().retry())
+            m_profileRetry.stop();
+    });
+    profileWrites().whenWaiting([this] { m_profileRetry.start(); });
 }
 
 RunningProgram::~RunningProgram()
 {
     qDeleteAll(m_loaded);
+    profileWrites().whenWaiting({});
+    profileWrites().end(kLastPatience);
 }
 
 void RunningProgram::add(const QString& name, Factory factory)

@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QTimer>
 
 #include <memory>
 
@@ -15,7 +16,8 @@ namespace zv {
 
 struct ActionServices;
 
-/// The program as it runs: it owns the loaded windows and knows when the run has ended.
+/// The program as it runs: it owns the loaded windows, sees to it that settings which wait for a busy profile
+/// are written, and knows when the run has ended.
 class RunningProgram final : public QObject, public Program {
     Q_OBJECT
 
@@ -62,6 +64,7 @@ private:
     QHash<QString, Window*> m_loaded;
     QSet<QString> m_unloading;
     int m_exitStatus = 0;
+    QTimer m_profileRetry; ///< Runs while a setting waits for a profile that another program holds.
 };
 
 } // namespace zv

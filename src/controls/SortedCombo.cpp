@@ -1,5 +1,6 @@
 #include "controls/SortedCombo.h"
 
+#include <QCollator>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -7,6 +8,20 @@
 #include <limits>
 
 namespace zv {
+
+namespace {
+
+/// The order of the user's language, without regard to case. Where the system names no language, letters
+/// stand in the order that most have in common.
+QCollator rowOrder()
+{
+    const QLocale locale = QLocale::system();
+    QCollator order(locale.language() == QLocale::C ? QLocale(QLocale::English) : locale);
+    order.setCaseSensitivity(Qt::CaseInsensitive);
+    return order;
+}
+
+} // namespace
 
 SortedCombo::SortedCombo(QWidget* parent) : QComboBox(parent)
 {
@@ -25,9 +40,7 @@ void SortedCombo::add(const QStringList& texts)
     for (int row = 0; row < count(); ++row)
         rows << itemText(row);
     rows << texts;
-    std::stable_sort(rows.begin(), rows.end(), [](const QString& a, const QString& b) {
-        return a.compare(b, Qt::CaseInsensitive) < 0;
-    });
+    std::stable_sort(rows.begin(), rows.end(), rowOrder());
     const QString shown = currentText();
     const QSignalBlocker noHandlers(this);
     clear();

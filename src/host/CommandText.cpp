@@ -8,9 +8,10 @@ namespace zv {
 
 std::string withForwardSlashes(std::string_view path)
 {
-    std::string text(path);
-    std::replace(text.begin(), text.end(), '\\', '/');
-    return text;
+    // In some code pages the second byte of a character is that of a backslash, so characters are looked at.
+    std::u16string text = wide(path);
+    std::replace(text.begin(), text.end(), u'\\', u'/');
+    return narrow(text);
 }
 
 std::string withExplodeMark(const std::string& path, bool explode)

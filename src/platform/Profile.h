@@ -53,6 +53,9 @@ bool writeProfileString(const std::string& file, const std::string& section, con
 bool writeProfileSection(const std::string& file, const std::string& section,
                          const std::vector<std::string>& lines);
 
+/// Whether the file that a profile's name means is there, perhaps in another case. One that cannot be asked
+/// for counts as there.
+bool profileExists(const std::string& file);
 /// Makes an empty file of a profile's name. Errors: Busy, there is one already, perhaps in another case;
 /// Denied, Failed.
 Result<void> createProfile(const std::string& file);

@@ -3,10 +3,13 @@
 #include "platform/Text.h"
 
 #include <algorithm>
+#include <thread>
 
 namespace zv {
 
 namespace {
+
+constexpr std::chrono::milliseconds kEndPause{10};
 
 bool isBusy(const Result<void>& done)
 {
@@ -65,9 +68,11 @@ bool ProfileWrites::retry()
     return !m_waiting.empty();
 }
 
-void ProfileWrites::end()
+void ProfileWrites::end(std::chrono::milliseconds patience)
 {
-    retry();
+    const Time until = m_now() + patience;
+    while (retry() && m_now() < until)
+        std::this_thread::sleep_for(kEndPause);
     m_waiting.clear();
 }
 

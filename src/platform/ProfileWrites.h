@@ -32,8 +32,8 @@ public:
     bool write(ProfileChange change);
     /// Tries all that waits once more. True while something waits still.
     bool retry();
-    /// The same for the last time: what cannot be written now is given up.
-    void end();
+    /// Tries for `patience` at most, and then gives up what cannot be written: the program ends.
+    void end(std::chrono::milliseconds patience);
 
     /// What the waiting changes make of a key: nothing, when none concerns it; else its value or its absence.
     std::optional<std::optional<std::string>>

@@ -12,6 +12,8 @@ namespace zv {
 namespace {
 
 constexpr std::string_view kBlanks = " \t";
+constexpr std::string_view kSeparators = "\\/";
+constexpr std::u16string_view kWideSeparators = u"\\/";
 constexpr std::string_view kDrawingEnding = ".DWG";
 constexpr int kMostDrawingEndings = 2;
 
@@ -144,8 +146,17 @@ double roundHalfEven(double value)
 
 std::string_view fileNamePart(std::string_view path)
 {
-    const std::size_t separator = path.find_last_of("\\/");
-    return separator == std::string_view::npos ? path : path.substr(separator + 1);
+    const std::size_t separator = path.find_last_of(kSeparators);
+    if (separator == std::string_view::npos)
+        return path;
+    if (isAscii(path))
+        return path.substr(separator + 1);
+    // In some code pages the second byte of a character can be that of a separator.
+    const std::u16string text = wide(path);
+    const std::size_t wideSeparator = text.find_last_of(kWideSeparators);
+    if (wideSeparator == std::u16string::npos)
+        return path;
+    return path.substr(narrow(std::u16string_view(text).substr(0, wideSeparator + 1)).size());
 }
 
 std::string drawingName(std::string_view path)

@@ -1,6 +1,7 @@
 #include "config/StartUp.h"
 
 #include "config/Keys.h"
+#include "support/FailingFiles.h"
 #include "support/TwoFolders.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +59,20 @@ TEST_F(StartUpTest, AnInstallationProfileThatCannotBeWrittenStillGivesAMasterFol
 {
     std::filesystem::create_directory(office.installation.file(kProfileName));
     EXPECT_EQ(findMasterFolder(office.installation.path()), office.installation.path());
+}
+
+TEST_F(StartUpTest, AProfileThatCannotBeReadKeepsItsMasterFolder)
+{
+    const std::string folder = office.installation.path();
+    const std::string stored = "[Path]\r\nZVRpath=M\r\n";
+    office.installation.write(kProfileName, stored);
+    for (const Fault fault : {Fault::Fails, Fault::StaysBad}) {
+        for (int step = 0; step < 20; ++step) {
+            const FailingFiles files(fault, step);
+            findMasterFolder(folder);
+            ASSERT_EQ(office.installation.read(kProfileName), stored) << "step " << step;
+        }
+    }
 }
 
 TEST_F(StartUpTest, TheProbeCleansUpInTheInstallationFolderAlone)
@@ -171,6 +186,21 @@ TEST_F(StartUpTest, ALaterRunLeavesTheUsersFilesAsTheyAre)
     EXPECT_EQ(office.user.read("Ann.ini"), "[Settings]\r\nAOT=0\r\n");
 }
 
+TEST_F(StartUpTest, UsersFilesThatCannotBeAskedForAreNotBegunAnew)
+{
+    office.user.write("Ann.lst", "a;b\r\n");
+    const std::string stored = "[Settings]\r\nAOT=0\r\n";
+    office.user.write("Ann.ini", stored);
+    for (const Fault fault : {Fault::Fails, Fault::StaysBad}) {
+        for (int step = 0; step < 20; ++step) {
+            const FailingFiles files(fault, step);
+            createUserFiles(office.installation.path(), values);
+            ASSERT_EQ(office.user.read("Ann.lst"), "a;b\r\n") << "step " << step;
+            ASSERT_EQ(office.user.read("Ann.ini"), stored) << "step " << step;
+        }
+    }
+}
+
 TEST_F(StartUpTest, AProfileWhoseNameDiffersInCaseIsTheUsersOwn)
 {
     office.user.write("ANN.INI", "[Settings]\r\nAOT=0\r\n");
@@ -200,6 +230,17 @@ TEST_F(StartUpTest, TheFontFolderIsTheStoredOneOrTheProgramsOwn)
     EXPECT_EQ(fontFolder("I", office.profiles()), std::string("I") + kPathSeparator + "fonts");
     office.master.write(kProfileName, "[printing]\r\nfontpath=F\r\n");
     EXPECT_EQ(fontFolder("I", office.profiles()), "F");
+}
+
+TEST_F(StartUpTest, ACountThatCannotBeReadIsNotRepaired)
+{
+    const std::string stored = "[Library]\r\nlibnum=2\r\nlib1=A\r\nlib2=B\r\n";
+    const std::string file = office.master.write("b.ini", stored);
+    for (int step = 0; step < 20; ++step) {
+        const FailingFiles files(Fault::Fails, step);
+        repairLibraryCount(file);
+        ASSERT_EQ(office.master.read("b.ini"), stored) << "step " << step;
+    }
 }
 
 TEST_F(StartUpTest, AnAbsentOrNegativeCountOfLibrariesIsRepaired)

@@ -67,6 +67,15 @@ TEST(SortedCombo, SortsWithoutRegardToCaseAndKeepsItsText)
     EXPECT_EQ(activated.count(), 0);
 }
 
+TEST(SortedCombo, SortsLettersWithMarksBesideTheirOwn)
+{
+    SortedCombo combo;
+    combo.add({QStringLiteral("Zebra"), QString::fromUtf8("\xC3\x84pfel"), QStringLiteral("Anker")});
+    EXPECT_EQ(combo.itemText(0), QStringLiteral("Anker"));
+    EXPECT_EQ(combo.itemText(1), QString::fromUtf8("\xC3\x84pfel"));
+    EXPECT_EQ(combo.itemText(2), QStringLiteral("Zebra"));
+}
+
 TEST(SortedCombo, ALongNameIsShownFromItsStart)
 {
     SortedCombo combo;

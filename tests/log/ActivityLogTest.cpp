@@ -57,6 +57,13 @@ TEST_F(ActivityLogTest, AFileWithoutAHeaderIsAddedToAsItIs)
     EXPECT_EQ(written(), "one\r\n");
 }
 
+TEST_F(ActivityLogTest, ALastLineWithoutItsEndGetsOneFirst)
+{
+    folder.write("Zelvora_Log.csv", "old,");
+    writeLog(log, "one");
+    EXPECT_EQ(written(), "old,\r\none\r\n");
+}
+
 TEST_F(ActivityLogTest, AnEmptyEntryIsAnEmptyLine)
 {
     writeLog(log, "");

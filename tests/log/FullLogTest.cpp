@@ -21,6 +21,15 @@ TEST(FullLog, EntryForAFullDeviceIsLostInSilence)
     EXPECT_EQ(std::filesystem::read_symlink(log), "/dev/full");
 }
 
+TEST(FullLog, LinkThatLeadsToNoFileYetGetsALogWithItsHeader)
+{
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink(folder.file("real.csv"), folder.file("Zelvora_Log.csv"));
+    writeLog(folder.file("Zelvora_Log.csv"), "one");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.file("Zelvora_Log.csv")));
+    EXPECT_EQ(folder.read("real.csv"), "Zelvora Log File,\r\nDate:,Login:,DWG:,Method:,\r\n\r\none\r\n");
+}
+
 TEST(FullLog, EntryThatFitsOnlyInPartIsTakenBack)
 {
     const TemporaryFolder folder;

@@ -30,6 +30,13 @@ TEST_F(QueueFileTest, AddingMakesTheQueueAndAddsWholeLinesInOrder)
     EXPECT_EQ(folder.read("Ann.crt"), "C:\\b.dwg\r\nC:\\a;\xFF.dwg\r\n");
 }
 
+TEST_F(QueueFileTest, ALastLineWithoutItsEndGetsOneFirst)
+{
+    folder.write("Ann.crt", "a.dwg");
+    ASSERT_TRUE(addToQueue(queue, "b.dwg"));
+    EXPECT_EQ(folder.read("Ann.crt"), "a.dwg\r\nb.dwg\r\n");
+}
+
 TEST_F(QueueFileTest, TheLineStandsInTheFileBeforeItIsClosed)
 {
     std::string seen;

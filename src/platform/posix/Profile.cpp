@@ -299,6 +299,15 @@ readProfile(const std::string& file, const std::string& section, const std::vect
     return ProfileText(*text).values(section, keys);
 }
 
+bool profileExists(const std::string& file)
+{
+    const Result<std::string> path = realFile(file);
+    if (!path)
+        return true;
+    const Result<std::uint64_t> length = fileLength(*path);
+    return length || length.error().code != ErrorCode::NotFound;
+}
+
 Result<void> createProfile(const std::string& file)
 {
     const Result<std::string> path = realFile(file);

@@ -126,6 +126,12 @@ readProfile(const std::string& file, const std::string& section, const std::vect
     return values;
 }
 
+bool profileExists(const std::string& file)
+{
+    const Result<std::uint64_t> length = fileLength(file);
+    return length || length.error().code != ErrorCode::NotFound;
+}
+
 Result<void> createProfile(const std::string& file)
 {
     return createFile(file, {});

@@ -1,0 +1,97 @@
+#include "platform/Files.h"
+
+#include "support/FailingFiles.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace zv {
+namespace {
+
+class PosixFilesTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    const std::string victim = folder.write("victim", "theirs");
+
+    /// A link under a name that the program is about to use.
+    std::string plant(const std::string& name) const
+    {
+        std::filesystem::create_symlink(victim, folder.file(name));
+        return folder.file(name);
+    }
+};
+
+TEST_F(PosixFilesTest, ANewFileTakesThePlaceOfALinkAndNotOfWhatItLeadsTo)
+{
+    const std::string path = plant("$write.tmp");
+    ASSERT_TRUE(writeNewFile(path, "ours"));
+    EXPECT_EQ(folder.read("victim"), "theirs");
+    EXPECT_FALSE(std::filesystem::is_symlink(path));
+    EXPECT_EQ(folder.read("$write.tmp"), "ours");
+}
+
+TEST_F(PosixFilesTest, AWorkingCopyTakesThePlaceOfALinkOrASecondName)
+{
+    plant("a.ls$");
+    ASSERT_TRUE(replaceFile(folder.file("a.lst"), folder.file("a.ls$"), "new"));
+    std::filesystem::create_hard_link(victim, folder.file("b.ls$"));
+    ASSERT_TRUE(replaceFile(folder.file("b.lst"), folder.file("b.ls$"), "new"));
+    EXPECT_EQ(folder.read("victim"), "theirs");
+    EXPECT_EQ(folder.read("a.lst") + folder.read("b.lst"), "newnew");
+}
+
+TEST_F(PosixFilesTest, ADanglingLinkIsNoPlaceForANewFile)
+{
+    std::filesystem::create_symlink(folder.file("gone"), folder.file("a"));
+    EXPECT_EQ(createFile(folder.file("a"), "x").error().code, ErrorCode::Busy);
+    EXPECT_FALSE(fileExists(folder.file("gone")));
+}
+
+TEST_F(PosixFilesTest, AFileThatCannotBeAskedForIsNotMissing)
+{
+    const FailingFiles files(Fault::Fails, 0);
+    EXPECT_EQ(fileLength(victim).error().code, ErrorCode::Failed);
+}
+
+TEST_F(PosixFilesTest, ALineThatFitsOnlyInPartIsTakenBack)
+{
+    const std::string path = folder.write("a", "one\r\n");
+    const auto writes = [](FileStep step) { return step == FileStep::Write; };
+    int step = 0;
+    {
+        FailingFiles files(Fault::Fails, -1);
+        ASSERT_TRUE(appendLines(path, "two\r\n"));
+        const auto& steps = files.steps();
+        step = static_cast<int>(std::find_if(steps.begin(), steps.end(), writes) - steps.begin());
+    }
+    const FailingFiles files(Fault::DiskIsFull, step);
+    EXPECT_FALSE(appendLines(path, "three\r\n"));
+    EXPECT_EQ(folder.read("a"), "one\r\ntwo\r\n");
+}
+
+TEST_F(PosixFilesTest, WhatIsReadWhileALineIsAddedDoesNotHoldUpOthers)
+{
+    const std::string path = folder.file("a");
+    bool added = false;
+    ASSERT_TRUE(appendLines(path, "one\r\n", [&] {
+        const int other = ::open(path.c_str(), O_RDWR);
+        added = ::flock(other, LOCK_EX | LOCK_NB) == 0;
+        ::close(other);
+    }));
+    EXPECT_TRUE(added);
+}
+
+TEST_F(PosixFilesTest, AFileThatIsTooLargeIsNotRead)
+{
+    std::filesystem::resize_file(victim, std::uint64_t{3} << 30);
+    FailingFiles files(Fault::Fails, -1);
+    EXPECT_EQ(readFile(victim, 1 << 20).error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(std::count(files.steps().begin(), files.steps().end(), FileStep::Read), 0);
+}
+
+} // namespace
+} // namespace zv
