@@ -6,6 +6,8 @@
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
+#include <algorithm>
+
 namespace zv {
 
 namespace {
@@ -28,11 +30,19 @@ void seed(const std::string& installationFolder, const std::string& folder)
         copyInto(folder, installationFolder, name, name);
 }
 
+/// Not known of a folder that cannot be listed.
+bool lacksProfile(const std::string& folder)
+{
+    const auto names = filesIn(folder, ".ini");
+    return names && std::none_of(names->begin(), names->end(),
+                                 [](const std::string& name) { return sameName(name, kProfileName); });
+}
+
 } // namespace
 
 void moveMasterFolder(const std::string& installationFolder, const std::string& folder, PublicValues& values)
 {
-    if (!profileExists(joinPath(folder, kProfileName)))
+    if (lacksProfile(folder))
         seed(installationFolder, folder);
     values.MasterPath = folder;
     const Profiles profiles(installationFolder, values);
