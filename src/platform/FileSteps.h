@@ -3,10 +3,25 @@
 namespace zv {
 
 /// What the files of the program ask of the system. Every such call is one step.
-enum class FileStep { Open, Status, List, Read, Write, Flush, Cut, Lock, Rights, Rename, Link, Delete };
+enum class FileStep {
+    Open,
+    Status,
+    List,
+    Read,
+    Reserve,   ///< Room on the disk for what is to be written.
+    Write,     ///< A full disk may make it for its first half.
+    Overwrite, ///< A write where there is room already.
+    Flush,
+    Cut,
+    Lock,
+    Rights,
+    Rename,
+    Link,
+    Delete,
+};
 
-/// What becomes of a step: the system makes it, or it fails as on a damaged disk. A write can also be made
-/// for its first half, as on a full disk; for any other step that is as if it were made.
+/// What becomes of a step: the system makes it, or it fails as on a damaged disk. On a full disk a write is
+/// made for its first half, and no room is reserved; for any other step that is as if it were made.
 enum class StepOutcome { Made, Failed, Half };
 
 /// Sees every step before it is made and says what becomes of it. Tests stand between the program and its

@@ -30,8 +30,8 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow window 
 /// What the file names of programs end in, ".exe" or nothing.
 extern const char* const kProgramEnding;
 
-/// Whether the system has a print dialog of its own. Such a one knows the system's printers only, no file, and
-/// comes up only where there is a printer.
+/// Whether the system has a print dialog of its own. Such a one knows the system's printers only, no file,
+/// and comes up only where there is a printer.
 extern const bool kSystemHasPrintDialog;
 
 /// The present date and time in the system's short form, without a comma in any locale.

@@ -91,6 +91,24 @@ TEST_F(StartUpTest, TheProbeDeletesAReadOnlyFileOfAnEarlierRun)
     EXPECT_FALSE(fileExists(old));
 }
 
+TEST_F(StartUpTest, TheProbeFollowsNoLink)
+{
+    const std::string victim = office.user.write("victim", "theirs");
+    std::error_code refused;
+    std::filesystem::create_symlink(victim, office.master.file("$write.tmp"), refused);
+    if (refused)
+        GTEST_SKIP() << "no links here";
+    EXPECT_TRUE(probeWriteAccess(office.installation.path(), office.master.path()));
+    EXPECT_EQ(office.user.read("victim"), "theirs");
+}
+
+TEST_F(StartUpTest, TheProbeMeetsItsFileOfAnEarlierStart)
+{
+    EXPECT_TRUE(probeWriteAccess(office.installation.path(), office.master.path()));
+    EXPECT_TRUE(probeWriteAccess(office.installation.path(), office.master.path()));
+    EXPECT_TRUE(fileExists(office.master.file("$write.tmp")));
+}
+
 TEST_F(StartUpTest, TheProbeFailsWhereItsFileCannotBeMade)
 {
     EXPECT_FALSE(probeWriteAccess(office.installation.path(), office.master.file("none")));

@@ -70,6 +70,17 @@ void addListOperations(std::vector<FileOperation>& all)
                        return folder.read(kList).find("/d/b.dwg") == std::string::npos ? folder.read(kList)
                                                                                        : kThreeLines;
                    }});
+    all.push_back(
+        {"line moved", holds(kList, kThreeLines),
+         [](const Folder& folder) { return moveListLine(folder.file(kList), 3, 1, "/d/c.dwg").ok(); },
+         bytesOf(kList)});
+    all.push_back(
+        {"list renamed", holds(kList, kThreeLines),
+         [](const Folder& folder) { return renameFile(folder.file(kList), folder.file("b.lst")).ok(); },
+         [](const Folder& folder) { return bytesOf(kList)(folder) + bytesOf("b.lst")(folder); }});
+    all.push_back({"list deleted", holds(kList, kThreeLines),
+                   [](const Folder& folder) { return deleteFileForced(folder.file(kList)).ok(); },
+                   bytesOf(kList)});
     all.push_back({"label changed", holds(kList, kThreeLines),
                    [](const Folder& folder) { return changeListLabel(folder.file(kList), 2, "New").ok(); },
                    bytesOf(kList)});
@@ -144,6 +155,8 @@ std::vector<FileOperation> fileOperations()
     addCatalogueOperations(all);
     addQueueOperations(all);
     addLogOperations(all);
+    for (FileOperation& operation : systemFileOperations())
+        all.push_back(std::move(operation));
     return all;
 }
 

@@ -94,6 +94,24 @@ TEST_F(CatalogueTest, AScratchFileThatCannotBeWrittenLeavesTheCatalogue)
     EXPECT_EQ(folder.read("Zelvora.ini"), "[Library]\r\nlibnum=1\r\nlib1=x\r\n");
 }
 
+TEST_F(CatalogueTest, TheScratchFileFollowsNoLink)
+{
+    const std::string victim = folder.write("victim", "theirs");
+    std::error_code refused;
+    std::filesystem::create_symlink(victim, folder.file("$liblist.tmp"), refused);
+    if (refused)
+        GTEST_SKIP() << "no links here";
+    ASSERT_TRUE(writeCatalogue(folder.path(), {"a"}, 1));
+    EXPECT_EQ(folder.read("victim"), "theirs");
+}
+
+TEST_F(CatalogueTest, AnUnreadableProfileIsNoEmptyCatalogue)
+{
+    std::filesystem::create_directory(folder.file("Zelvora.ini"));
+    EXPECT_FALSE(tryCatalogue(folder.file("Zelvora.ini")));
+    EXPECT_EQ(tryCatalogue(folder.file("none.ini")).valueOr({"-"}), Names());
+}
+
 TEST_F(CatalogueTest, AChangeIsNotedInTheMasterProfile)
 {
     const std::string profile = folder.write("Zelvora.ini", "[LibLoad]\r\nLastLoad=x\r\n");

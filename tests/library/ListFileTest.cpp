@@ -1,9 +1,11 @@
 #include "library/ListFile.h"
 
 #include "platform/Files.h"
-#include "support/TemporaryFolder.h"
+#include "support/FailingFiles.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace zv {
 namespace {
@@ -236,6 +238,26 @@ TEST_F(ListFileTest, TheLargestLibraryIsReadWhole)
     ASSERT_EQ(read.size(), kMostListLines);
     EXPECT_EQ(read.back().path, "C:\\details\\door32766.dwg");
     EXPECT_EQ(read.back().label, "DOOR32766");
+}
+
+TEST_F(ListFileTest, AFileThatIsLargerThanAnyListIsRefusedBeforeItIsRead)
+{
+    const std::string path = folder.write("a.lst", "a;b\r\n");
+    std::filesystem::resize_file(path, std::uint64_t{3} << 30);
+    FailingFiles files(Fault::Fails, -1);
+    EXPECT_EQ(readListFile(path).error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(appendToList(path, {{"a", "b"}}).error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(removeListLine(path, 1).error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(std::count(files.steps().begin(), files.steps().end(), FileStep::Read), 0);
+}
+
+TEST_F(ListFileTest, ErrorsNameTheListInItsOwnBytes)
+{
+    const std::string path = folder.file("\xE4.lst");
+    EXPECT_TRUE(readListFile(path).error().text.starts_with(path));
+    // What a list cannot hold is told of one whose name every system takes.
+    const std::string longList = list(std::string(32768, '\n'));
+    EXPECT_TRUE(readListFile(longList).error().text.starts_with(longList));
 }
 
 TEST_F(ListFileTest, OneLineMoreIsRefusedEverywhereAndChangesNothing)

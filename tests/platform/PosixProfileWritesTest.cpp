@@ -1,34 +1,17 @@
 #include "platform/ProfileWrites.h"
 
 #include "platform/Profile.h"
+#include "support/HeldLock.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <fcntl.h>
 #include <optional>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace zv {
 namespace {
 
 using namespace std::chrono_literals;
-
-/// The lock of a file as another program holds it.
-class HeldLock {
-public:
-    explicit HeldLock(const std::string& path) : m_file(::open(path.c_str(), O_RDWR | O_CREAT, 0600))
-    {
-        EXPECT_EQ(::flock(m_file, LOCK_EX | LOCK_NB), 0);
-    }
-    HeldLock(const HeldLock&) = delete;
-    HeldLock& operator=(const HeldLock&) = delete;
-    ~HeldLock() { ::close(m_file); }
-
-private:
-    int m_file;
-};
 
 class PosixProfileWritesTest : public testing::Test {
 protected:

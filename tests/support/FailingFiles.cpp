@@ -27,6 +27,11 @@ const char* nameOf(Fault fault)
     return "";
 }
 
+bool needsRoom(FileStep step)
+{
+    return step == FileStep::Write || step == FileStep::Reserve;
+}
+
 /// What an undisturbed run comes to.
 struct GoodRun {
     std::string before, after;
@@ -97,7 +102,7 @@ StepOutcome FailingFiles::before(FileStep step)
     case Fault::StaysBad:
         return StepOutcome::Failed;
     case Fault::DiskIsFull:
-        if (step != FileStep::Write)
+        if (!needsRoom(step))
             return StepOutcome::Made;
         return number == m_step ? StepOutcome::Half : StepOutcome::Failed;
     case Fault::Killed:
@@ -114,7 +119,7 @@ FaultReport tryEveryFault(const FileOperation& operation)
     for (int step = 0; step < report.steps; ++step) {
         for (const Fault fault : {Fault::Fails, Fault::StaysBad, Fault::Killed})
             tryFault(operation, good, fault, step, report);
-        if (good.steps[static_cast<std::size_t>(step)] == FileStep::Write)
+        if (needsRoom(good.steps[static_cast<std::size_t>(step)]))
             tryFault(operation, good, Fault::DiskIsFull, step, report);
     }
     return report;

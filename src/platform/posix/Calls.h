@@ -71,31 +71,33 @@ inline ssize_t pread(int file, void* into, std::size_t size, off_t place)
     return fails(FileStep::Read) ? -1 : ::pread(file, into, size, place);
 }
 
-/// How much of a write is made; -1 when it fails.
-inline ssize_t writable(std::size_t size)
+/// Room for a file of this size, which it does not take yet. True where the file system cannot tell.
+inline bool reserve(int file, off_t size)
+{
+    if (outcomeOf(FileStep::Reserve) != StepOutcome::Made) {
+        errno = ENOSPC;
+        return false;
+    }
+    return ::fallocate(file, FALLOC_FL_KEEP_SIZE, 0, size) == 0 || errno == EOPNOTSUPP || errno == ENOSYS;
+}
+
+inline ssize_t write(int file, const void* bytes, std::size_t size)
 {
     switch (outcomeOf(FileStep::Write)) {
     case StepOutcome::Made:
         break;
     case StepOutcome::Half:
-        return static_cast<ssize_t>(size / 2);
+        return ::write(file, bytes, size / 2);
     case StepOutcome::Failed:
         errno = ENOSPC;
         return -1;
     }
-    return static_cast<ssize_t>(size);
+    return ::write(file, bytes, size);
 }
 
-inline ssize_t write(int file, const void* bytes, std::size_t size)
+inline ssize_t overwrite(int file, const void* bytes, std::size_t size)
 {
-    const ssize_t count = writable(size);
-    return count < 0 ? -1 : ::write(file, bytes, static_cast<std::size_t>(count));
-}
-
-inline ssize_t pwrite(int file, const void* bytes, std::size_t size, off_t place)
-{
-    const ssize_t count = writable(size);
-    return count < 0 ? -1 : ::pwrite(file, bytes, static_cast<std::size_t>(count), place);
+    return fails(FileStep::Overwrite) ? -1 : ::pwrite(file, bytes, size, 0);
 }
 
 inline int fsync(int file)

@@ -159,17 +159,20 @@ Result<void> overwrite(const Descriptor& file, const std::string& path, const st
     std::string bytes = after;
     while (bytes.size() < before.size())
         bytes += isWideText(before) && bytes.size() % 2 != 0 ? '\0' : '\n';
-    const ssize_t count = calls::pwrite(file.number(), bytes.data(), bytes.size(), 0);
-    if (count == static_cast<ssize_t>(bytes.size())) {
-        if (after.size() < bytes.size())
-            static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(after.size())) == 0);
-        return calls::fsync(file.number()) == 0 ? Result<void>() : writingError(path);
+    if (!calls::reserve(file.number(), static_cast<off_t>(bytes.size())))
+        return writingError(path);
+    const ssize_t count = calls::overwrite(file.number(), bytes.data(), bytes.size());
+    if (count < 0)
+        return writingError(path);
+    if (static_cast<std::size_t>(count) < bytes.size()) {
+        // The room was not there after all.
+        if (calls::overwrite(file.number(), before.data(), before.size()) >= 0)
+            static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(before.size())) == 0);
+        return Error{ErrorCode::Failed, path + ": the disk is full"};
     }
-    const Error error =
-        count < 0 ? writingError(path) : Error{ErrorCode::Failed, path + ": the disk is full"};
-    if (count > 0 && calls::pwrite(file.number(), before.data(), before.size(), 0) >= 0)
-        static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(before.size())) == 0);
-    return error;
+    if (after.size() < bytes.size())
+        static_cast<void>(calls::ftruncate(file.number(), static_cast<off_t>(after.size())) == 0);
+    return calls::fsync(file.number()) == 0 ? Result<void>() : writingError(path);
 }
 
 /// For a folder where no second file can be made.
