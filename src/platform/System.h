@@ -34,6 +34,9 @@ extern const char* const kProgramEnding;
 /// and comes up only where there is a printer.
 extern const bool kSystemHasPrintDialog;
 
+/// Shows a folder to the user in a window of the system's file manager. Nothing where there is none.
+void showFolder(const std::string& folder);
+
 /// The present date and time in the system's short form, without a comma in any locale.
 std::string shortDateTime();
 

@@ -121,6 +121,11 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow)
 
 const bool kSystemHasPrintDialog = false;
 
+void showFolder(const std::string& folder)
+{
+    startProgram({"xdg-open", folder});
+}
+
 std::string shortDateTime()
 {
     const std::time_t now = std::time(nullptr);

@@ -44,6 +44,23 @@ std::wstring quoted(const std::wstring& argument)
     return result + L'"';
 }
 
+/// Starts what a command line says, without waiting for it.
+void startLine(std::wstring line, ProgramWindow window = ProgramWindow::Normal)
+{
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    if (window == ProgramWindow::Minimized) {
+        startup.dwFlags = STARTF_USESHOWWINDOW;
+        startup.wShowWindow = SW_SHOWMINNOACTIVE;
+    }
+    PROCESS_INFORMATION process{};
+    if (line.empty() || !::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                          &startup, &process))
+        return;
+    ::CloseHandle(process.hThread);
+    ::CloseHandle(process.hProcess);
+}
+
 using DateText = int (*)(LPWSTR buffer, int size);
 
 std::string dateText(DateText ask)
@@ -109,18 +126,13 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow window)
     std::wstring line;
     for (const std::string& argument : command)
         line += (line.empty() ? L"" : L" ") + quoted(widePath(argument));
-    STARTUPINFOW startup{};
-    startup.cb = sizeof startup;
-    if (window == ProgramWindow::Minimized) {
-        startup.dwFlags = STARTF_USESHOWWINDOW;
-        startup.wShowWindow = SW_SHOWMINNOACTIVE;
-    }
-    PROCESS_INFORMATION process{};
-    if (line.empty() || !::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                          &startup, &process))
-        return;
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
+    startLine(line, window);
+}
+
+void showFolder(const std::string& folder)
+{
+    // The explorer takes quotes as they stand, without the marks that other programs need before them.
+    startLine(L"explorer.exe /n,/e,\"" + widePath(folder) + L"\"");
 }
 
 const bool kSystemHasPrintDialog = true;

@@ -1,0 +1,64 @@
+#include "platform/FileCopy.h"
+
+#include "platform/Files.h"
+#include "platform/windows/FileHandle.h"
+
+namespace zv {
+
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// A short name of its own in the target's folder: the target's may be as long as names can be.
+std::string nameBeside(const std::string& target)
+{
+    const std::size_t separator = target.find_last_of("\\/");
+    return target.substr(0, separator == std::string::npos ? 0 : separator + 1) + "zelvora-" +
+           std::to_string(::GetCurrentProcessId()) + ".tmp";
+}
+
+/// As NotFound is told of the source, what is missing of the target is a failure.
+Error targetError(const std::string& path)
+{
+    Error error = lastError(path);
+    if (error.code == ErrorCode::NotFound)
+        error.code = ErrorCode::Failed;
+    return error;
+}
+
+} // namespace
+
+bool isSameFile(const std::string& a, const std::string& b)
+{
+    const FileHandle first(a, 0, kShareAll, OPEN_EXISTING), second(b, 0, kShareAll, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION one{}, other{};
+    return first && second && ::GetFileInformationByHandle(first.get(), &one) &&
+           ::GetFileInformationByHandle(second.get(), &other) &&
+           one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}
+
+Result<void> copyIntoPlace(const std::string& from, const std::string& to)
+{
+    if (!fileExists(from))
+        return Error{ErrorCode::NotFound, from + ": no such file"};
+    if (isSameFile(from, to))
+        return {};
+    const DWORD attributes = ::GetFileAttributesW(widePath(to).c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+        return Error{ErrorCode::Denied, to + ": read-only"};
+    const std::wstring beside = widePath(nameBeside(to));
+    // A source that is read-only makes a copy that is, so that what a run that was ended by force has left
+    // could not be written over.
+    ::SetFileAttributesW(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
+    if (::CopyFileW(widePath(from).c_str(), beside.c_str(), FALSE) &&
+        ::MoveFileExW(beside.c_str(), widePath(to).c_str(),
+                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return {};
+    const Error error = targetError(to);
+    ::SetFileAttributesW(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
+    ::DeleteFileW(beside.c_str());
+    return error;
+}
+
+} // namespace zv
