@@ -43,7 +43,7 @@ public:
     std::string scaleText() const override { return "1.00"; }
     void setScaleText(const std::string&) override {}
     Result<std::string> firstCustomProperty(const std::string&) override { return std::string(); }
-    bool openXattach(const std::string&) override { return false; }
+    bool openXattach(const std::string&, const std::string&) override { return false; }
     bool openCmode(const std::string&) override { return false; }
     void clearCartMark() override {}
     void enableMainWindow() override {}

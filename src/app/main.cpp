@@ -5,10 +5,12 @@
 #include "controls/ImageList.h"
 #include "controls/ProgramStyle.h"
 #include "drawing/paint/Picture.h"
+#include "host/HostDialogs.h"
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "print/PrintWindows.h"
+#include "queue/QueueWindows.h"
 #include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
 
@@ -68,6 +70,8 @@ int main(int argc, char** argv)
     zv::addBrowserWindows(program);
     zv::addOfficeWindows(program);
     zv::addPrintWindows(program);
+    zv::addHostWindows(program);
+    zv::addQueueWindows(program);
     zv::addSearchWindows(program);
     program.guarded([&program] { program.load(QStringLiteral("Zelvora")); });
     const int status = QApplication::exec();

@@ -48,9 +48,6 @@ public:
     void appear() override;
     void setDesignSize(QSize twips) override;
 
-    /// Opens a dialog that goes on with a drawing. False when there is no such dialog.
-    bool openDialogFor(const QString& window, const std::string& drawing);
-
     // Library choice and panels.
     QWidget* LibraryRow;
     QLabel* LabelLibrary;

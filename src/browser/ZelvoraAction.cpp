@@ -7,6 +7,7 @@
 #include "controls/SortedCombo.h"
 #include "help/ProgramHelp.h"
 #include "host/ActionProcedure.h"
+#include "host/HostDialogs.h"
 #include "platform/Text.h"
 #include "window/TextBytes.h"
 
@@ -54,13 +55,13 @@ public:
             return loaded.error();
         return props.customProperty(0);
     }
-    bool openXattach(const std::string& drawing) override
+    bool openXattach(const std::string& drawing, const std::string& storedScale) override
     {
-        return m_window.openDialogFor(QStringLiteral("Xattach"), drawing);
+        return zv::openXattach(m_window.program(), OpenedFrom::MainWindow, drawing, storedScale);
     }
     bool openCmode(const std::string& drawing) override
     {
-        return m_window.openDialogFor(QStringLiteral("cmode"), drawing);
+        return zv::openCmode(m_window.program(), OpenedFrom::MainWindow, drawing);
     }
     void clearCartMark() override { m_window.fields.cartFromButton = 0; }
     void enableMainWindow() override { m_window.setEnabled(true); }
@@ -149,11 +150,6 @@ void Zelvora::openCart()
 void Zelvora::openHelp()
 {
     showHelpContents(program());
-}
-
-bool Zelvora::openDialogFor(const QString& window, const std::string&)
-{
-    return program().show(window);
 }
 
 } // namespace zv

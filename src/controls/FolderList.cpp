@@ -18,6 +18,7 @@ namespace {
 
 constexpr int kPathRole = Qt::UserRole;      ///< Of a folder: its full path.
 constexpr int kDepthRole = Qt::UserRole + 1; ///< How many folders stand above it.
+constexpr int kIcon = 16;                    ///< Pixels.
 constexpr int kIndent = 8;                   ///< Pixels for each.
 constexpr int kDeepest = 12;                 ///< What lies deeper is indented no further.
 
@@ -52,6 +53,7 @@ FolderList::FolderList(QWidget* parent) : QListWidget(parent)
     setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     setTextElideMode(Qt::ElideNone);
     setTabKeyNavigation(false);
+    setIconSize({kIcon, kIcon});
     setAccessibleName(tr("Folders"));
     connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
         if (m_filling || row < 0)

@@ -69,10 +69,12 @@ public:
 
 private:
     bool isRefused();
-    void showDialog(bool (ActionWindow::*open)(const std::string&));
+    void openXattach();
+    bool refusesXrefName();
     bool insertBlock();
     bool attachForBlock();
-    bool nameIsTaken(const std::string& name);
+    enum class Taken { AsXref, AsBlock };
+    bool nameIsTaken(const std::string& name, Taken how);
     Result<void> typeInsertion();
     Result<AutomationPoint> askPoint();
     Result<void> computeScale();
@@ -125,9 +127,10 @@ void ActionRun::place()
     m_showCaller = found == HostOutcome::Failed;
     if (found == HostOutcome::Found) {
         if (m_window.mode() == ActionMode::OpenCopy) {
-            showDialog(&ActionWindow::openCmode);
+            // Without a dialog that could bring it back, the window must not stay hidden.
+            m_showCaller = !m_window.openCmode(m_drawing);
         } else if (m_window.mode() == ActionMode::Xref) {
-            showDialog(&ActionWindow::openXattach);
+            openXattach();
         } else if (!insertBlock()) {
             finish();
             return;
@@ -149,10 +152,29 @@ bool ActionRun::isRefused()
     return typesScale && refusesText(m_window.scaleText(), m_window.messages());
 }
 
-void ActionRun::showDialog(bool (ActionWindow::*open)(const std::string&))
+void ActionRun::openXattach()
 {
-    // Without a dialog that could bring it back, the window must not stay hidden.
-    m_showCaller = !(m_window.*open)(m_drawing);
+    m_showCaller = m_settings.checkXrefNames && refusesXrefName();
+    if (m_showCaller)
+        return;
+    m_window.hideWindow();
+    const Result<std::string> property = m_window.firstCustomProperty(m_drawing);
+    m_showCaller = !m_window.openXattach(m_drawing, storedScale(property.valueOr({})));
+}
+
+/// Whether a block of the drawing's name keeps it from being attached, or the host does not tell.
+bool ActionRun::refusesXrefName()
+{
+    Result<AutomationObjectPtr> document = asObject(m_session.application()->get("ActiveDocument"));
+    if (!document)
+        return true;
+    m_document = std::move(*document);
+    const std::string name = drawingName(m_drawing);
+    if (!nameIsTaken(name, Taken::AsBlock))
+        return false;
+    m_window.messages().show({name + " Already Exists as a Block in this Drawing!",
+                              "Can't Xref if Block Exists!", MessageIcon::None});
+    return true;
 }
 
 /// False when the window has been shown already.
@@ -162,7 +184,7 @@ bool ActionRun::insertBlock()
         return true;
     if (m_settings.checkXrefNames) {
         const std::string name = drawingName(m_drawing);
-        if (nameIsTaken(name)) {
+        if (nameIsTaken(name, Taken::AsXref)) {
             m_window.showWindow();
             m_window.messages().show({name + " Already Exists as an Xref in this Drawing!",
                                       "Can't Insert Block if Xref Exists!", MessageIcon::None});
@@ -193,7 +215,7 @@ bool ActionRun::attachForBlock()
     return true;
 }
 
-bool ActionRun::nameIsTaken(const std::string& name)
+bool ActionRun::nameIsTaken(const std::string& name, Taken how)
 {
     const Result<AutomationObjectPtr> blocks = asObject(m_document->get("Blocks"));
     if (!blocks)
@@ -207,8 +229,10 @@ bool ActionRun::nameIsTaken(const std::string& name)
         if (!block)
             continue;
         const Result<std::string> blockName = asText((*block)->get("Name"));
-        const bool isXref = asBool((*block)->get("IsXRef")).valueOr(false);
-        if (blockName && isXref && upper(*blockName) == name)
+        const bool isLayout = how == Taken::AsBlock && asBool((*block)->get("IsLayout")).valueOr(true);
+        const bool isXref = asBool((*block)->get("IsXRef")).valueOr(how == Taken::AsBlock);
+        const bool counts = how == Taken::AsXref ? isXref : !isLayout && !isXref;
+        if (blockName && counts && upper(*blockName) == name)
             taken = true;
     }
     return taken;

@@ -28,8 +28,9 @@ public:
     /// The first custom property of a drawing as "name=value", read by the window's DwgPropsX; empty when the
     /// drawing has none. Errors: the drawing cannot be read.
     virtual Result<std::string> firstCustomProperty(const std::string& drawing) = 0;
-    /// Loads and shows Xattach or cmode for the drawing, without waiting for it. False when it cannot.
-    virtual bool openXattach(const std::string& drawing) = 0;
+    /// Loads and shows Xattach or cmode for the drawing, without waiting for it. The scale is the one that is
+    /// stored in the drawing, or empty. False when it cannot.
+    virtual bool openXattach(const std::string& drawing, const std::string& storedScale) = 0;
     virtual bool openCmode(const std::string& drawing) = 0;
     /// Forgets that Cart was opened from Command24.
     virtual void clearCartMark() = 0;

@@ -117,9 +117,6 @@ HostOutcome HostSession::createAnyRelease()
 /// Release 16.0 never takes the front at the attach, whatever the administrator allows.
 void HostSession::activateAtAttach()
 {
-    // The dialogs ask the flag first and the release only if it matters.
-    if (m_caller == HostCaller::Dialog && !m_allowActivation)
-        return;
     const Result<std::string> version = asText(m_application->get("Version"));
     if (!version || version->starts_with("16.0") || !m_allowActivation)
         return;

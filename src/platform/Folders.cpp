@@ -47,6 +47,12 @@ std::vector<std::string> foldersDownTo(const std::string& path)
     return folders;
 }
 
+std::string parentFolder(const std::string& path)
+{
+    const std::size_t name = path.size() - fileNamePart(path).size();
+    return path.substr(0, std::min(name, std::max(rootLength(path), name > 0 ? name - 1 : 0)));
+}
+
 void sortNames(std::vector<std::string>& names)
 {
     std::vector<std::pair<std::string, std::string>> keyed;

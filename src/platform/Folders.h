@@ -24,6 +24,9 @@ Result<std::vector<std::string>> filesIn(const std::string& folder, std::string_
 std::vector<std::string> foldersDownTo(const std::string& path);
 /// Folder + separator + name; a root already ends in its separator.
 std::string inFolder(const std::string& folder, std::string_view name);
+/// The folder that a path lies in, without a separator at its end, unless it is a root; empty for a bare
+/// name.
+std::string parentFolder(const std::string& path);
 /// A path in full, from the current folder where it does not say more, without "." and ".." and without a
 /// separator at its end, unless it is a root.
 std::string fullPath(const std::string& path);

@@ -2,7 +2,7 @@
 #include "config/PublicValues.h"
 #include "controls/PathList.h"
 #include "host/ActionProcedure.h"
-#include "platform/Files.h"
+#include "host/HostDialogs.h"
 #include "platform/Text.h"
 #include "search/Search.h"
 #include "window/MainWindow.h"
@@ -14,9 +14,6 @@
 
 namespace zv {
 namespace {
-
-/// Tells a dialog that it was opened from here.
-constexpr std::int16_t kFromSearch = 7;
 
 /// The search window as the action procedure sees it.
 class SearchActionWindow final : public ActionWindow {
@@ -59,21 +56,13 @@ public:
             return loaded.error();
         return m_window.drawingProps.customProperty(0);
     }
-    bool openXattach(const std::string&) override
+    bool openXattach(const std::string& drawing, const std::string& storedScale) override
     {
-        m_window.fields.xrefState = kFromSearch;
-        return program().show(QStringLiteral("Xattach"));
+        return zv::openXattach(program(), OpenedFrom::Search, drawing, storedScale);
     }
     bool openCmode(const std::string& drawing) override
     {
-        m_window.fields.cmodeState = kFromSearch;
-        Window* dialog = program().load(QStringLiteral("cmode"));
-        if (!dialog)
-            return false;
-        const std::string folder = m_window.profiles().text(keys::search::ProjectPath);
-        if (auto* copy = dialog->findChild<QLineEdit*>(QStringLiteral("Text1")); copy && !folder.empty())
-            copy->setText(toText(joinPath(folder, fileNamePart(drawing))));
-        return program().show(QStringLiteral("cmode"));
+        return zv::openCmode(program(), OpenedFrom::Search, drawing);
     }
     // Only the main window opens Cart, so the mark is none of this window's.
     void clearCartMark() override {}
@@ -94,7 +83,7 @@ private:
 void Search::actOnChosen()
 {
     fields.searchDrawing = chosen();
-    fields.cmodeState = kFromSearch;
+    fields.cmodeState = std::int16_t(OpenedFrom::Search);
     if (fields.searchDrawing.empty()) {
         messages().show({"Please Select a Drawing File", "No File Selected", MessageIcon::Information});
         return;

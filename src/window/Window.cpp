@@ -42,7 +42,7 @@ private:
     {
         m_window.setTopmost(false);
         shows(m_window.program().messages());
-        if (m_window.values().AlwaysOnTop == 1)
+        if (m_window.values().AlwaysOnTop == 1 || m_window.m_staysOnTop)
             m_window.setTopmost(true);
     }
 
@@ -91,6 +91,12 @@ void Window::setTopmost(bool topmost)
     } else {
         setWindowFlag(Qt::WindowStaysOnTopHint, topmost);
     }
+}
+
+void Window::stayOnTop()
+{
+    m_staysOnTop = true;
+    setTopmost(true);
 }
 
 void Window::closeEvent(QCloseEvent* event)

@@ -35,6 +35,9 @@ public:
     /// Puts the window above all others, or takes it down. It stays where it is, shown or hidden.
     void setTopmost(bool topmost);
     bool isTopmost() const { return m_topmost; }
+    /// For a dialog that stands on top whatever the user wants: puts it there now, and again after each of its
+    /// messages.
+    void stayOnTop();
 
 protected:
     /// The close box unloads.
@@ -46,6 +49,7 @@ private:
     Program& m_program;
     std::unique_ptr<OffTheTop> m_messages;
     bool m_topmost = false;
+    bool m_staysOnTop = false;
 };
 
 } // namespace zv

@@ -173,9 +173,9 @@ Result<std::string> RecordingWindow::firstCustomProperty(const std::string& draw
     return property;
 }
 
-bool RecordingWindow::openXattach(const std::string& drawing)
+bool RecordingWindow::openXattach(const std::string& drawing, const std::string& storedScale)
 {
-    m_events.push_back("Xattach " + drawing);
+    m_events.push_back("Xattach " + drawing + (storedScale.empty() ? "" : ", scale " + storedScale));
     return hasDialogs;
 }
 

@@ -66,7 +66,7 @@ public:
     std::string scaleText() const override { return x; }
     void setScaleText(const std::string& text) override;
     Result<std::string> firstCustomProperty(const std::string& drawing) override;
-    bool openXattach(const std::string& drawing) override;
+    bool openXattach(const std::string& drawing, const std::string& storedScale) override;
     bool openCmode(const std::string& drawing) override;
     void clearCartMark() override { m_events.push_back("clear cart mark"); }
     void enableMainWindow() override { m_events.push_back("enable main window"); }

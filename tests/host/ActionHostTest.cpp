@@ -210,6 +210,9 @@ TEST_F(FindingTheHost, EachCallerHidesItselfAndGoesTheSameWay)
 
 using Dispatch = ActionFixture;
 
+/// What comes before Xattach.
+const Events kPreparation = {"hide", "property of C:\\Lib\\Bolt.dwg"};
+
 TEST_F(Dispatch, OpenShowsCmodeHidesTheCallerAndLogsAtOnce)
 {
     window.currentMode = ActionMode::OpenCopy;
@@ -224,8 +227,63 @@ TEST_F(Dispatch, XrefShowsXattachHidesTheCallerAndLogsAtOnce)
     window.currentMode = ActionMode::Xref;
     place.run("");
     act("C:\\Lib\\Bolt.dwg", ActionCaller::Search);
-    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach, "Xattach C:\\Lib\\Bolt.dwg", "hide",
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach} + kPreparation +
+                       Events{"Xattach C:\\Lib\\Bolt.dwg", "hide",
                               "log C:\\Lib\\Bolt.dwg, Search and Insert as Xref"}));
+}
+
+TEST_F(Dispatch, TheScaleStoredInTheDrawingGoesToXattach)
+{
+    window.currentMode = ActionMode::Xref;
+    window.property = std::string("scale=a=48");
+    place.run("");
+    act();
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach} + kPreparation +
+                       Events{"Xattach C:\\Lib\\Bolt.dwg, scale 48", "hide",
+                              "log C:\\Lib\\Bolt.dwg, Insert as Xref"}));
+}
+
+TEST_F(Dispatch, ADrawingThatCannotBeReadIsAttachedWithoutAStoredScale)
+{
+    window.currentMode = ActionMode::Xref;
+    window.property = Error{ErrorCode::Damaged, "no drawing"};
+    place.run("");
+    act();
+    EXPECT_EQ(events[5], "Xattach C:\\Lib\\Bolt.dwg");
+}
+
+TEST_F(Dispatch, ABlockOfTheNameKeepsTheDrawingFromBeingAttachedAndIsLogged)
+{
+    window.currentMode = ActionMode::Xref;
+    settings.checkXrefNames = true;
+    place.run("block *Model_Space layout\nblock bolt");
+    act();
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach, "App.ActiveDocument", "ActiveDocument.Blocks",
+                              "Blocks items", "Block.Name", "Block.IsLayout", "Block.IsXRef", "Block.Name",
+                              "Block.IsLayout", "Block.IsXRef",
+                              "plain [Can't Xref if Block Exists!] BOLT Already Exists as a Block in this "
+                              "Drawing!",
+                              "show", "log C:\\Lib\\Bolt.dwg, Insert as Xref"}));
+}
+
+TEST_F(Dispatch, AnXrefOrALayoutOfTheNameIsNoHindranceForAnXref)
+{
+    window.currentMode = ActionMode::Xref;
+    settings.checkXrefNames = true;
+    place.run("block BOLT xref\nblock BOLT layout\nblock BOLT2");
+    act();
+    EXPECT_EQ(events.back(), "log C:\\Lib\\Bolt.dwg, Insert as Xref");
+    EXPECT_EQ(events[events.size() - 3], "Xattach C:\\Lib\\Bolt.dwg");
+}
+
+TEST_F(Dispatch, AHostWithoutADrawingLeavesTheNameUncheckedAndShowsTheCaller)
+{
+    window.currentMode = ActionMode::Xref;
+    settings.checkXrefNames = true;
+    place.run("fault ActiveDocument#1 failed");
+    act();
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach, "App.ActiveDocument", "show",
+                              "log C:\\Lib\\Bolt.dwg, Insert as Xref"}));
 }
 
 TEST_F(Dispatch, DialogThatCannotBeShownBringsTheCallerBack)

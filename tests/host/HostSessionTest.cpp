@@ -32,10 +32,10 @@ TEST_F(HostSessionTest, TheDialogsFindAnyReleaseThatRuns)
 {
     place.run("version 22.0");
     EXPECT_EQ(find(HostCaller::Dialog), HostOutcome::Found);
-    EXPECT_EQ(events, (Events{kAttach, kAttach}));
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kAttach}));
 }
 
-TEST_F(HostSessionTest, TheDialogsAskForTheReleaseOnlyWhereActivationIsAllowed)
+TEST_F(HostSessionTest, TheDialogsNeverActivateReleaseSixteen)
 {
     settings.allowActivation = true;
     place.run("version 16.0");
@@ -48,10 +48,11 @@ TEST_F(HostSessionTest, TheDialogsTellAHostThatHasGoneInItsOwnWords)
     place.install("AutoCAD.Application.16", "listen AutoCAD.Application.16");
     window.answers = {true};
     EXPECT_EQ(find(HostCaller::Dialog), HostOutcome::Failed);
-    ASSERT_EQ(events.size(), kAgreed.size() + 3);
+    ASSERT_EQ(events.size(), kAgreed.size() + 4);
     EXPECT_EQ(events[5], "create AutoCAD.Application.16");
-    EXPECT_EQ(events[6], kNotRunning);
-    EXPECT_TRUE(events[7].starts_with("plain [] ") && events[7].size() > 9) << events[7];
+    EXPECT_EQ(events[6], "App.Version");
+    EXPECT_EQ(events[7], kNotRunning);
+    EXPECT_TRUE(events[8].starts_with("plain [] ") && events[8].size() > 9) << events[8];
 }
 
 TEST_F(HostSessionTest, NewlibReadsTheVersionAndNeverActivates)

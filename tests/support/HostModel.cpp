@@ -92,6 +92,8 @@ void HostModel::readDirective(const std::string& line)
             isWhole ? Value(std::int64_t{std::atoll(value.c_str())}) : Value(std::stod(value));
     } else if (directive == "point") {
         parts >> m_point.x >> m_point.y >> m_point.z;
+    } else if (directive == "answer") {
+        m_answers.push_back(rest);
     } else if (directive == "fault") {
         readFault(rest);
     } else if (directive == "slow") {
@@ -223,8 +225,12 @@ HostModel::Reply HostModel::call(const Object& object, const std::string& name, 
         return withFaults(name, {Outcome::Answer, m_point, {}});
     if (object.kind == Kind::Utility && member == "translatecoordinates")
         return withFaults(name, {Outcome::Answer, point, {}});
-    if (object.kind == Kind::Utility && member == "getstring")
-        return withFaults(name, {Outcome::Answer, std::string("typed"), {}});
+    if (object.kind == Kind::Utility && member == "getstring") {
+        const std::string answer = m_answers.empty() ? "typed" : m_answers.front();
+        if (!m_answers.empty())
+            m_answers.pop_front();
+        return withFaults(name, {Outcome::Answer, answer, {}});
+    }
     return {Outcome::UnknownName, {}, "no member " + name};
 }
 

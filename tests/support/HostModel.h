@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <string>
 #include <variant>
@@ -19,6 +20,7 @@ namespace zv::test {
 ///   block NAME [xref] [layout]
 ///   variable NAME VALUE       whole, or with a "." a double
 ///   point X Y Z               what the user picks
+///   answer TEXT               what the user types when he is asked, in order; "typed" once none is left
 ///   slow MEMBER#N MS          the Nth use of a member takes so long
 ///   fault MEMBER#N KIND [TEXT]   the Nth use of a member does not go well: busy, failed, cancelled, die,
 ///                             die-after, garbage, too-long; "#*" is every use
@@ -86,6 +88,7 @@ private:
     std::vector<Fault> m_faults;
     std::map<std::string, int> m_uses;
     Point m_point{1.5, 2, 0};
+    std::deque<std::string> m_answers;
     bool m_opened = false; ///< A document was opened or made here, and is the active one.
 };
 

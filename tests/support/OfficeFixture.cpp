@@ -6,12 +6,14 @@
 #include "controls/PathList.h"
 #include "controls/SortedCombo.h"
 #include "drawing/Writer.h"
+#include "host/HostDialogs.h"
 #include "library/ListFile.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "platform/System.h"
 #include "platform/Text.h"
 #include "print/PrintWindows.h"
+#include "queue/QueueWindows.h"
 #include "search/SearchWindows.h"
 
 #include <QAbstractButton>
@@ -88,6 +90,8 @@ OfficeFixture::OfficeFixture()
     addBrowserWindows(*program);
     addOfficeWindows(*program);
     addPrintWindows(*program);
+    addHostWindows(*program);
+    addQueueWindows(*program);
     addSearchWindows(*program);
 }
 

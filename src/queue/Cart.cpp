@@ -1,0 +1,204 @@
+#include "queue/Cart.h"
+
+#include "config/PublicValues.h"
+#include "controls/CaptionFrame.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/ImageList.h"
+#include "controls/NamedControls.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "platform/Files.h"
+#include "queue/QueueFile.h"
+#include "window/MainWindow.h"
+#include "window/TextBytes.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+namespace zv {
+namespace {
+
+PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
+{
+    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
+    made->setText(caption);
+    made->setToolTip(tip);
+    return made;
+}
+
+} // namespace
+
+Cart::Cart(Program& program) : Window(program, QStringLiteral("Cart"), QStringLiteral("Drawing Queue"))
+{
+    makeControls();
+    layOut();
+    connect(List1, &PathList::rowSelected, this, &Cart::showSelected);
+    connect(List1, &PathList::rowClickedAgain, this, &Cart::showSelected);
+    connect(Command5, &QPushButton::clicked, this, &Cart::removeSelected);
+    connect(Command1, &QPushButton::clicked, this, &Cart::reset);
+    connect(Command11, &QPushButton::clicked, this, &Cart::copy);
+    connect(Command2, &QPushButton::clicked, this, &Cart::save);
+    connect(Command3, &QPushButton::clicked, this, [this] { this->program().unload(objectName()); });
+}
+
+void Cart::makeControls()
+{
+    Frame1 = named<CaptionFrame>("Frame1", this);
+    Frame1->setTitle(QStringLiteral("Items in the Drawing Queue"));
+    List1 = named<PathList>("List1", Frame1);
+    List1->setAccessibleName(Frame1->title());
+    DwgThumbnail1 = named<DwgThumbnail>("DwgThumbnail1", this);
+    Text1 = named<QPlainTextEdit>("Text1", this);
+    Text1->setReadOnly(true);
+    Text1->setTabChangesFocus(true);
+    Text1->setToolTip(QStringLiteral("Drawing comments"));
+    Text1->setAccessibleName(Text1->toolTip());
+    Frame2 = named<CaptionFrame>("Frame2", this);
+    Frame2->setTitle(QStringLiteral("Selection"));
+    Command5 = button("Command5", QStringLiteral("&Remove"),
+                      QStringLiteral("Remove Items from the Drawing Queue"), Frame2);
+    Command1 =
+        button("Command1", QStringLiteral("Re&set"), QStringLiteral("Clear All Items in Queue"), Frame2);
+    Command11 =
+        button("Command11", QStringLiteral("&Copy"), QStringLiteral("Copy files to Project Folder"), Frame2);
+    Command2 =
+        button("Command2", QStringLiteral("&Ok"), QStringLiteral("Save & Close Shopping Cart"), Frame2);
+    Command3 =
+        button("Command3", QStringLiteral("Ca&ncel"), QStringLiteral("Quit and Close Shopping Cart"), Frame2);
+    Picture2 = named<QLabel>("Picture2", this);
+    Picture2->setToolTip(QStringLiteral("Double Click for About Zelvora"));
+    Picture2->setPixmap(namedPicture(QStringLiteral("logo")).pixmap(48, 36));
+    Picture2->setAlignment(Qt::AlignCenter);
+}
+
+void Cart::layOut()
+{
+    auto* const inList = new QVBoxLayout(Frame1);
+    inList->setContentsMargins(8, 8, 8, 8);
+    inList->addWidget(List1);
+
+    auto* const inSelection = new QHBoxLayout(Frame2);
+    inSelection->setContentsMargins(8, 8, 8, 8);
+    inSelection->setSpacing(8);
+    for (QWidget* control : {Command5, Command1, Command11, Command2, Command3})
+        inSelection->addWidget(control);
+
+    auto* const about = new QVBoxLayout;
+    about->setSpacing(8);
+    about->addWidget(DwgThumbnail1, 1);
+    about->addWidget(Text1, 1);
+
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(8, 8, 8, 8);
+    grid->setSpacing(8);
+    grid->addWidget(Frame1, 0, 0);
+    grid->addLayout(about, 0, 1);
+    grid->addWidget(Picture2, 1, 1);
+    grid->addWidget(Frame2, 1, 0);
+    grid->setColumnStretch(0, 3);
+    grid->setColumnStretch(1, 2);
+    grid->setRowStretch(0, 1);
+    resize(640, 440);
+}
+
+std::string Cart::path() const
+{
+    return queuePath(program().folders().user, values().LoginName);
+}
+
+void Cart::load()
+{
+    stayOnTop();
+    if (!fileExists(path())) {
+        if (const auto made = writeFile(path(), {}); !made) {
+            program().fail(namingFile(path(), made.error()));
+            return;
+        }
+    }
+    const auto queued = readQueue(path());
+    if (!queued) {
+        program().fail(namingFile(path(), queued.error()));
+        return;
+    }
+    QStringList rows;
+    for (const std::string& drawing : *queued)
+        rows << toText(drawing);
+    const BrowserFields& fields = program().fields();
+    if (isQueuedPath(fields.selectedDrawing) && fields.cartFromButton == 0)
+        rows << toText(fields.selectedDrawing);
+    List1->addItemsWithExtent(rows);
+    List1->setFocus();
+}
+
+void Cart::unloading()
+{
+    if (MainWindow* main = mainWindow(program())) {
+        main->setEnabled(true);
+        main->activateWindow();
+    }
+}
+
+std::vector<std::string> Cart::drawings() const
+{
+    std::vector<std::string> all;
+    for (int row = 0; row < List1->count(); ++row)
+        all.push_back(toBytes(List1->item(row)->text()));
+    return all;
+}
+
+void Cart::showSelected()
+{
+    const std::string drawing = toBytes(List1->currentItem()->text());
+    DwgPropsX& props = program().fields().props;
+    const bool shown = bool(DwgThumbnail1->setDrawing(drawing));
+    if (shown && props.load(drawing)) {
+        Text1->setPlainText(toText(drawing + "\n\n" + props.comments()));
+        return;
+    }
+    DwgThumbnail1->setDwgFileName(toText(joinPath(program().folders().installation, "failed.dwg")));
+    Text1->setPlainText(toText(drawing));
+}
+
+void Cart::removeSelected()
+{
+    if (List1->currentRow() < 0)
+        return;
+    // No row takes the place of the one that goes.
+    const int row = List1->currentRow();
+    List1->setCurrentRow(-1);
+    delete List1->takeItem(row);
+    Text1->clear();
+    DwgThumbnail1->setDwgFileName({});
+}
+
+void Cart::reset()
+{
+    if (!messages().ask({"Clear all items in Drawing Queue?", "Reset Drawing Queue", MessageIcon::Question}))
+        return;
+    List1->clear();
+    Text1->clear();
+    DwgThumbnail1->setDwgFileName({});
+}
+
+void Cart::copy()
+{
+    setEnabled(false);
+    if (Window* window = program().load(QStringLiteral("CartCopy"))) {
+        window->stayOnTop();
+        program().show(window->objectName());
+    } else {
+        setEnabled(true);
+    }
+}
+
+void Cart::save()
+{
+    if (const auto saved = saveQueue(path(), drawings()); !saved) {
+        program().fail(namingFile(path(), saved.error()));
+        return;
+    }
+    program().unload(objectName());
+}
+
+} // namespace zv
