@@ -9,6 +9,7 @@
 #include "host/ProgramHost.h"
 #include "platform/Files.h"
 #include "platform/System.h"
+#include "platform/Workers.h"
 #include "print/PrintWindows.h"
 #include "queue/QueueWindows.h"
 #include "search/SearchWindows.h"
@@ -17,6 +18,7 @@
 #include <QApplication>
 
 #include <clocale>
+#include <cstdlib>
 
 namespace {
 
@@ -43,11 +45,10 @@ private:
     zv::RunningProgram* m_program = nullptr;
 };
 
-} // namespace
+constexpr std::chrono::milliseconds kLastReads(500); ///< So long a read may still take at the end.
 
-int main(int argc, char** argv)
+int run(Application& application)
 {
-    Application application(argc, argv);
     std::setlocale(LC_ALL, "");
     QApplication::setApplicationName(QStringLiteral("Zelvora"));
     QApplication::setApplicationVersion(QStringLiteral(ZELVORA_VERSION));
@@ -76,5 +77,17 @@ int main(int argc, char** argv)
     program.guarded([&program] { program.load(QStringLiteral("Zelvora")); });
     const int status = QApplication::exec();
     application.guardBy(nullptr);
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Application application(argc, argv);
+    const int status = run(application);
+    // A share that has gone away may hold a read up for minutes; the program does not wait for it.
+    if (!zv::waitForWorkers(kLastReads))
+        std::_Exit(status);
     return status;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/Profiles.h"
+#include "controls/PanelPictures.h"
 #include "window/MainWindow.h"
 
 #include <array>
@@ -149,7 +150,7 @@ private:
     void tellLongLibrary(const std::string& path);
     void showTotalFiles(int count);
     void setCaption();
-    void fillCell(int cell, const std::string& path);
+    void fillCell(int cell, const std::string& path, Result<QImage> picture);
     bool showsLine(int cell) const;
     void hideCellsWithoutLine();
     bool fillPanel(int first, Blank blank);
@@ -213,6 +214,7 @@ private:
     void openHelp();
 
     std::unique_ptr<OuterGeometry> m_geometry;
+    PanelPictures m_pictures;
     RibbonHover* m_hover;
     bool m_placed = false; ///< The window stands where it was remembered to stand.
     bool m_probeFailed = false;

@@ -19,6 +19,19 @@
 #include <algorithm>
 
 namespace zv {
+namespace {
+
+/// The drawings of the panel that begins with the line of `first`, from 1; none beyond the list.
+std::vector<std::string> pathsOfPanel(const std::vector<ListLine>& list, std::size_t first)
+{
+    std::vector<std::string> paths;
+    for (std::size_t line = first; line <= list.size() && line < first + kCells; ++line)
+        paths.push_back(list[line - 1].path);
+    return paths;
+}
+
+} // namespace
+
 // ---- loading a library
 
 void Zelvora::selectLibrary()
@@ -60,14 +73,16 @@ void Zelvora::showLibrary(const std::vector<ListLine>& list)
     QStringList labels;
     fields.LineCount = 0;
     m_filledCells = std::min(int(list.size()), kCells);
+    m_pictures.read(pathsOfPanel(list, 1));
     for (const ListLine& line : list) {
         ++fields.LineCount;
         labels << toText(line.label);
         if (fields.LineCount <= kCells)
-            fillCell(fields.LineCount, line.path);
+            fillCell(fields.LineCount, line.path, m_pictures.take(std::size_t(fields.LineCount - 1)));
         if (fields.LineCount < kCells)
             Command3->setEnabled(true);
     }
+    m_pictures.readAhead(pathsOfPanel(list, 1 + kCells));
     List1->addItemsWithExtent(labels);
     if (fields.LineCount <= kCells)
         endOfShortList();
@@ -135,9 +150,9 @@ void Zelvora::setCaption()
 
 // ---- the cells
 
-void Zelvora::fillCell(int cell, const std::string& path)
+void Zelvora::fillCell(int cell, const std::string& path, Result<QImage> picture)
 {
-    if (!DwgThumbnails[cell]->setDrawing(path)) {
+    if (!DwgThumbnails[cell]->setDrawing(path, std::move(picture))) {
         const std::string failed = joinPath(program().folders().installation, "failed.dwg");
         // Without the placeholder the cell stays blank; an action on it still means the placeholder.
         static_cast<void>(DwgThumbnails[cell]->setDrawing(failed));
@@ -183,11 +198,16 @@ bool Zelvora::fillPanel(int first, Blank blank)
         return false;
     }
     int cell = 0;
-    for (std::size_t line = std::size_t(std::max(first, 1)); line <= list->size() && cell < kCells; ++line) {
+    const auto firstLine = std::size_t(std::max(first, 1));
+    m_pictures.read(pathsOfPanel(*list, firstLine));
+    for (std::size_t line = firstLine; line <= list->size() && cell < kCells; ++line) {
         if (cell == 0 && blank == Blank::AtFirstLine)
             blankAllCells();
-        fillCell(++cell, (*list)[line - 1].path);
+        fillCell(cell + 1, (*list)[line - 1].path, m_pictures.take(std::size_t(cell)));
+        ++cell;
     }
+    // The user will turn there next.
+    m_pictures.readAhead(pathsOfPanel(*list, firstLine + kCells));
     m_filledCells = cell;
     hideCellsWithoutLine();
     return true;

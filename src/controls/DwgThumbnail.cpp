@@ -46,6 +46,11 @@ void DwgThumbnail::setRenderer(ThumbnailRenderer newRenderer)
 
 Result<void> DwgThumbnail::setDrawing(const std::string& path)
 {
+    return setDrawing(path, path.empty() ? Result<QImage>(QImage()) : readThumbnail(path));
+}
+
+Result<void> DwgThumbnail::setDrawing(const std::string& path, Result<QImage> picture)
+{
     m_fileName = toText(path);
     m_picture = {};
     m_scaled = {};
@@ -58,7 +63,6 @@ Result<void> DwgThumbnail::setDrawing(const std::string& path)
     setAccessibleName(name.isEmpty() ? tr("Empty cell") : name);
     if (path.empty())
         return {};
-    auto picture = readThumbnail(path);
     if (!picture)
         return picture.error();
     m_readable = true;

@@ -24,6 +24,8 @@ public:
     /// Shows the preview of a drawing; an empty path blanks the control. `path` is in the system's 8-bit code
     /// page. Errors: the drawing cannot be read; the control is blank then, under the path that was given.
     Result<void> setDrawing(const std::string& path);
+    /// The same with what readThumbnail() has given for the path.
+    Result<void> setDrawing(const std::string& path, Result<QImage> picture);
     QString dwgFileName() const { return m_fileName; }
     void setDwgFileName(const QString& path);
 

@@ -26,6 +26,14 @@ bool fileExists(const std::string& path);
 bool folderExists(const std::string& path);
 /// Errors: NotFound, no regular file is there; Denied, Failed: nobody knows.
 Result<std::uint64_t> fileLength(const std::string& path);
+/// By what a file that has been changed is told from what it was.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t time = 0; ///< Of the last write, in the system's own count.
+    bool operator==(const FileStamp&) const = default;
+};
+/// Errors: NotFound, no regular file is there.
+Result<FileStamp> fileStamp(const std::string& path);
 /// The whole file. Errors: NotFound; TooLarge, it has more than `most` bytes; Denied, Failed (a folder among
 /// them).
 Result<std::string> readFile(const std::string& path, std::uint64_t most = kAnySize);

@@ -86,6 +86,16 @@ Result<std::uint64_t> fileLength(const std::string& path)
     return static_cast<std::uint64_t>(status.st_size);
 }
 
+Result<FileStamp> fileStamp(const std::string& path)
+{
+    struct stat status {};
+    if (calls::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return Error{ErrorCode::NotFound, path + ": no such file"};
+    constexpr std::int64_t kPerSecond = 1'000'000'000;
+    return FileStamp{static_cast<std::uint64_t>(status.st_size),
+                     status.st_mtim.tv_sec * kPerSecond + status.st_mtim.tv_nsec};
+}
+
 Result<std::string> readFile(const std::string& path, std::uint64_t most)
 {
     Result<Descriptor> file = openForReading(path);

@@ -111,6 +111,18 @@ Result<std::uint64_t> fileLength(const std::string& path)
     return (static_cast<std::uint64_t>(data.nFileSizeHigh) << 32) | data.nFileSizeLow;
 }
 
+Result<FileStamp> fileStamp(const std::string& path)
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!::GetFileAttributesExW(widePath(path).c_str(), GetFileExInfoStandard, &data) ||
+        (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+        return Error{ErrorCode::NotFound, lastError(path).text};
+    const auto joined = [](DWORD high, DWORD low) { return (static_cast<std::uint64_t>(high) << 32) | low; };
+    return FileStamp{joined(data.nFileSizeHigh, data.nFileSizeLow),
+                     static_cast<std::int64_t>(
+                         joined(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime))};
+}
+
 Result<std::string> readFile(const std::string& path, std::uint64_t most)
 {
     const FileHandle file(path, GENERIC_READ, kShareAll, OPEN_EXISTING);

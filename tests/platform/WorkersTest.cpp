@@ -1,0 +1,90 @@
+#include "platform/Workers.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <latch>
+#include <stdexcept>
+#include <vector>
+
+namespace zv {
+namespace {
+
+class WorkersTest : public testing::Test {
+protected:
+    ~WorkersTest() override { EXPECT_TRUE(waitForWorkers(std::chrono::seconds(5))) << "no thread is left"; }
+};
+
+TEST_F(WorkersTest, GiveWhatTheirWorkComesTo)
+{
+    Workers workers;
+    auto two = workers.start([] { return 2; });
+    auto three = workers.start([] { return 3; });
+    EXPECT_EQ(two.get(), 2);
+    EXPECT_EQ(three.get(), 3);
+}
+
+TEST_F(WorkersTest, WorkSideBySide)
+{
+    Workers workers(3);
+    std::latch together(3);
+    std::vector<std::future<bool>> met;
+    for (int i = 0; i < 3; ++i)
+        met.push_back(workers.start([&together] {
+            together.arrive_and_wait();
+            return true;
+        }));
+    for (auto& one : met)
+        EXPECT_TRUE(one.get());
+}
+
+TEST_F(WorkersTest, AreNeverMoreThanAllowed)
+{
+    Workers workers(2);
+    std::atomic<int> now = 0, most = 0;
+    std::vector<std::future<int>> done;
+    for (int i = 0; i < 50; ++i)
+        done.push_back(workers.start([&now, &most] {
+            const int here = ++now;
+            for (int seen = most; here > seen && !most.compare_exchange_weak(seen, here);)
+                continue;
+            return now--;
+        }));
+    for (auto& one : done)
+        one.wait();
+    EXPECT_LE(most, 2);
+}
+
+TEST_F(WorkersTest, DropWhatWaitsAndDoNotWaitForWhatHangs)
+{
+    std::promise<void> release;
+    const std::shared_future<void> released = release.get_future().share();
+    std::atomic<bool> second = false;
+    std::future<int> hanging;
+    {
+        Workers workers(1);
+        std::promise<void> begun;
+        hanging = workers.start([released, &begun] {
+            begun.set_value();
+            released.wait();
+            return 1;
+        });
+        begun.get_future().wait();
+        static_cast<void>(workers.start([&second] { return second = true; }));
+    }
+    EXPECT_FALSE(waitForWorkers(std::chrono::milliseconds(1)));
+    release.set_value();
+    EXPECT_EQ(hanging.get(), 1);
+    EXPECT_TRUE(waitForWorkers(std::chrono::seconds(5)));
+    EXPECT_FALSE(second);
+}
+
+TEST_F(WorkersTest, AFailureOfTheLanguageComesOutOfTheFuture)
+{
+    Workers workers;
+    auto failing = workers.start([]() -> int { throw std::runtime_error("no memory"); });
+    EXPECT_THROW(failing.get(), std::runtime_error);
+}
+
+} // namespace
+} // namespace zv
