@@ -132,6 +132,7 @@ bool Search::showResult(const std::string& path)
         return false;
     Text2->setPlainText(toText("Drawing Name: " + path + "\r\n\r\n" + fields.props.comments()));
     Text5->setText(toText(fields.props.keywords()));
+    Text5->setCursorPosition(0);
     List1->setFocus();
     return true;
 }

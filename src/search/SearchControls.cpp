@@ -266,9 +266,9 @@ void Search::layOut()
     properties->setStretch(3, 1);
     auto* seen = new QVBoxLayout;
     seen->setSpacing(kGap);
-    seen->addWidget(Frame3, 3);
+    seen->addWidget(Frame3, 2);
     seen->addLayout(views);
-    seen->addWidget(Frame5, 2);
+    seen->addWidget(Frame5, 1);
     seen->addLayout(properties);
 
     auto* middle = new QHBoxLayout;
