@@ -24,10 +24,10 @@ constexpr int kPatienceMs = 15000;
 
 Tour::Tour(Program& program, QString pictures) : m_program(program), m_pictures(std::move(pictures)) {}
 
-QWidget* Tour::control(const char* name) const
+QWidget* Tour::control(const char* name, const char* window) const
 {
-    Window* window = m_program.loaded(QStringLiteral("Zelvora"));
-    return window ? window->findChild<QWidget*>(QString::fromLatin1(name)) : nullptr;
+    Window* loaded = m_program.loaded(QString::fromLatin1(window));
+    return loaded ? loaded->findChild<QWidget*>(QString::fromLatin1(name)) : nullptr;
 }
 
 bool Tour::start()
@@ -47,13 +47,13 @@ bool Tour::until(const char* what, const std::function<bool()>& holds)
     return false;
 }
 
-void Tour::picture(const QString& name)
+void Tour::picture(const QString& name, const char* window)
 {
-    QWidget* window = m_program.loaded(QStringLiteral("Zelvora"));
-    if (!window)
+    QWidget* loaded = m_program.loaded(QString::fromLatin1(window));
+    if (!loaded)
         return;
     QCoreApplication::processEvents();
-    keep(window->grab(), name);
+    keep(loaded->grab(), name);
 }
 
 void Tour::pictureOfScreen(const QString& name)
@@ -82,9 +82,9 @@ bool Tour::chooseLibrary(const QString& name)
     return true;
 }
 
-void Tour::click(const char* name)
+void Tour::click(const char* name, const char* window)
 {
-    if (QWidget* widget = control(name))
+    if (QWidget* widget = control(name, window))
         QTest::mouseClick(widget, Qt::LeftButton);
 }
 

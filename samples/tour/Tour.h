@@ -20,13 +20,13 @@ public:
     /// Lets events run until something holds; false, with a word on stderr, when it does not in time.
     static bool until(const char* what, const std::function<bool()>& holds);
 
-    void picture(const QString& name);
+    void picture(const QString& name, const char* window = "Zelvora");
     void pictureOfScreen(const QString& name);
 
-    /// A control of the main window; null when it is not loaded or has none of that name.
-    QWidget* control(const char* name) const;
+    /// A control of a window; null when it is not loaded or has none of that name.
+    QWidget* control(const char* name, const char* window = "Zelvora") const;
     bool chooseLibrary(const QString& name);
-    void click(const char* name);
+    void click(const char* name, const char* window = "Zelvora");
     void doubleClick(const char* name);
     void jumpToRow(int row);
     /// Keeps a picture of the message box that comes up next and answers it.

@@ -9,11 +9,14 @@
 #include "host/QtEventPump.h"
 #include "platform/Automation.h"
 #include "platform/System.h"
+#include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QProcess>
 #include <QRadioButton>
@@ -40,6 +43,7 @@ struct Setting {
     {
         program.setActionServices(host.services());
         zv::addBrowserWindows(program);
+        zv::addSearchWindows(program);
     }
 
     zv::MessageBoxes messages;
@@ -102,6 +106,42 @@ bool browse(Tour& tour, const QString& office)
     return true;
 }
 
+/// Picks a point in the bench with the display's own pointer, and takes its rotation as it is offered.
+void pickPoint(Tour& tour, const QString& name, const QString& x, const QString& y)
+{
+    zv::tour::xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
+                       QStringLiteral("--name"), QStringLiteral("Bench"), QStringLiteral("windowraise"),
+                       QStringLiteral("windowfocus"), QStringLiteral("mousemove"), QStringLiteral("--window"),
+                       QStringLiteral("%1"), x, y});
+    QTest::qWait(kRepaintMs);
+    tour.pictureOfScreen(name);
+    zv::tour::xdotool({QStringLiteral("click"), QStringLiteral("1")});
+    zv::tour::xdotool({QStringLiteral("key"), QStringLiteral("Return")});
+}
+
+/// Searches a word over all libraries and places a drawing that was found.
+bool searchAndPlace(Tour& tour)
+{
+    tour.click("Command4");
+    auto* results = qobject_cast<QListWidget*>(tour.control("List1", "Search"));
+    if (!results)
+        return false;
+    qobject_cast<QCheckBox*>(tour.control("Check1", "Search"))->setChecked(true);
+    qobject_cast<QLineEdit*>(tour.control("Text1", "Search"))->setText(QStringLiteral("valve"));
+    tour.click("Command11", "Search");
+    if (results->count() == 0) {
+        std::fprintf(stderr, "zelvora-tour: the search found nothing\n");
+        return false;
+    }
+    results->setCurrentRow(0);
+    tour.picture(QStringLiteral("searched-all-libraries"), "Search");
+    qobject_cast<QRadioButton*>(tour.control("Option2", "Search"))->setChecked(true);
+    tour.click("Command3", "Search");
+    pickPoint(tour, QStringLiteral("bench-asks-where-the-hit-goes"), QStringLiteral("420"),
+              QStringLiteral("180"));
+    return true;
+}
+
 /// A double-click places a drawing in the bench; the point is picked there with the display's own pointer.
 bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
 {
@@ -121,14 +161,7 @@ bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
 
     qobject_cast<QRadioButton*>(tour.control("Option1"))->setChecked(true);
     tour.doubleClick("DwgThumbnail2");
-    zv::tour::xdotool({QStringLiteral("search"), QStringLiteral("--sync"), QStringLiteral("--onlyvisible"),
-                       QStringLiteral("--name"), QStringLiteral("Bench"), QStringLiteral("windowraise"),
-                       QStringLiteral("windowfocus"), QStringLiteral("mousemove"), QStringLiteral("--window"),
-                       QStringLiteral("%1"), QStringLiteral("300"), QStringLiteral("250")});
-    QTest::qWait(kRepaintMs);
-    tour.pictureOfScreen(QStringLiteral("bench-asks-for-the-point"));
-    zv::tour::xdotool({QStringLiteral("click"), QStringLiteral("1")});
-    zv::tour::xdotool({QStringLiteral("key"), QStringLiteral("Return")});
+    pickPoint(tour, QStringLiteral("bench-asks-for-the-point"), QStringLiteral("300"), QStringLiteral("250"));
 
     const auto document = zv::asObject(application->get("ActiveDocument"));
     if (!document)
@@ -138,6 +171,8 @@ bool insertBlock(Tour& tour, const QString& office, const QString& pictures)
         return active && *active == 0;
     };
     if (!Tour::until("the bench has placed the block", idle))
+        return false;
+    if (!searchAndPlace(tour) || !Tour::until("the bench has placed what was found", idle))
         return false;
     static_cast<void>((*document)->call("SendCommand", {std::string("_.ZOOM\r_E\r")}));
     QTest::qWait(kRepaintMs);

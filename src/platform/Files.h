@@ -32,7 +32,7 @@ struct FileStamp {
     std::int64_t time = 0; ///< Of the last write, in the system's own count.
     bool operator==(const FileStamp&) const = default;
 };
-/// Errors: NotFound, no regular file is there.
+/// Errors: as fileLength().
 Result<FileStamp> fileStamp(const std::string& path);
 /// The whole file. Errors: NotFound; TooLarge, it has more than `most` bytes; Denied, Failed (a folder among
 /// them).

@@ -15,10 +15,14 @@
 #include "host/LoadAcad.h"
 #include "print/PrintLib.h"
 #include "print/PrintWindows.h"
+#include "search/Search.h"
+#include "search/SearchWindows.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
@@ -48,6 +52,7 @@ public:
         zv::addBrowserWindows(m_program);
         zv::addOfficeWindows(m_program);
         zv::addPrintWindows(m_program);
+        zv::addSearchWindows(m_program);
         m_program.add(QStringLiteral("LoadAcad"), [this] { return new zv::LoadAcad(m_program); });
     }
 
@@ -74,6 +79,7 @@ public:
         main()->Picture9->click();
         take("settings");
         main()->Picture5->click();
+        takeSearch();
         takeMissingLibrary();
         takeOther("LoadAcad", "load-acad");
         takeOther("frmSplash", "about");
@@ -119,6 +125,24 @@ private:
                 break;
         }
         take("missing-library");
+    }
+
+    void takeSearch()
+    {
+        m_program.show(QStringLiteral("Search"));
+        auto* search = static_cast<zv::Search*>(m_program.loaded(QStringLiteral("Search")));
+        search->resize(kPictureSize);
+        search->Check1->setChecked(true);
+        search->Option2->setChecked(true);
+        search->Text1->setText(QStringLiteral("door"));
+        search->Command11->click();
+        search->List1->setCurrentRow(4);
+        QTest::qWait(500);
+        save(search, "search");
+        search->Command5->click();
+        QTest::qWait(500);
+        save(search, "search-enlarged");
+        search->close();
     }
 
     void takeOther(const char* window, const char* name)

@@ -89,7 +89,9 @@ Result<std::uint64_t> fileLength(const std::string& path)
 Result<FileStamp> fileStamp(const std::string& path)
 {
     struct stat status {};
-    if (calls::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    if (calls::stat(path.c_str(), &status) != 0)
+        return systemError(path);
+    if (!S_ISREG(status.st_mode))
         return Error{ErrorCode::NotFound, path + ": no such file"};
     constexpr std::int64_t kPerSecond = 1'000'000'000;
     return FileStamp{static_cast<std::uint64_t>(status.st_size),
