@@ -7,6 +7,7 @@
 #include "drawing/paint/Picture.h"
 #include "host/HostDialogs.h"
 #include "host/ProgramHost.h"
+#include "library/LibraryWindows.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "platform/Workers.h"
@@ -69,6 +70,7 @@ int run(Application& application)
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     zv::addBrowserWindows(program);
+    zv::addLibraryWindows(program);
     zv::addOfficeWindows(program);
     zv::addPrintWindows(program);
     zv::addHostWindows(program);

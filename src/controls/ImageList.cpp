@@ -66,6 +66,13 @@ constexpr Entry kListC[] = {
     {"open", true},     {"stop", false},   {"queue-add", false},
 };
 
+constexpr Entry kListD[] = {
+    {"list-add", false},
+    {"list-remove", false},
+    {"list-clear", false},
+    {"delete", false},
+};
+
 std::span<const Entry> entriesOf(char letter)
 {
     switch (letter) {
@@ -73,8 +80,10 @@ std::span<const Entry> entriesOf(char letter)
         return kListA;
     case 'B':
         return kListB;
-    default:
+    case 'C':
         return kListC;
+    default:
+        return kListD;
     }
 }
 
@@ -167,6 +176,12 @@ const ImageList& ImageList::b()
 const ImageList& ImageList::c()
 {
     static const ImageList list('C');
+    return list;
+}
+
+const ImageList& ImageList::d()
+{
+    static const ImageList list('D');
     return list;
 }
 

@@ -16,8 +16,10 @@ public:
     static const ImageList& b();
     /// The pictures of the search window's buttons.
     static const ImageList& c();
+    /// The pictures of the windows that make libraries.
+    static const ImageList& d();
 
-    /// The letter of the list, 'A', 'B' or 'C'.
+    /// The letter of the list, 'A' to 'D'.
     char letter() const { return m_letter; }
     int count() const;
     /// The picture of an index from 1 to count(); a null icon for any other index.
@@ -28,7 +30,7 @@ private:
     char m_letter;
 };
 
-/// A picture of the program by its name (the file's, without folder and ending), for use outside the two
+/// A picture of the program by its name (the file's, without folder and ending), for use outside the
 /// lists. A lit one stands on a ground of the accent colour. A null icon when there is no such picture.
 QIcon namedPicture(const QString& name, bool lit = false);
 

@@ -51,7 +51,9 @@ void SortedCombo::add(const QStringList& texts)
 void SortedCombo::setShownText(const QString& text)
 {
     const QSignalBlocker noHandlers(this);
-    setCurrentIndex(findText(text, Qt::MatchFixedString));
+    // Names that differ in case alone are two.
+    const int exact = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    setCurrentIndex(exact >= 0 ? exact : findText(text, Qt::MatchFixedString));
     setEditText(text);
     // A name that is longer than the box begins where names are told apart.
     lineEdit()->setCursorPosition(0);

@@ -43,7 +43,8 @@ TEST_F(ImageListTest, EveryIndexHasAPicture)
     ASSERT_EQ(ImageList::a().count(), 14);
     ASSERT_EQ(ImageList::b().count(), 36);
     ASSERT_EQ(ImageList::c().count(), 18);
-    for (const ImageList* list : {&ImageList::a(), &ImageList::b(), &ImageList::c()})
+    ASSERT_EQ(ImageList::d().count(), 4);
+    for (const ImageList* list : {&ImageList::a(), &ImageList::b(), &ImageList::c(), &ImageList::d()})
         for (int index = 1; index <= list->count(); ++index)
             EXPECT_TRUE(holdsInk(drawn(list->picture(index)))) << list->letter() << index;
 }

@@ -1,0 +1,172 @@
+#include "library/Newlib.h"
+
+#include "config/PublicValues.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "library/Catalogue.h"
+#include "library/FieldColors.h"
+#include "library/ListFile.h"
+#include "library/LockedCombo.h"
+#include "library/SizeCount.h"
+#include "platform/Files.h"
+#include "window/TextBytes.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+// What touches the catalogue: saving, renaming and deleting libraries, and the two ways back.
+
+namespace zv {
+
+/// Writes the rows of a combo box as the catalogue; its scratch file stays for the caller to remove.
+bool Newlib::rewriteCatalogue(const LockedCombo& rows, int count)
+{
+    std::vector<std::string> names;
+    for (const QString& row : rows.rows())
+        names.push_back(toBytes(row));
+    return wentWell(masterProfile(), writeCatalogue(values().MasterPath, names, count));
+}
+
+bool Newlib::addToCatalogue()
+{
+    const bool isNew = EditMode == ModeNew || EditMode == ModeNewStarted;
+    const int count = libraryCount(masterProfile()) + (isNew ? 1 : 0);
+    if (isNew) {
+        for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+            combo->add({Text1->text()});
+    }
+    if (!rewriteCatalogue(*Combo2, count) ||
+        !wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
+        return false;
+    // A library that no drawing was added to has no list yet.
+    const std::string list = listOf(Text1->text());
+    if (!fileExists(list) && !wentWell(list, createFile(list, {})))
+        return false;
+    markCatalogueChanged(values().MasterPath);
+    return true;
+}
+
+/// False when the run of the program ends.
+bool Newlib::saveLibrary()
+{
+    if (EditMode == ModeIdle)
+        return true;
+    if (!addToCatalogue())
+        return false;
+    m_sizes->stop();
+    List1->clear();
+    Text1->clear();
+    Text5->clear();
+    blankDetails();
+    return true;
+}
+
+void Newlib::save()
+{
+    Command9->setFocus();
+    saveLibrary();
+}
+
+/// Touches no file: the list of a new library stays behind, outside the catalogue.
+void Newlib::reset()
+{
+    m_sizes->stop();
+    Command7->setEnabled(false);
+    Command10->setEnabled(false);
+    Text1->clear();
+    setSourceInPlay(true);
+    for (QWidget* control : std::initializer_list<QWidget*>{Combo2, Combo3, Text1, Combo1, Text2})
+        setInPlay(control, true);
+    Dirty = 0;
+    disableCommands();
+    takeOutOfPlay();
+    for (QLineEdit* text : {Text1, Text2, Text5, Text7, Text8})
+        text->clear();
+    for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+        combo->clearText();
+    blankDetails();
+    List1->clear();
+    EditMode = ModeNew;
+}
+
+void Newlib::done()
+{
+    const auto ask = [this](const char* text, const char* title) {
+        return messages().askOrClose({text, title, MessageIcon::Question});
+    };
+    std::optional<bool> answer = false;
+    const bool hasName = !Text1->text().isEmpty();
+    if (hasName && Dirty == 1)
+        answer = ask("Save Changes to Library?", "Library Save Confirmation");
+    if (answer == false && hasName && EditMode == ModeNew)
+        answer = ask("Save Changes to New Library?", "New Library Save Confirmation");
+    if (!answer)
+        return;
+    if (*answer) {
+        if (!saveLibrary())
+            return;
+    } else if (const std::string list = listOf(Text1->text()); fileExists(list)) {
+        if (!wentWell(list, deleteFileForced(list)))
+            return;
+    }
+    program().unload(objectName());
+}
+
+void Newlib::renameLibrary()
+{
+    const int count = libraryCount(masterProfile());
+    const std::string oldList = listOf(Combo1->currentText());
+    const QString name = Text2->text();
+    if (name.isEmpty()) {
+        messages().show({"Please Select a Library to Rename", "No Library Selected", MessageIcon::Warning});
+        return;
+    }
+    const int row = Combo1->currentIndex();
+    for (LockedCombo* combo : {Combo1, Combo2, Combo3}) {
+        combo->removeRow(row);
+        combo->add({name});
+    }
+    Combo1->setShownText(name);
+    // The catalogue is written after the file has its name, so that a failure here leaves it as it was.
+    if (!wentWell(oldList, renameFile(oldList, listOf(name))) || !rewriteCatalogue(*Combo1, count))
+        return;
+    Text2->clear();
+    if (!wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
+        return;
+    markCatalogueChanged(values().MasterPath);
+    EditMode = ModeExisting;
+}
+
+void Newlib::deleteLibrary()
+{
+    const int count = libraryCount(masterProfile());
+    const QString name = Combo3->currentText();
+    if (name.isEmpty()) {
+        messages().show({"Please Select a Library to Delete ", "No Library Selected", MessageIcon::Warning});
+        return;
+    }
+    const std::string list = listOf(name);
+    if (messages().ask({"Are you sure you want to Delete Library :\r\n" + toBytes(name) + " ? ",
+                        "Library Delete Confirmation", MessageIcon::Question})) {
+        const int row = Combo3->currentIndex();
+        for (LockedCombo* combo : {Combo3, Combo2, Combo1})
+            combo->removeRow(row);
+        if (!rewriteCatalogue(*Combo3, count - 1) || !finishDeletion(list))
+            return;
+    }
+    EditMode = ModeIdle;
+}
+
+/// False when a file could not be deleted, which is passed over without a word.
+bool Newlib::finishDeletion(const std::string& list)
+{
+    if (fileExists(list) && !deleteFileForced(list))
+        return false;
+    if (!removeCatalogueScratch(values().MasterPath))
+        return false;
+    markCatalogueChanged(values().MasterPath);
+    return true;
+}
+
+} // namespace zv

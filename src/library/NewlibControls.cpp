@@ -1,0 +1,272 @@
+#include "library/Newlib.h"
+
+#include "controls/DriveBox.h"
+#include "controls/DwgThumbnail.h"
+#include "controls/FileList.h"
+#include "controls/FolderList.h"
+#include "controls/NamedControls.h"
+#include "controls/PathList.h"
+#include "controls/PictureButton.h"
+#include "controls/Resizer.h"
+#include "library/LockedCombo.h"
+#include "library/SizeCount.h"
+#include "window/MainWindow.h"
+#include "window/OuterGeometry.h"
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+
+#include <algorithm>
+
+// The editor's controls and their places: which library on the left, its drawings on the right, the drawing
+// in hand below.
+
+namespace zv {
+namespace {
+
+constexpr QSize kSmallest(433, 433);
+
+PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
+{
+    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
+    made->setText(caption);
+    made->setToolTip(tip);
+    return made;
+}
+
+QLineEdit* shownText(const char* name, QWidget* parent)
+{
+    auto* text = named<QLineEdit>(name, parent);
+    text->setReadOnly(true);
+    return text;
+}
+
+QPlainTextEdit* shownLines(const char* name, QWidget* parent)
+{
+    auto* text = named<QPlainTextEdit>(name, parent);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    return text;
+}
+
+} // namespace
+
+Newlib::Newlib(Program& program) : Window(program, QStringLiteral("Newlib"), QStringLiteral("Library Editor"))
+{
+    makeLibraryChoice();
+    makeDrawings();
+    makeDetails();
+    Command9 = button("Command9", QStringLiteral("&Save"), QStringLiteral("Apply Changes"), this);
+    Command8 = button("Command8", QStringLiteral("&Reset"), QStringLiteral("Discard"), this);
+    Command11 = button("Command11", QStringLiteral("&Done"), QStringLiteral("Close and Save Changes"), this);
+    m_sizes = std::make_unique<SizeCount>(
+        [this](std::int32_t total) { Text8->setText(QStringLiteral("%1 KB").arg(total)); });
+    setTabOrders();
+    placeControls();
+    connectHandlers();
+    setMinimumSize(kSmallest);
+    resize(kMainWindowDesign / kTwipsPerPixel);
+}
+
+void Newlib::makeLibraryChoice()
+{
+    FrameNew = namedFrame("FrameNew", QStringLiteral("Type New Library Name"), this);
+    Text1 = named<QLineEdit>("Text1", FrameNew);
+    Text1->setAccessibleName(tr("New library name"));
+    Combo2 = named<LockedCombo>("Combo2", FrameNew);
+    LabelSelect = labelFor(Combo2, "LabelSelect", QStringLiteral("Or Select Existing Library"), FrameNew);
+
+    FrameRename = namedFrame("FrameRename", QStringLiteral("Rename Library"), this);
+    Combo1 = named<LockedCombo>("Combo1", FrameRename);
+    Combo1->setAccessibleName(tr("Library to rename"));
+    Text2 = named<QLineEdit>("Text2", FrameRename);
+    LabelTo = labelFor(Text2, "LabelTo", QStringLiteral("To"), FrameRename);
+    Text2->setAccessibleName(tr("New name of the library"));
+    Command4 = button("Command4", QStringLiteral("OK"), tr("Rename Library"), FrameRename);
+
+    FrameDelete = namedFrame("FrameDelete", QStringLiteral("Delete Library"), this);
+    Combo3 = named<LockedCombo>("Combo3", FrameDelete);
+    Combo3->setAccessibleName(tr("Library to delete"));
+    Command6 =
+        button("Command6", QStringLiteral("&Delete"), QStringLiteral("Delete Current Library"), FrameDelete);
+
+    FramePath = namedFrame("FramePath", QStringLiteral("Set Library Path"), this);
+    Command14 = button("Command14", QStringLiteral("&Set Path"),
+                       QStringLiteral("Set Path for Zelvora Libraries (*.lst)"), FramePath);
+}
+
+void Newlib::makeDrawings()
+{
+    FrameFiles = namedFrame("FrameFiles", QStringLiteral("Add Drawing Files:"), this);
+    Drive1 = named<DriveBox>("Drive1", FrameFiles);
+    Dir1 = named<FolderList>("Dir1", FrameFiles);
+    File1 = named<FileList>("File1", FrameFiles, ".dwg");
+    File1->setAccessibleName(tr("Drawing files in the folder"));
+    chainLists(*Drive1, *Dir1, messages());
+    chainLists(*Dir1, *File1);
+    Command1 = button("Command1", QStringLiteral("Add"), QStringLiteral("Add file to list"), FrameFiles);
+    Command2 = button("Command2", QStringLiteral("Remove"), QStringLiteral("Remove selected file from list"),
+                      FrameFiles);
+    Command3 = button("Command3", QStringLiteral("Remove All"), QStringLiteral("Remove all files from list"),
+                      FrameFiles);
+    int picture = 0;
+    for (PictureButton* command : {Command1, Command2, Command3})
+        command->setPicture(ImageList::d(), ++picture);
+    Command7 = button("Command7", QStringLiteral("UP"), QStringLiteral("Move File Up in List"), FrameFiles);
+    Command10 =
+        button("Command10", QStringLiteral("DN"), QStringLiteral("Move File Down in List"), FrameFiles);
+    List1 = named<PathList>("List1", FrameFiles);
+    List1->setAccessibleName(tr("Drawings of the library"));
+    Text5 = named<QLineEdit>("Text5", FrameFiles);
+    LabelLabel = labelFor(Text5, "LabelLabel", QStringLiteral("Drawing Label:"), FrameFiles);
+    Command5 = button("Command5", QStringLiteral("OK"), QStringLiteral("Rename Label"), FrameFiles);
+    Text7 = shownText("Text7", FrameFiles);
+    LabelFiles = labelFor(Text7, "LabelFiles", QStringLiteral("Total Files:"), FrameFiles);
+    Text8 = shownText("Text8", FrameFiles);
+    LabelSize = labelFor(Text8, "LabelSize", QStringLiteral("Total Size:"), FrameFiles);
+}
+
+void Newlib::makeDetails()
+{
+    FramePreview = namedFrame("FramePreview", QStringLiteral("Drawing Preview"), this);
+    DwgThumbnail1 = named<DwgThumbnail>("DwgThumbnail1", FramePreview);
+    DwgThumbnail1->setAccessibleName(tr("Drawing preview"));
+    DwgThumbnail1->setFocusPolicy(Qt::NoFocus);
+    FrameProperties = namedFrame("FrameProperties", QStringLiteral("DWG Properties"), this);
+    Text3 = shownLines("Text3", FrameProperties);
+    Text3->setAccessibleName(tr("Drawing comments"));
+    Text4 = shownLines("Text4", FrameProperties);
+    LabelKeywords = labelFor(Text4, "LabelKeywords", tr("Keywords:"), FrameProperties);
+    Text6 = shownText("Text6", FrameProperties);
+    LabelFileSize = labelFor(Text6, "LabelFileSize", tr("File Size:"), FrameProperties);
+    Command12 = button("Command12", QStringLiteral("&Edit"), QStringLiteral("Edit AutoCAD DWGPROPS"),
+                       FrameProperties);
+    LabelNote = named<QLabel>("LabelNote", FrameProperties);
+    LabelNote->setText(QStringLiteral("Select the Edit button to modify DWGPROPS"));
+    LabelNote->setWordWrap(true);
+}
+
+void Newlib::placeControls()
+{
+    Resizer1 = new Resizer(this, kMainWindowDesign / kTwipsPerPixel);
+    Resizer1->setObjectName(QStringLiteral("Resizer1"));
+    placeLibraryChoice();
+    placeDrawings();
+    placeDetails();
+    int left = 449;
+    for (PictureButton* command : {Command9, Command8, Command11}) {
+        Resizer1->place(command, {left, 572, 80, 26},
+                        {command->minimumSizeHint().width(), std::max(22, fontMetrics().height() + 8)});
+        left += 88;
+    }
+}
+
+void Newlib::placeLibraryChoice()
+{
+    const int row = std::max(22, fontMetrics().height() + 8);
+    const QSize line(0, row), caption(0, FrameNew->naturalCaptionHeight() + 2);
+    const QSize text(0, fontMetrics().height());
+    int top = 8;
+    for (const auto& [frame, height] :
+         {std::pair(FrameNew, 106), std::pair(FrameRename, 88), std::pair(FrameDelete, 88),
+          std::pair(FramePath, 58), std::pair(FramePreview, 184)}) {
+        Resizer1->place(frame, {8, top, 190, height}, {128, 0});
+        Resizer1->reserve(frame, {8, 0, 174, 22}, caption);
+        top += height + 8;
+    }
+    Resizer1->place(Text1, {8, 22, 174, 26}, line);
+    Resizer1->place(LabelSelect, {8, 52, 174, 18}, text);
+    Resizer1->place(Combo2, {8, 72, 174, 26}, line);
+    Resizer1->place(Combo1, {8, 22, 174, 26}, line);
+    Resizer1->place(LabelTo, {8, 54, 22, 26}, LabelTo->sizeHint());
+    Resizer1->place(Text2, {34, 54, 96, 26}, line);
+    Resizer1->place(Command4, {136, 54, 46, 26}, {Command4->minimumSizeHint().width(), row});
+    Resizer1->place(Combo3, {8, 22, 174, 26}, line);
+    Resizer1->place(Command6, {8, 54, 174, 26}, line);
+    Resizer1->place(Command14, {8, 24, 174, 26}, line);
+    Resizer1->place(DwgThumbnail1, {8, 22, 174, 154}, {0, 60});
+}
+
+void Newlib::placeDrawings()
+{
+    const int row = std::max(22, fontMetrics().height() + 8);
+    const QSize line(0, row);
+    const auto natural = [row](QWidget* control) { return QSize(control->minimumSizeHint().width(), row); };
+    Resizer1->place(FrameFiles, {206, 8, 499, 364});
+    Resizer1->reserve(FrameFiles, {8, 0, 483, 22}, {0, FrameFiles->naturalCaptionHeight() + 2});
+    Resizer1->place(Drive1, {8, 22, 170, 26}, line);
+    Resizer1->place(Dir1, {8, 54, 170, 128});
+    Resizer1->place(File1, {8, 188, 170, 168});
+    int top = 22;
+    for (PictureButton* command : {Command1, Command2, Command3}) {
+        Resizer1->place(command, {186, top, 96, 26}, natural(command));
+        top += 32;
+    }
+    Resizer1->place(Command7, {186, 174, 96, 26}, line);
+    Resizer1->place(Command10, {186, 206, 96, 26}, line);
+    Resizer1->place(List1, {290, 22, 201, 210});
+    Resizer1->place(LabelLabel, {290, 238, 201, 18}, {0, fontMetrics().height()});
+    Resizer1->place(Text5, {290, 258, 147, 26}, line);
+    Resizer1->place(Command5, {443, 258, 48, 26}, natural(Command5));
+    Resizer1->place(LabelFiles, {290, 298, 84, 26}, {LabelFiles->sizeHint().width(), row});
+    Resizer1->place(Text7, {380, 298, 111, 26}, line);
+    Resizer1->place(LabelSize, {290, 330, 84, 26}, {LabelSize->sizeHint().width(), row});
+    Resizer1->place(Text8, {380, 330, 111, 26}, line);
+}
+
+void Newlib::placeDetails()
+{
+    const int row = std::max(22, fontMetrics().height() + 8);
+    Resizer1->place(FrameProperties, {206, 380, 499, 184});
+    Resizer1->reserve(FrameProperties, {8, 0, 483, 22}, {0, FrameProperties->naturalCaptionHeight() + 2});
+    Resizer1->place(Text3, {8, 22, 300, 154});
+    Resizer1->place(LabelKeywords, {316, 22, 175, 18}, {0, fontMetrics().height()});
+    Resizer1->place(Text4, {316, 42, 175, 44});
+    Resizer1->place(LabelFileSize, {316, 94, 72, 26}, {LabelFileSize->sizeHint().width(), row});
+    Resizer1->place(Text6, {394, 94, 97, 26}, {0, row});
+    Resizer1->place(LabelNote, {316, 126, 97, 50});
+    Resizer1->place(Command12, {421, 138, 70, 26}, {Command12->minimumSizeHint().width(), row});
+}
+
+void Newlib::setTabOrders()
+{
+    const QList<QWidget*> order{Text1,     Combo2,   Combo1,    Text2,     Command4, Combo3,   Command6,
+                                Command14, Drive1,   Dir1,      File1,     Command1, Command2, Command3,
+                                List1,     Command7, Command10, Text5,     Command5, Text7,    Text8,
+                                Text3,     Text4,    Text6,     Command12, Command9, Command8, Command11};
+    for (qsizetype i = 1; i < order.size(); ++i)
+        setTabOrder(order[i - 1], order[i]);
+}
+
+void Newlib::connectHandlers()
+{
+    const auto on = [this](PictureButton* command, auto handler) {
+        connect(command, &QPushButton::clicked, this, handler);
+    };
+    connect(Text1, &QLineEdit::textChanged, this, &Newlib::typeName);
+    connect(Combo2, &LockedCombo::gotFocus, this, &Newlib::enterExisting);
+    connect(Combo2, &QComboBox::currentTextChanged, this, [this] { EditMode = ModeExisting; });
+    connect(Combo2, &QComboBox::activated, this, &Newlib::chooseExisting);
+    connect(Combo1, &QComboBox::activated, this, &Newlib::chooseRenamed);
+    connect(Combo3, &QComboBox::activated, this, &Newlib::chooseDeleted);
+    for (PathList* list : {static_cast<PathList*>(File1), List1}) {
+        const auto click = list == List1 ? &Newlib::clickList : &Newlib::clickFile;
+        connect(list, &PathList::rowSelected, this, click);
+        connect(list, &PathList::rowClickedAgain, this, click);
+    }
+    on(Command1, &Newlib::add);
+    on(Command2, &Newlib::removeLine);
+    on(Command3, &Newlib::removeAll);
+    on(Command4, &Newlib::renameLibrary);
+    on(Command5, &Newlib::relabel);
+    on(Command6, &Newlib::deleteLibrary);
+    on(Command7, [this] { move(-1); });
+    on(Command10, [this] { move(1); });
+    on(Command8, &Newlib::reset);
+    on(Command9, &Newlib::save);
+    on(Command11, &Newlib::done);
+    on(Command12, &Newlib::editDrawing);
+    on(Command14, &Newlib::setPath);
+}
+
+} // namespace zv
