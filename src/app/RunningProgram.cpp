@@ -45,6 +45,9 @@ Window* RunningProgram::load(const QString& name)
 {
     if (Window* window = loaded(name))
         return window;
+    // A run that has failed ends without the windows that others bring back.
+    if (m_exitStatus != 0)
+        return nullptr;
     const auto factory = m_factories.constFind(name);
     if (factory == m_factories.constEnd())
         return nullptr;
@@ -64,7 +67,7 @@ Window* RunningProgram::loadAnew(const QString& name)
 bool RunningProgram::show(const QString& name)
 {
     Window* window = load(name);
-    if (!window)
+    if (!window || m_exitStatus != 0)
         return false;
     window->appear();
     return true;

@@ -109,7 +109,7 @@ void MyLib::closeByButton()
 bool MyLib::wentWell(const std::string& path, const Result<void>& done)
 {
     if (!done)
-        program().fail(namingFile(path, done.error()) + "\r\nNothing was changed in it.");
+        program().failUnchanged({done.error().code, namingFile(path, done.error())});
     return done.ok();
 }
 

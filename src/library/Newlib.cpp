@@ -81,10 +81,9 @@ void Newlib::unloading()
         window->setEnabled(true);
 }
 
-/// No file survives half changed, so the text can say so.
 void Newlib::endWith(const std::string& path, const Error& error)
 {
-    program().fail(namingFile(path, error) + "\r\nNothing was changed in it.");
+    program().failUnchanged({error.code, namingFile(path, error)});
 }
 
 bool Newlib::wentWell(const std::string& path, const Result<void>& done)
