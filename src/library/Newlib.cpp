@@ -13,8 +13,8 @@
 #include "host/PropertiesProcedure.h"
 #include "library/Catalogue.h"
 #include "library/FieldColors.h"
+#include "library/LibraryCombo.h"
 #include "library/ListFile.h"
-#include "library/LockedCombo.h"
 #include "library/SizeCount.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -65,7 +65,7 @@ void Newlib::load()
     QStringList names;
     for (const std::string& name : readCatalogue(masterProfile()))
         names << toText(name);
-    for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+    for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
         combo->add(names);
     EditMode = ModeIdle;
     for (PictureButton* command : {Command7, Command10, Command12})
@@ -152,7 +152,7 @@ void Newlib::chooseExisting()
     Command5->setEnabled(true);
     Text1->clear();
     setInPlay(Text1, false);
-    for (LockedCombo* combo : {Combo1, Combo3}) {
+    for (LibraryCombo* combo : {Combo1, Combo3}) {
         combo->lock();
         setInPlay(combo, false);
     }
@@ -185,7 +185,7 @@ void Newlib::chooseRenamed()
     setInPlay(Combo3, false);
     setSourceInPlay(false);
     setGround(Combo2, Ground::ButtonFace);
-    for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+    for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
         combo->lock();
     disableCommands();
     ListPath = listOf(Combo1->currentText());

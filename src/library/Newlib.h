@@ -19,7 +19,7 @@ class DriveBox;
 class DwgThumbnail;
 class FileList;
 class FolderList;
-class LockedCombo;
+class LibraryCombo;
 class PathList;
 class PictureButton;
 class Resizer;
@@ -52,7 +52,7 @@ public:
     // Which library.
     CaptionFrame *FrameNew, *FrameRename, *FrameDelete, *FramePath;
     QLineEdit *Text1, *Text2;
-    LockedCombo *Combo1, *Combo2, *Combo3;
+    LibraryCombo *Combo1, *Combo2, *Combo3;
     QLabel *LabelSelect, *LabelTo;
     PictureButton *Command4, *Command6, *Command14;
 
@@ -103,7 +103,7 @@ private:
     // The catalogue.
     std::string listOf(const QString& library) const;
     std::string masterProfile() const;
-    bool rewriteCatalogue(const LockedCombo& rows, int count);
+    bool rewriteCatalogue(const LibraryCombo& rows, int count);
     bool saveLibrary();
     bool addToCatalogue();
     void save();

@@ -6,8 +6,8 @@
 #include "controls/PictureButton.h"
 #include "library/Catalogue.h"
 #include "library/FieldColors.h"
+#include "library/LibraryCombo.h"
 #include "library/ListFile.h"
-#include "library/LockedCombo.h"
 #include "library/SizeCount.h"
 #include "platform/Files.h"
 #include "window/TextBytes.h"
@@ -20,7 +20,7 @@
 namespace zv {
 
 /// Writes the rows of a combo box as the catalogue; its scratch file stays for the caller to remove.
-bool Newlib::rewriteCatalogue(const LockedCombo& rows, int count)
+bool Newlib::rewriteCatalogue(const LibraryCombo& rows, int count)
 {
     std::vector<std::string> names;
     for (const QString& row : rows.rows())
@@ -33,7 +33,7 @@ bool Newlib::addToCatalogue()
     const bool isNew = EditMode == ModeNew || EditMode == ModeNewStarted;
     const int count = libraryCount(masterProfile()) + (isNew ? 1 : 0);
     if (isNew) {
-        for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+        for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
             combo->add({Text1->text()});
     }
     if (!rewriteCatalogue(*Combo2, count) ||
@@ -83,7 +83,7 @@ void Newlib::reset()
     takeOutOfPlay();
     for (QLineEdit* text : {Text1, Text2, Text5, Text7, Text8})
         text->clear();
-    for (LockedCombo* combo : {Combo1, Combo2, Combo3})
+    for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
         combo->clearText();
     blankDetails();
     List1->clear();
@@ -123,7 +123,7 @@ void Newlib::renameLibrary()
         return;
     }
     const int row = Combo1->currentIndex();
-    for (LockedCombo* combo : {Combo1, Combo2, Combo3}) {
+    for (LibraryCombo* combo : {Combo1, Combo2, Combo3}) {
         combo->removeRow(row);
         combo->add({name});
     }
@@ -150,7 +150,7 @@ void Newlib::deleteLibrary()
     if (messages().ask({"Are you sure you want to Delete Library :\r\n" + toBytes(name) + " ? ",
                         "Library Delete Confirmation", MessageIcon::Question})) {
         const int row = Combo3->currentIndex();
-        for (LockedCombo* combo : {Combo3, Combo2, Combo1})
+        for (LibraryCombo* combo : {Combo3, Combo2, Combo1})
             combo->removeRow(row);
         if (!rewriteCatalogue(*Combo3, count - 1) || !finishDeletion(list))
             return;

@@ -8,7 +8,7 @@
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
-#include "library/LockedCombo.h"
+#include "library/LibraryCombo.h"
 #include "library/SizeCount.h"
 #include "window/MainWindow.h"
 #include "window/OuterGeometry.h"
@@ -73,11 +73,11 @@ void Newlib::makeLibraryChoice()
     FrameNew = namedFrame("FrameNew", QStringLiteral("Type New Library Name"), this);
     Text1 = named<QLineEdit>("Text1", FrameNew);
     Text1->setAccessibleName(tr("New library name"));
-    Combo2 = named<LockedCombo>("Combo2", FrameNew);
+    Combo2 = named<LibraryCombo>("Combo2", FrameNew);
     LabelSelect = labelFor(Combo2, "LabelSelect", QStringLiteral("Or Select Existing Library"), FrameNew);
 
     FrameRename = namedFrame("FrameRename", QStringLiteral("Rename Library"), this);
-    Combo1 = named<LockedCombo>("Combo1", FrameRename);
+    Combo1 = named<LibraryCombo>("Combo1", FrameRename);
     Combo1->setAccessibleName(tr("Library to rename"));
     Text2 = named<QLineEdit>("Text2", FrameRename);
     LabelTo = labelFor(Text2, "LabelTo", QStringLiteral("To"), FrameRename);
@@ -85,7 +85,7 @@ void Newlib::makeLibraryChoice()
     Command4 = button("Command4", QStringLiteral("OK"), tr("Rename Library"), FrameRename);
 
     FrameDelete = namedFrame("FrameDelete", QStringLiteral("Delete Library"), this);
-    Combo3 = named<LockedCombo>("Combo3", FrameDelete);
+    Combo3 = named<LibraryCombo>("Combo3", FrameDelete);
     Combo3->setAccessibleName(tr("Library to delete"));
     Command6 =
         button("Command6", QStringLiteral("&Delete"), QStringLiteral("Delete Current Library"), FrameDelete);
@@ -244,7 +244,7 @@ void Newlib::connectHandlers()
         connect(command, &QPushButton::clicked, this, handler);
     };
     connect(Text1, &QLineEdit::textChanged, this, &Newlib::typeName);
-    connect(Combo2, &LockedCombo::gotFocus, this, &Newlib::enterExisting);
+    connect(Combo2, &LibraryCombo::gotFocus, this, &Newlib::enterExisting);
     connect(Combo2, &QComboBox::currentTextChanged, this, [this] { EditMode = ModeExisting; });
     connect(Combo2, &QComboBox::activated, this, &Newlib::chooseExisting);
     connect(Combo1, &QComboBox::activated, this, &Newlib::chooseRenamed);

@@ -2,7 +2,7 @@
 
 #include "controls/DwgThumbnail.h"
 #include "controls/PathList.h"
-#include "library/LockedCombo.h"
+#include "library/LibraryCombo.h"
 #include "platform/Files.h"
 
 #include <QApplication>

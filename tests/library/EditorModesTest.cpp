@@ -6,7 +6,7 @@
 #include "controls/FolderList.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
-#include "library/LockedCombo.h"
+#include "library/LibraryCombo.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -50,7 +50,7 @@ TEST_F(EditorModesTest, TheEditorOpensAtRestOnTheMasterFoldersCatalogue)
     }
     for (const char* command : {"Command7", "Command10", "Command12"})
         EXPECT_FALSE(usable(command)) << command;
-    EXPECT_EQ(editor().Command6->picture(), "C4");
+    EXPECT_EQ(editor().Command6->picture(), "D4");
     EXPECT_EQ(QApplication::focusWidget(), editor().Text1);
     EXPECT_EQ(editor().ListPath, listPath(""));
     EXPECT_FALSE(editor().isTopmost());
@@ -225,7 +225,7 @@ TEST_F(EditorModesTest, ChoosingALibraryToDeleteLeavesTheNamesEnabled)
 TEST_F(EditorModesTest, ALockedBoxTakesNoKeyUntilItsListDropsDown)
 {
     open({"Alpha", "beta"});
-    LockedCombo& combo = *editor().Combo3;
+    LibraryCombo& combo = *editor().Combo3;
     combo.setFocus();
     for (const int key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_B, Qt::Key_PageDown, Qt::Key_Return})
         QTest::keyClick(&combo, Qt::Key(key));

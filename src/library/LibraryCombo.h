@@ -6,12 +6,12 @@ namespace zv {
 
 /// A sorted combo box that cannot be typed into. While it is locked it takes no key and no turn of the wheel;
 /// dropping its list down (by the mouse, F4 or Alt+Down) unlocks it, and choosing a row locks it again.
-class LockedCombo : public SortedCombo {
+class LibraryCombo : public SortedCombo {
     Q_OBJECT
     Q_PROPERTY(bool locked READ isLocked)
 
 public:
-    explicit LockedCombo(QWidget* parent = nullptr);
+    explicit LibraryCombo(QWidget* parent = nullptr);
 
     bool isLocked() const { return m_locked; }
     void lock() { m_locked = true; }

@@ -1,4 +1,4 @@
-#include "library/LockedCombo.h"
+#include "library/LibraryCombo.h"
 
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -16,14 +16,14 @@ bool dropsDown(const QKeyEvent& event)
 
 } // namespace
 
-LockedCombo::LockedCombo(QWidget* parent) : SortedCombo(parent)
+LibraryCombo::LibraryCombo(QWidget* parent) : SortedCombo(parent)
 {
     lineEdit()->setReadOnly(true);
     lineEdit()->installEventFilter(this);
-    connect(this, &QComboBox::activated, this, &LockedCombo::lock);
+    connect(this, &QComboBox::activated, this, &LibraryCombo::lock);
 }
 
-QStringList LockedCombo::rows() const
+QStringList LibraryCombo::rows() const
 {
     QStringList texts;
     for (int row = 0; row < count(); ++row)
@@ -31,7 +31,7 @@ QStringList LockedCombo::rows() const
     return texts;
 }
 
-void LockedCombo::removeRow(int row)
+void LibraryCombo::removeRow(int row)
 {
     const bool shown = row == currentIndex();
     {
@@ -43,26 +43,26 @@ void LockedCombo::removeRow(int row)
         clearText();
 }
 
-void LockedCombo::clearText()
+void LibraryCombo::clearText()
 {
     setCurrentIndex(-1);
     clearEditText();
 }
 
-void LockedCombo::showPopup()
+void LibraryCombo::showPopup()
 {
     m_locked = false;
     SortedCombo::showPopup();
 }
 
-void LockedCombo::focusInEvent(QFocusEvent* event)
+void LibraryCombo::focusInEvent(QFocusEvent* event)
 {
     SortedCombo::focusInEvent(event);
     if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
         Q_EMIT gotFocus();
 }
 
-void LockedCombo::keyPressEvent(QKeyEvent* event)
+void LibraryCombo::keyPressEvent(QKeyEvent* event)
 {
     if (m_locked && !dropsDown(*event))
         event->ignore();
@@ -70,7 +70,7 @@ void LockedCombo::keyPressEvent(QKeyEvent* event)
         SortedCombo::keyPressEvent(event);
 }
 
-void LockedCombo::wheelEvent(QWheelEvent* event)
+void LibraryCombo::wheelEvent(QWheelEvent* event)
 {
     if (m_locked)
         event->ignore();
@@ -79,7 +79,7 @@ void LockedCombo::wheelEvent(QWheelEvent* event)
 }
 
 // The text is no place to type in, so a click on it drops the list down as well.
-bool LockedCombo::eventFilter(QObject* watched, QEvent* event)
+bool LibraryCombo::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == lineEdit() && event->type() == QEvent::MouseButtonRelease && isEnabled() &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
