@@ -25,6 +25,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(project_warnings INTERFACE -Wno-restrict $<$<NOT:$<CONFIG:Debug>>:-Wno-stringop-overflow>)
 endif()
 
+if(ZELVORA_LINT)
+    find_program(ZELVORA_CLANG_TIDY clang-tidy REQUIRED)
+endif()
+
 if(ZELVORA_SANITIZE)
     add_compile_options(-fsanitize=${ZELVORA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ZELVORA_SANITIZE})
@@ -42,6 +46,12 @@ function(zelvora_plain_library name)
     add_library(${name} STATIC ${ARGN})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(${name} PRIVATE project_warnings)
+    if(ZELVORA_LINT)
+        target_compile_options(${name} PRIVATE -Wconversion)
+        # What g++ warns of by these names is g++'s to tell.
+        set_target_properties(${name} PROPERTIES CXX_CLANG_TIDY
+            "${ZELVORA_CLANG_TIDY};--warnings-as-errors=*;--quiet;--extra-arg=-Wno-unknown-warning-option;--extra-arg=-Wno-conversion")
+    endif()
 endfunction()
 
 # A library of windows or widgets; it may use Qt.

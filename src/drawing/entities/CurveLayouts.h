@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/entities/PackedFields.h"
+#include "drawing/entities/EntityFields.h"
 
 /// The records of lines, curves and faces, for reading and for writing.
 namespace zv::dwg {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/entities/PackedFields.h"
+#include "drawing/entities/EntityFields.h"
 
 #include <cmath>
 

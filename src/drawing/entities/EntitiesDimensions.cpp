@@ -5,7 +5,7 @@ namespace zv::dwg {
 namespace {
 
 /// The head of a kind that is kept as one of the seven types.
-Dimension& readHead(FieldsIn& fields, int type)
+Dimension& readHead(EntityFieldsIn& fields, int type)
 {
     auto& dimension = fields.record().geometry.emplace<Dimension>();
     dimension.type = type;
@@ -18,7 +18,7 @@ Dimension& readHead(FieldsIn& fields, int type)
 void readArcDimension(RecordReader& in, EntityRecord& out)
 {
     constexpr int kThreePointAngular = 5;
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     Dimension& dimension = readHead(fields, kThreePointAngular);
     layoutDimensionPoints(fields, dimension);
     in.bit(); // Of a part only.
@@ -33,7 +33,7 @@ void readArcDimension(RecordReader& in, EntityRecord& out)
 void readJoggedDimension(RecordReader& in, EntityRecord& out)
 {
     constexpr int kRadius = 4;
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     Dimension& dimension = readHead(fields, kRadius);
     dimension.definitionPoint = in.bitPoint3();
     dimension.point13 = in.bitPoint3();

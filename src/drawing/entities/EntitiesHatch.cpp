@@ -23,7 +23,7 @@ void readGradient(RecordReader& in, Hatch& hatch)
 void readMPolygon(RecordReader& in, EntityRecord& out)
 {
     constexpr unsigned kFewestLoopBits = 4;
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     auto& polygon = out.geometry.emplace<MPolygon>();
     Hatch& area = polygon.area;
     in.bitLong(); // Version.

@@ -11,7 +11,7 @@ namespace {
 /// The handles of attributes stand behind that of the block.
 void readInsertRecord(RecordReader& in, EntityRecord& out, bool repeated)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     bool attributes = false;
     std::int64_t owned = 0;
     layoutInsert(fields, out.geometry.emplace<Insert>(), repeated, attributes, owned);
@@ -47,7 +47,7 @@ std::vector<Point2> underlayFrame(const std::vector<Point2>& clip, unsigned flag
 
 // After the mark "MVIEW" a version, two
 /// points and a row of numbers.
-void readOldView(FieldsIn& fields, Viewport& view)
+void readOldView(EntityFieldsIn& fields, Viewport& view)
 {
     for (const ExtendedData& data : readExtendedData(fields.reader(), fields.record().header)) {
         int points = 0, reals = 0, numbers = 0;

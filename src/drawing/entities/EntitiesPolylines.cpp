@@ -12,7 +12,7 @@ void readVertexHandles(RecordReader& in, EntityRecord& out)
 
 void readHeavyPolyline(RecordReader& in, EntityRecord& out, bool threeD)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     auto& line = out.geometry.emplace<Polyline>();
     line.lightweight = false;
     line.threeD = threeD;
@@ -37,7 +37,7 @@ void readChain(RecordReader& in, std::int64_t count, OwnedChain& chain)
 
 void readLightPolyline(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutLight(fields, out.geometry.emplace<Polyline>());
 }
 
@@ -53,14 +53,14 @@ void readPolyline3D(RecordReader& in, EntityRecord& out)
 
 void readPolygonMesh(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutPolygonMesh(fields, out.geometry.emplace<Mesh>());
     readVertexHandles(in, out);
 }
 
 void readPolyfaceMesh(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutPolyfaceMesh(fields, out.geometry.emplace<Mesh>());
     readVertexHandles(in, out);
 }
@@ -76,14 +76,14 @@ VertexRecord readVertex(RecordReader& in, int type)
         return vertex;
     }
     vertex.vertex.splineFrame = (in.rawChar() & kVertexSplineFrame) != 0;
-    FieldsIn fields(in, record);
+    EntityFieldsIn fields(in, record);
     layoutVertex(fields, vertex.vertex, type == objectType::kVertex2D);
     return vertex;
 }
 
 void readMLine(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutMLine(fields, out.geometry.emplace<MLine>(), 0);
 }
 

@@ -92,7 +92,7 @@ void readLaterMText(RecordReader& in, MText& text)
         readMTextColumns(in, text);
 }
 
-void readInnerMText(FieldsIn& fields, Attribute& attribute)
+void readInnerMText(EntityFieldsIn& fields, Attribute& attribute)
 {
     RecordReader& in = fields.reader();
     EntityHeader inner;
@@ -109,13 +109,13 @@ void readInnerMText(FieldsIn& fields, Attribute& attribute)
 
 void readAttrib(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutAttribute(fields, out.geometry.emplace<Attribute>(), false);
 }
 
 void readAttribDefinition(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     layoutAttribute(fields, out.geometry.emplace<Attribute>(), true);
 }
 

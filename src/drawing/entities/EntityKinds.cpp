@@ -24,7 +24,7 @@ template <class ShapeType> bool isA(const Geometry& geometry)
 
 template <int type> void readDimension(RecordReader& in, EntityRecord& out)
 {
-    FieldsIn fields(in, out);
+    EntityFieldsIn fields(in, out);
     auto& dimension = out.geometry.emplace<Dimension>();
     dimension.type = type;
     layout(fields, dimension);

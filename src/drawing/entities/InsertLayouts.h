@@ -93,7 +93,7 @@ template <class Fields> void layout(Fields& fields, Of<Wipeout> auto& image)
 }
 
 /// Before R2000 what a viewport shows hangs on it as extended data.
-void readOldView(FieldsIn& fields, Viewport& view);
+void readOldView(EntityFieldsIn& fields, Viewport& view);
 
 template <class Fields> void layout(Fields& fields, Of<Viewport> auto& view)
 {

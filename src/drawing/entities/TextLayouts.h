@@ -1,6 +1,6 @@
 #pragma once
 
-#include "drawing/entities/PackedFields.h"
+#include "drawing/entities/EntityFields.h"
 
 /// The records of texts, for reading and for writing.
 namespace zv::dwg {
@@ -8,12 +8,11 @@ namespace zv::dwg {
 /// How a text runs, as one number.
 template <class Fields> void layoutGeneration(Fields& fields, Of<TextLine> auto& text)
 {
-    unsigned generation =
-        (text.backward ? Fields::kBackward : 0) | (text.upsideDown ? Fields::kUpsideDown : 0);
+    unsigned generation = (text.backward ? kBackward : 0) | (text.upsideDown ? kUpsideDown : 0);
     fields.bitShort(generation);
     if constexpr (Fields::kReads) {
-        text.backward = (generation & Fields::kBackward) != 0;
-        text.upsideDown = (generation & Fields::kUpsideDown) != 0;
+        text.backward = (generation & kBackward) != 0;
+        text.upsideDown = (generation & kUpsideDown) != 0;
     }
 }
 
@@ -30,7 +29,7 @@ template <class Fields> void layoutAlignment(Fields& fields, auto& align, int co
 inline constexpr int kHorizontalAligns = 6, kVerticalAligns = 4;
 
 /// Until R14 all fields stand there; reading only.
-inline void layoutTextR14(FieldsIn& fields, TextLine& text)
+inline void layoutTextR14(EntityFieldsIn& fields, TextLine& text)
 {
     double elevation = 0;
     fields.bitDouble(elevation);
@@ -124,7 +123,7 @@ template <class Fields> void layout(Fields& fields, Of<MText> auto& text)
 }
 
 /// R2018: an attribute of several lines holds a whole MTEXT.
-void readInnerMText(FieldsIn& fields, Attribute& attribute);
+void readInnerMText(EntityFieldsIn& fields, Attribute& attribute);
 
 /// ATTRIB, and ATTDEF, which has a prompt too.
 template <class Fields> void layoutAttribute(Fields& fields, Of<Attribute> auto& attribute, bool definition)

@@ -174,15 +174,38 @@ void readEntityMode(RecordReader& in, EntityHeader& header)
         header.lineweight = lineweightFromCode(in.rawChar());
 }
 
+namespace {
+
+/// The lineweights by their codes.
+constexpr std::array kWeights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
+                              53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+constexpr std::uint8_t kByLayerCode = 29, kByBlockCode = 30, kDefaultCode = 31;
+
+} // namespace
+
 int lineweightFromCode(unsigned code)
 {
-    constexpr std::array kWeights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
-                                  53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
     if (code < kWeights.size())
         return kWeights[code];
-    if (code == 29)
+    if (code == kByLayerCode)
         return kLineweightByLayer;
-    return code == 30 ? kLineweightByBlock : kLineweightDefault;
+    return code == kByBlockCode ? kLineweightByBlock : kLineweightDefault;
+}
+
+std::uint8_t lineweightCode(int lineweight)
+{
+    switch (lineweight) {
+    case kLineweightByLayer:
+        return kByLayerCode;
+    case kLineweightByBlock:
+        return kByBlockCode;
+    case kLineweightDefault:
+        return kDefaultCode;
+    default:
+        break;
+    }
+    const auto found = std::lower_bound(kWeights.begin(), kWeights.end() - 1, lineweight);
+    return static_cast<std::uint8_t>(found - kWeights.begin());
 }
 
 } // namespace zv::dwg

@@ -58,5 +58,7 @@ void readEntityMode(RecordReader& in, EntityHeader& header);
 
 /// A lineweight as records pack it, 0 to 31, in hundredths of a millimetre or one of the words for it.
 int lineweightFromCode(unsigned code);
+/// The code of the lineweight, or of the next one above.
+std::uint8_t lineweightCode(int lineweight);
 
 } // namespace zv::dwg

@@ -22,10 +22,6 @@ struct MLineStyleRecord {
 inline constexpr int kPlaceByLayer = 0x7FFF, kPlaceByBlock = 0x7FFE;
 MLineStyleRecord readMLineStyle(RecordReader& in);
 
-/// The flags of a multiline style as the file has them, and as MLineStyle names them.
-std::uint32_t mlineStyleFlags(unsigned stored);
-unsigned storedMLineStyleFlags(std::uint32_t flags);
-
 Layout readLayout(RecordReader& in);
 
 /// The order in which a block's entities are drawn: entity, and the handle that stands for its own in

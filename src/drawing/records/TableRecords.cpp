@@ -2,6 +2,7 @@
 
 #include "drawing/bits/CodePage.h"
 #include "drawing/records/ExtendedData.h"
+#include "drawing/records/TableLayouts.h"
 
 namespace zv::dwg {
 
@@ -12,13 +13,10 @@ constexpr unsigned kFewestHandleBits = 8;
 /// The name, and whether the entry depends on an external reference.
 bool readEntryName(RecordReader& in, Text& name)
 {
-    constexpr int kDependsOnXref = 0x100;
-    name = in.text();
-    if (in.version() >= Version::R2007)
-        return (in.bitShort() & kDependsOnXref) != 0;
-    in.bit();      // Referred to.
-    in.bitShort(); // Which reference.
-    return in.bit();
+    FieldsIn fields(in);
+    bool dependent = false;
+    layoutEntryName(fields, name, dependent);
+    return dependent;
 }
 
 std::vector<Handle> readHandles(RecordReader& in, std::int64_t count)
@@ -27,23 +25,6 @@ std::vector<Handle> readHandles(RecordReader& in, std::int64_t count)
     for (Handle& handle : handles)
         handle = in.handle();
     return handles;
-}
-
-void readLayerState(RecordReader& in, Layer& layer)
-{
-    if (in.version() <= Version::R14) {
-        layer.frozen = in.bit();
-        layer.off = in.bit();
-        in.bit(); // Frozen in new viewports.
-        layer.locked = in.bit();
-        return;
-    }
-    const unsigned values = static_cast<std::uint16_t>(in.bitShort());
-    layer.frozen = (values & 1) != 0;
-    layer.off = (values & 2) != 0;
-    layer.locked = (values & 8) != 0;
-    layer.plotted = (values & 16) != 0;
-    layer.lineweight = lineweightFromCode((values >> 5) & 0x1F);
 }
 
 /// The text that starts at a place, counted in letters, of the linetype's area of texts.
@@ -117,15 +98,8 @@ ObjectHeader readLayer(RecordReader& in, Layer& layer)
 {
     const ObjectHeader header = readObjectHeader(in);
     layer.handle = header.handle;
-    layer.xref = readEntryName(in, layer.name);
-    readLayerState(in, layer);
-    layer.color = in.color();
-    in.handle(); // The external reference.
-    if (in.version() >= Version::R2000)
-        in.handle(); // Plot style.
-    if (in.version() >= Version::R2007)
-        in.handle(); // Material.
-    layer.linetype = in.handle();
+    FieldsIn fields(in);
+    layout(fields, layer);
     // Its transparency hangs on it as extended data: one number, whose highest byte tells that it has its
     // own.
     constexpr std::int32_t kOwnTransparency = 0x02;
@@ -182,22 +156,11 @@ ObjectHeader readLinetype(RecordReader& in, Linetype& linetype)
 
 ObjectHeader readTextStyle(RecordReader& in, TextStyle& style)
 {
-    constexpr unsigned kBackward = 2, kUpsideDown = 4;
     constexpr std::int32_t kBold = 0x2000000, kItalic = 0x1000000;
     const ObjectHeader header = readObjectHeader(in);
     style.handle = header.handle;
-    readEntryName(in, style.name);
-    style.shapeFile = in.bit();
-    style.vertical = in.bit();
-    style.height = in.bitDouble();
-    style.widthFactor = in.bitDouble();
-    style.oblique = in.bitDouble();
-    const unsigned generation = in.rawChar();
-    style.backward = (generation & kBackward) != 0;
-    style.upsideDown = (generation & kUpsideDown) != 0;
-    in.bitDouble(); // The height that was used last.
-    style.font = in.text();
-    style.bigFont = in.text();
+    FieldsIn fields(in);
+    layout(fields, style);
     // The family of a TrueType font hangs on the style as extended data: its name, then flags.
     for (const ExtendedData& data : readExtendedData(in, header)) {
         if (data.items.size() != 2 || data.items[0].code != 1000 || data.items[1].code != 1071)

@@ -1,6 +1,8 @@
 #include "drawing/write/TableRecords.h"
 
 #include "drawing/records/ObjectRecords.h"
+#include "drawing/records/TableLayouts.h"
+#include "drawing/write/FieldsOut.h"
 
 #include "platform/Text.h"
 
@@ -43,66 +45,22 @@ void addMLineStyle(ObjectStream& objects, const Plan& plan, const MLineStyle& st
 {
     Record record(kMLineStyle, style.handle);
     record.beginObject(plan.mlineStyles, {plan.mlineStyles});
-    BitWriter& fields = record.fields;
-    fields.text(encodeText(style.name));
-    fields.text({});
-    fields.bitShort(static_cast<std::int16_t>(storedMLineStyleFlags(style.flags)));
-    fields.bitShort(colorIndex(style.fill));
-    fields.bitDouble(style.startAngle);
-    fields.bitDouble(style.endAngle);
-    fields.rawChar(static_cast<std::uint8_t>(style.elements.size()));
-    for (const MLineStyleElement& element : style.elements) {
-        fields.bitDouble(element.offset);
-        fields.bitShort(colorIndex(element.color));
-        fields.bitShort(static_cast<std::int16_t>(linetypePlace(plan, element.linetype)));
-    }
+    FieldsOut fields(record, plan);
+    layoutMLineStyle(fields, style, [&](const MLineStyleElement& element) {
+        fields.bitShort(linetypePlace(plan, element.linetype));
+    });
     objects.add(record);
 }
 
-void writePlotSettings(BitWriter& fields, const Layout& layout)
+void addLayout(ObjectStream& objects, const Plan& plan, const Layout& sheet)
 {
-    fields.text({});
-    fields.text("none_device");
-    fields.bitShort(layout.model ? 0x6B0 : 0x2B0);
-    for (int i = 0; i < 4; ++i)
-        fields.bitDouble(6.35); // Margins.
-    fields.bitDouble(layout.paperWidth > 0 ? layout.paperWidth : 215.9);
-    fields.bitDouble(layout.paperHeight > 0 ? layout.paperHeight : 279.4);
-    fields.text("ANSI_A_(8.50_x_11.00_Inches)");
-    fields.bitPoint2({0, 0});
-    fields.bitShort(0);
-    fields.bitShort(layout.model ? 1 : 0);
-    fields.bitShort(layout.model ? 0 : 5); // What is plotted: the display, or the layout.
-    fields.bitPoint2({0, 0});
-    fields.bitPoint2({0, 0});
-    fields.text({});
-    fields.bitDouble(1);
-    fields.bitDouble(1);
-    fields.text({});
-    fields.bitShort(layout.model ? 0 : 16);
-    fields.bitDouble(1);
-    fields.bitPoint2({0, 0});
-}
-
-void addLayout(ObjectStream& objects, const Plan& plan, const Layout& layout)
-{
-    Record record(kLayoutClass, layout.handle);
+    Record record(kLayoutClass, sheet.handle);
     record.beginObject(plan.layouts, {plan.layouts});
-    BitWriter& fields = record.fields;
-    writePlotSettings(fields, layout);
-    fields.text(encodeText(layout.name));
-    fields.bitShort(static_cast<std::int16_t>(layout.tabOrder));
-    fields.bitShort(1);
-    fields.bitPoint3({0, 0, 0});
-    fields.rawPoint2(layout.limitsMin);
-    fields.rawPoint2(layout.limitsMax);
-    writeWorldCoordinates(fields);
-    fields.bitPoint3(layout.extentsMin);
-    fields.bitPoint3(layout.extentsMax);
-    record.handles.handle(kSoftPointer, layout.block);
-    record.handles.handle(kSoftPointer, layout.model ? plan.activeVport : 0);
-    record.handles.handle(kHardPointer, 0);
-    record.handles.handle(kHardPointer, 0);
+    FieldsOut fields(record, plan);
+    layout(fields, sheet);
+    fields.softHandle(sheet.model ? plan.activeVport : 0);
+    fields.noHandle();
+    fields.noHandle();
     objects.add(record);
 }
 

@@ -80,7 +80,7 @@ private:
         fields.bitPair(flags);
         fields.bitPair(0);
         fields.bitShort(entity.invisible ? 1 : 0);
-        fields.rawChar(lineweightIndex(entity.lineweight));
+        fields.rawChar(lineweightCode(entity.lineweight));
 
         BitWriter& handles = record.handles;
         if (place.mode == 0)

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "drawing/entities/PackedFields.h"
+#include "drawing/records/PackedFields.h"
 #include "drawing/write/Plan.h"
 #include "drawing/write/Record.h"
 
 namespace zv::dwg {
 
-/// Writes a shape into its record, as AC1015 has it; the counterpart of FieldsIn.
+/// Writes a record, as AC1015 has it; the counterpart of FieldsIn.
 class FieldsOut : public PackedFields<FieldsOut> {
 public:
     static constexpr bool kReads = false;
@@ -31,7 +31,21 @@ public:
     void bitPoint3(Point3 value) { m_fields.bitPoint3(value); }
     void rawFlat(Point3 value, double) { m_fields.rawPoint2({value.x, value.y}); }
     void text(const Text& value) { m_fields.text(encodeText(value)); }
+    void color(const Color& value) { m_fields.bitShort(colorIndex(value)); }
+    void ownColor(const Color& value)
+    {
+        constexpr std::int16_t kWhite = 7;
+        const std::int16_t index = colorIndex(value);
+        m_fields.bitShort(index > 0 && index < 256 ? index : kWhite);
+    }
+    /// Zero stands for ByLayer everywhere else; a layer itself cannot have that.
+    void ownLinetype(Handle value)
+    {
+        const Handle linetype = m_plan.linetype(value);
+        m_handles.handle(kHardPointer, linetype == m_plan.byLayer ? m_plan.continuous : linetype);
+    }
     void handle(Handle value, Table table) { m_handles.handle(kHardPointer, known(value, table)); }
+    void softHandle(Handle value) { m_handles.handle(kSoftPointer, value); }
 
     void count(const auto& items, unsigned) { bitLong(items.size()); }
     void shortCount(const auto& items, unsigned) { bitShort(items.size()); }
@@ -44,6 +58,10 @@ public:
             each(item);
     }
 
+    void charCount(const auto& items) { rawChar(items.size()); }
+
+    void fixedText(const char* value = "") { m_fields.text(value); }
+    void fixedBitPoint2(Point2 value) { m_fields.bitPoint2(value); }
     void fixedBit(bool value) { m_fields.bit(value); }
     void fixedChar(int value) { rawChar(value); }
     void fixedShort(int value) { bitShort(value); }
@@ -51,6 +69,7 @@ public:
     void fixedDouble(double value) { m_fields.bitDouble(value); }
     void fixedPoint2(Point2 value) { m_fields.rawPoint2(value); }
     void fixedPoint3(Point3 value) { m_fields.bitPoint3(value); }
+    void plotStyle() { m_handles.handle(kHardPointer, m_plan.placeholder); }
     void noHandle() { m_handles.handle(kHardPointer, 0); }
     void noOwnedHandle() { m_handles.handle(kHardOwner, 0); }
     void worldCoordinates() { writeWorldCoordinates(m_fields); }

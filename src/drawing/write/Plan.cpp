@@ -271,24 +271,6 @@ Result<Plan> makePlan(const Document& document, const std::vector<Handle>& taken
     return Planner(document, taken).plan();
 }
 
-std::uint8_t lineweightIndex(int lineweight)
-{
-    switch (lineweight) {
-    case kLineweightByLayer:
-        return 29;
-    case kLineweightByBlock:
-        return 30;
-    case kLineweightDefault:
-        return 31;
-    default:
-        break;
-    }
-    static constexpr std::array<int, 24> kWeights{0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
-                                                  53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
-    const auto found = std::lower_bound(kWeights.begin(), kWeights.end(), lineweight);
-    return static_cast<std::uint8_t>(found == kWeights.end() ? 23 : found - kWeights.begin());
-}
-
 std::int16_t colorIndex(const Color& color)
 {
     switch (color.kind) {

@@ -66,8 +66,6 @@ private:
 /// AC1015 file of ours cannot hold.
 Result<Plan> makePlan(const Document& document, const std::vector<Handle>& taken = {});
 
-/// The eight-bit number under which a file keeps a lineweight.
-std::uint8_t lineweightIndex(int lineweight);
 /// The colour as an AutoCAD colour index, 0 ByBlock and 256 ByLayer; a true colour becomes its nearest index.
 std::int16_t colorIndex(const Color& color);
 /// The colour as red, green and blue, 0xRRGGBB; none of ByLayer and ByBlock.

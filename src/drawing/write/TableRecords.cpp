@@ -1,5 +1,8 @@
 #include "drawing/write/TableRecords.h"
 
+#include "drawing/records/TableLayouts.h"
+#include "drawing/write/FieldsOut.h"
+
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -7,15 +10,19 @@
 namespace zv::dwg {
 
 namespace {
-/// What every table entry begins with.
-Record entryRecord(int type, Handle handle, Handle control, const Text& name, bool dependent = false)
+Record startedEntry(int type, Handle handle, Handle control)
 {
     Record record(type, handle);
     record.beginObject(control);
-    record.fields.text(encodeText(name));
-    record.fields.bit(true); // Referenced.
-    record.fields.bitShort(0);
-    record.fields.bit(dependent);
+    return record;
+}
+
+/// The same of an entry whose other fields are told behind it.
+Record entryRecord(int type, const Plan& plan, Handle handle, Handle control, const Text& name)
+{
+    Record record = startedEntry(type, handle, control);
+    FieldsOut fields(record, plan);
+    layoutEntryName(fields, name, false);
     return record;
 }
 
@@ -45,23 +52,15 @@ template <class Entry> std::vector<Handle> handlesOf(const std::vector<Entry>& e
 
 void addLayer(ObjectStream& objects, const Plan& plan, const Layer& layer)
 {
-    Record record = entryRecord(kLayer, layer.handle, plan.layerControl, layer.name, layer.xref);
-    const int flags = (layer.frozen ? 1 : 0) | (layer.off ? 2 : 0) | (layer.locked ? 8 : 0) |
-                      (layer.plotted ? 16 : 0) | lineweightIndex(layer.lineweight) << 5;
-    record.fields.bitShort(static_cast<std::int16_t>(flags));
-    const std::int16_t color = colorIndex(layer.color);
-    record.fields.bitShort(color > 0 && color < 256 ? color : std::int16_t{7});
-    record.handles.handle(kHardPointer, 0);
-    record.handles.handle(kHardPointer, plan.placeholder);
-    // Zero stands for ByLayer everywhere else; a layer itself cannot have that.
-    const Handle linetype = plan.linetype(layer.linetype);
-    record.handles.handle(kHardPointer, linetype == plan.byLayer ? plan.continuous : linetype);
+    Record record = startedEntry(kLayer, layer.handle, plan.layerControl);
+    FieldsOut fields(record, plan);
+    layout(fields, layer);
     objects.add(record);
 }
 
 void addStyle(ObjectStream& objects, const Plan& plan, const TextStyle& style)
 {
-    Record record = entryRecord(kStyle, style.handle, plan.styleControl, style.name);
+    Record record = startedEntry(kStyle, style.handle, plan.styleControl);
     if (!style.typeface.empty()) {
         const std::string name = encodeText(style.typeface).substr(0, 255);
         std::string data{'\0', static_cast<char>(name.size()), '\0', '\x1E'};
@@ -70,17 +69,8 @@ void addStyle(ObjectStream& objects, const Plan& plan, const TextStyle& style)
         putLong(data, 0x22u | (style.bold ? 0x2000000u : 0) | (style.italic ? 0x1000000u : 0));
         record.extendedData(plan.application, data);
     }
-    BitWriter& fields = record.fields;
-    fields.bit(style.shapeFile);
-    fields.bit(style.vertical);
-    fields.bitDouble(style.height);
-    fields.bitDouble(style.widthFactor);
-    fields.bitDouble(style.oblique);
-    fields.rawChar(static_cast<std::uint8_t>((style.backward ? 2 : 0) | (style.upsideDown ? 4 : 0)));
-    fields.bitDouble(style.height != 0 ? style.height : 0.2);
-    fields.text(encodeText(style.font));
-    fields.text(encodeText(style.bigFont));
-    record.handles.handle(kHardPointer, 0);
+    FieldsOut fields(record, plan);
+    layout(fields, style);
     objects.add(record);
 }
 
@@ -107,7 +97,7 @@ private:
 
 void addLinetype(ObjectStream& objects, const Plan& plan, const Linetype& linetype)
 {
-    Record record = entryRecord(kLinetype, linetype.handle, plan.linetypeControl, linetype.name);
+    Record record = entryRecord(kLinetype, plan, linetype.handle, plan.linetypeControl, linetype.name);
     BitWriter& fields = record.fields;
     fields.text(encodeText(linetype.description));
     fields.bitDouble(linetype.patternLength);
@@ -135,7 +125,7 @@ void addLinetype(ObjectStream& objects, const Plan& plan, const Linetype& linety
 void addActiveVport(ObjectStream& objects, const Plan& plan)
 {
     const HeaderVariables& header = plan.document.header;
-    Record record = entryRecord(kVport, plan.activeVport, plan.vportControl, u"*Active");
+    Record record = entryRecord(kVport, plan, plan.activeVport, plan.vportControl, u"*Active");
     const bool known =
         header.extentsMin.x <= header.extentsMax.x && header.extentsMin.y <= header.extentsMax.y;
     const Point2 low = known ? Point2{header.extentsMin.x, header.extentsMin.y} : header.limitsMin;
@@ -180,7 +170,7 @@ void addActiveVport(ObjectStream& objects, const Plan& plan)
 
 void addDimensionStyle(ObjectStream& objects, const Plan& plan, const DimensionStyle& style)
 {
-    Record record = entryRecord(kDimensionStyle, style.handle, plan.dimensionStyleControl, style.name);
+    Record record = entryRecord(kDimensionStyle, plan, style.handle, plan.dimensionStyleControl, style.name);
     const DimensionVariables variables = dimensionVariables(plan, style);
     record.fields.text({});
     record.fields.text({});
@@ -207,7 +197,7 @@ void addBlockHeader(ObjectStream& objects, const Plan& plan, std::size_t index)
 {
     const BlockRecord& block = plan.document.blocks[index];
     const BlockPlan& blockPlan = plan.blocks[index];
-    Record record = entryRecord(kBlockHeader, block.handle, plan.blockControl, headerName(block));
+    Record record = entryRecord(kBlockHeader, plan, block.handle, plan.blockControl, headerName(block));
     BitWriter& fields = record.fields;
     const bool hasDefinitions =
         std::any_of(block.entities.begin(), block.entities.end(),
@@ -345,7 +335,7 @@ void addTables(ObjectStream& objects, const Plan& plan)
     addControl(objects, kVportControl, plan.vportControl, {plan.activeVport});
     addActiveVport(objects, plan);
     addControl(objects, kAppidControl, plan.applicationControl, {plan.application});
-    Record application = entryRecord(kAppid, plan.application, plan.applicationControl, u"ACAD");
+    Record application = entryRecord(kAppid, plan, plan.application, plan.applicationControl, u"ACAD");
     application.fields.rawChar(0);
     application.handles.handle(kHardPointer, 0);
     objects.add(application);

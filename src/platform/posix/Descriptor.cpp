@@ -10,7 +10,7 @@ namespace zv {
 
 namespace {
 
-constexpr std::size_t kChunk = 64 * 1024;
+constexpr std::size_t kChunk = 0x10000;
 constexpr mode_t kAnyoneMayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 constexpr std::chrono::milliseconds kLockPause{1};
 

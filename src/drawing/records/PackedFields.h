@@ -1,7 +1,7 @@
 #pragma once
 
 #include "drawing/Fields.h"
-#include "drawing/entities/EntityRecord.h"
+#include "drawing/records/RecordReader.h"
 
 namespace zv::dwg {
 
@@ -21,24 +21,23 @@ public:
     void bearing(auto& number) { own().bitDouble(number); }
     void number(auto& number) { own().bitDouble(number); }
 
-    /// Of a text, the two flags that say how it runs, as records of texts and of their styles pack them.
-    static constexpr unsigned kBackward = 2, kUpsideDown = 4;
-
 private:
     Fields& own() { return static_cast<Fields&>(*this); }
 };
 
-/// Reads a record into an entity. What a layout calls fixed is passed over.
+/// Of a text, the two flags that say how it runs, as records of texts and of their styles pack them.
+inline constexpr unsigned kBackward = 2, kUpsideDown = 4;
+
+/// Reads a record. What a layout calls fixed is passed over.
 class FieldsIn : public PackedFields<FieldsIn> {
 public:
     static constexpr bool kReads = true;
 
-    FieldsIn(RecordReader& in, EntityRecord& out) : m_in(in), m_out(out) {}
+    explicit FieldsIn(RecordReader& in) : m_in(in) {}
 
     Version version() const { return m_in.version(); }
     bool ok() const { return m_in.ok(); }
     RecordReader& reader() { return m_in; }
-    EntityRecord& record() { return m_out; }
 
     void bit(bool& value) { value = m_in.bit(); }
     void bitPair(auto& value) { set(value, m_in.bitPair()); }
@@ -60,7 +59,12 @@ public:
         value = {flat.x, flat.y, z};
     }
     void text(Text& value) { value = m_in.text(); }
+    void color(Color& value) { value = m_in.color(); }
+    /// A colour and a linetype that are not told to be those of the layer: the layer's own.
+    void ownColor(Color& value) { value = m_in.color(); }
+    void ownLinetype(Handle& value) { value = m_in.handle(); }
     void handle(Handle& value, Table) { value = m_in.handle(); }
+    void softHandle(Handle& value) { value = m_in.handle(); }
 
     /// The number of items that follow at once, each of at least `minBits` bits.
     void count(auto& items, unsigned minBits) { items.resize(m_in.count(minBits)); }
@@ -82,35 +86,32 @@ public:
     }
     std::int64_t checked(std::int64_t number, unsigned minBits) { return m_in.checkedCount(number, minBits); }
 
+    void charCount(auto& items) { items.resize(m_in.rawChar()); }
+
     void fixedBit(bool) { m_in.bit(); }
+    void fixedText(const char* = "") { m_in.text(); }
+    void fixedBitPoint2(Point2) { m_in.bitPoint2(); }
     void fixedChar(int) { m_in.rawChar(); }
     void fixedShort(int) { m_in.bitShort(); }
     void fixedLong(int) { m_in.bitLong(); }
     void fixedDouble(double) { m_in.bitDouble(); }
     void fixedPoint2(Point2) { m_in.rawPoint2(); }
     void fixedPoint3(Point3) { m_in.bitPoint3(); }
-    /// A handle to something that the writer never has.
+    /// A handle to something that the writer never has; that of the plot style.
     void noHandle() { m_in.handle(); }
+    void plotStyle() { m_in.handle(); }
 
 private:
     template <class Value> static void set(Value& value, auto number) { value = static_cast<Value>(number); }
 
     RecordReader& m_in;
-    EntityRecord& m_out;
 };
 
-/// The fields of a shape in the order of its record. Those of which files hold just the fields that visit()
+/// The fields of a record in the order of the file. Those of which files hold just the fields that visit()
 /// names are read and written by it; the others have a layout of their own.
 void layout(auto& fields, auto& shape)
 {
     visit(fields, shape);
-}
-
-/// Reads the fields of one shape.
-template <class ShapeType> void readShape(RecordReader& in, EntityRecord& out)
-{
-    FieldsIn fields(in, out);
-    layout(fields, out.geometry.emplace<ShapeType>());
 }
 
 } // namespace zv::dwg
