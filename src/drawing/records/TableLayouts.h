@@ -74,7 +74,6 @@ void layout(auto& fields, Of<TextStyle> auto& style)
     fields.fixedDouble(style.height != 0 ? style.height : kUsualHeight); // The height that was used last.
     fields.text(style.font);
     fields.text(style.bigFont);
-    fields.noHandle(); // The external reference.
 }
 
 /// Flags of a multiline style: as the file has them, and as MLineStyle names them.

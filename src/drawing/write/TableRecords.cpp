@@ -71,6 +71,7 @@ void addStyle(ObjectStream& objects, const Plan& plan, const TextStyle& style)
     }
     FieldsOut fields(record, plan);
     layout(fields, style);
+    fields.noHandle(); // The external reference.
     objects.add(record);
 }
 
