@@ -59,7 +59,8 @@ int info(Arguments files)
         }
         status = kFailed;
         if (json)
-            print(writeJson(Json::Object{{"file", shownPath(file)}, {"error", shownPath(description.error().text)}}) +
+            print(writeJson(Json::Object{{"file", shownPath(file)},
+                                         {"error", shownPath(description.error().text)}}) +
                   "\n");
         else
             failed(file, description.error());
