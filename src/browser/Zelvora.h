@@ -129,6 +129,9 @@ private:
     void fillCatalogue();
     void resetPanels();
     void readAlwaysOnTop();
+    /// A number as the user has stored it. A default that stands for what cannot be read is shown, and not
+    /// written back over what is stored by the control that it sets; that holds until the next one is read.
+    int readSetting(const NumberKey& key);
     int readInsertMode();
     void readScaleKeys();
     void readRibbonTab();
@@ -218,6 +221,7 @@ private:
     RibbonHover* m_hover;
     bool m_placed = false; ///< The window stands where it was remembered to stand.
     bool m_probeFailed = false;
+    bool m_settingUnknown = false;     ///< What is shown stands for a setting that could not be read.
     bool m_lastLibraryTooLong = false; ///< To be told once the window stands.
     int m_filledCells = 0;             ///< So many, from the first, show a line of the panel.
 };

@@ -70,6 +70,7 @@ void Zelvora::load()
     const int insertMode = readInsertMode();
     readScaleKeys();
     readRibbonTab();
+    m_settingUnknown = false;
     loadFirstLibrary(hasLastLibrary);
     setUpViewer();
     if (m_probeFailed)
@@ -166,10 +167,17 @@ void Zelvora::readAlwaysOnTop()
     values().AlwaysOnTop = 1;
 }
 
+int Zelvora::readSetting(const NumberKey& key)
+{
+    const Result<int> stored = profiles().storedNumber(key);
+    m_settingUnknown = !stored;
+    return stored.valueOr(key.fallback);
+}
+
 /// Sets the stored mode, even where the administrator has disabled its option.
 int Zelvora::readInsertMode()
 {
-    const int stored = profiles().number(keys::zelvora::insertmode);
+    const int stored = readSetting(keys::zelvora::insertmode);
     switch (stored) {
     case 0:
         Option1->setChecked(true);
@@ -192,16 +200,16 @@ int Zelvora::readInsertMode()
 
 void Zelvora::readScaleKeys()
 {
-    if (profiles().number(keys::zelvora::AutoScale) == 1)
+    if (readSetting(keys::zelvora::AutoScale) == 1)
         Check1->setChecked(true);
     x->setText(QString::number(profiles().number(keys::zelvora::XYZ)));
-    if (profiles().number(keys::zelvora::XPmode) == 1)
+    if (readSetting(keys::zelvora::XPmode) == 1)
         Check4->setChecked(true);
 }
 
 void Zelvora::readRibbonTab()
 {
-    const int stored = profiles().number(keys::zelvora::RibSet);
+    const int stored = readSetting(keys::zelvora::RibSet);
     if (stored == 0 || stored == 2)
         selectTab(stored);
     else
@@ -269,7 +277,7 @@ void Zelvora::appear()
 /// A setting of the user. While the user is not known yet there is nowhere to write it.
 void Zelvora::writeSetting(const char* key, const std::string& value)
 {
-    if (!values().UserProfilePath.empty())
+    if (!values().UserProfilePath.empty() && !m_settingUnknown)
         profiles().write({ProfileFile::User, keys::zelvora::insertmode.section, key}, value);
 }
 

@@ -1,6 +1,7 @@
 #include "config/WindowGeometry.h"
 #include "controls/DwgViewX.h"
 #include "controls/PictureButton.h"
+#include "platform/FileSteps.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "platform/System.h"
@@ -47,6 +48,44 @@ TEST_F(LoadTest, FirstRunMakesTheFilesAndShowsNoLibrary)
     EXPECT_TRUE(visible("Labelx"));
     EXPECT_EQ(text("Frame4"), "Details/Symbols");
     EXPECT_EQ(text("StatusBar1Panel4"), "MyLib Name: " + login());
+}
+
+/// Lets one opening of a file fail.
+class OneOpenFails final : public FileWatch {
+public:
+    explicit OneOpenFails(int number) : m_number(number) { watchFiles(this); }
+    ~OneOpenFails() override { watchFiles(nullptr); }
+
+    StepOutcome before(FileStep step) override
+    {
+        return step == FileStep::Open && m_opened++ == m_number ? StepOutcome::Failed : StepOutcome::Made;
+    }
+    bool wasReached() const { return m_opened > m_number; }
+
+private:
+    int m_number;
+    int m_opened = 0;
+};
+
+TEST_F(LoadTest, ASettingThatCannotBeReadIsNotWrittenOverByItsDefault)
+{
+    setKey(User, "Settings", "insertmode", "0");
+    setKey(User, "Settings", "autoscale", "0");
+    setKey(User, "Settings", "XPmode", "1");
+    setKey(User, "Settings", "AOT", "0");
+    start();
+    bool reached = true;
+    for (int number = 0; reached; ++number) {
+        {
+            const OneOpenFails files(number);
+            program->loadAnew(QStringLiteral("Zelvora"));
+            reached = files.wasReached();
+        }
+        ASSERT_EQ(key(User, "Settings", "insertmode"), "0") << "opening " << number;
+        ASSERT_EQ(key(User, "Settings", "autoscale"), "0") << "opening " << number;
+        ASSERT_EQ(key(User, "Settings", "XPmode"), "1") << "opening " << number;
+        ASSERT_EQ(key(User, "Settings", "AOT"), "0") << "opening " << number;
+    }
 }
 
 TEST_F(LoadTest, DelOfOneShowsNoLibraryOnceAndTheNextStartShowsTheLast)
