@@ -5,12 +5,16 @@
 
 #include "drawing/Writer.h"
 #include "platform/LocalHosts.h"
+#include "support/RealDrawings.h"
 #include "support/TemporaryFolder.h"
 
+#include <QAction>
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
@@ -34,6 +38,7 @@ protected:
     BenchProgram()
     {
         ::setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
+        ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
         window = std::make_unique<BenchWindow>();
         server =
             std::make_unique<HostServer>(HostProgram{window->workshop(), window->commandLine(), *window});
@@ -385,6 +390,166 @@ TEST_F(BenchProgram, CallWaitsForThePropertiesDialog)
         });
     EXPECT_TRUE(sent);
     EXPECT_EQ(window->workshop().active()->properties().keywords, u"bolt m8");
+}
+
+/// Presses a button of the question about unsaved drawings as soon as it stands; gives its text.
+class KeepAnswer {
+public:
+    KeepAnswer(QWidget* window, const QString& caption)
+    {
+        QObject::connect(&m_user, &QTimer::timeout, [this, window, caption] {
+            auto* const box = window->findChild<QMessageBox*>(QStringLiteral("KeepDrawings"));
+            if (box == nullptr || !box->isVisible())
+                return;
+            m_user.stop();
+            text = box->text();
+            ready = box->defaultButton()->text();
+            for (QAbstractButton* const button : box->buttons()) {
+                if (button->text().remove(QLatin1Char('&')) == caption)
+                    return button->click();
+            }
+            box->reject();
+        });
+        m_user.start(5);
+    }
+    QString text, ready;
+
+private:
+    QTimer m_user;
+};
+
+TEST_F(BenchProgram, CloseBoxNamesWhatIsNotSavedAndItsReadyAnswerKeepsTheWork)
+{
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    window->workshop().add();
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    KeepAnswer user(window.get(), QStringLiteral("Cancel"));
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_EQ(user.text, QStringLiteral("These drawings are not saved:\n\nDrawing1.dwg\nDrawing2.dwg"));
+    EXPECT_EQ(user.ready, QStringLiteral("&Save all"));
+}
+
+TEST_F(BenchProgram, CloseBoxSavesAll)
+{
+    const std::string path = folder.file("Plan.dwg");
+    ASSERT_TRUE(window->workshop().active()->save(path));
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    KeepAnswer user(window.get(), QStringLiteral("Save"));
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    EXPECT_EQ((*BenchDrawing::load(path))->modelSpace().entities.size(), 1U);
+}
+
+TEST_F(BenchProgram, CloseButtonOfATabAsks)
+{
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    auto* const tabs = window->findChild<QTabBar*>(QStringLiteral("Drawings"));
+    ASSERT_TRUE(tabs->tabsClosable());
+    {
+        KeepAnswer user(window.get(), QStringLiteral("Cancel"));
+        Q_EMIT tabs->tabCloseRequested(0);
+        EXPECT_EQ(user.text, QStringLiteral("Save the changes to Drawing1.dwg?"));
+    }
+    EXPECT_EQ(tabs->count(), 1);
+    KeepAnswer user(window.get(), QStringLiteral("Don't save"));
+    Q_EMIT tabs->tabCloseRequested(0);
+    EXPECT_EQ(tabs->count(), 0);
+}
+
+TEST_F(BenchProgram, UpAndDownRecallTypedLines)
+{
+    QTest::keyClicks(line, QStringLiteral("REGEN\rZOOM E\r"));
+    QTest::keyClick(line, Qt::Key_Up);
+    EXPECT_EQ(line->text(), QStringLiteral("ZOOM E"));
+    QTest::keyClick(line, Qt::Key_Up);
+    EXPECT_EQ(line->text(), QStringLiteral("REGEN"));
+    QTest::keyClick(line, Qt::Key_Down);
+    QTest::keyClick(line, Qt::Key_Down);
+    EXPECT_EQ(line->text(), QString());
+}
+
+TEST_F(BenchProgram, RightClickIsEnter)
+{
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    QTest::mouseClick(canvas, Qt::RightButton);
+    EXPECT_EQ(prompt(), QStringLiteral("Specify center point for circle:"));
+}
+
+TEST_F(BenchProgram, MenusRunTheCommands)
+{
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    const auto& entities = window->workshop().active()->modelSpace().entities;
+    window->findChild<QAction*>(QStringLiteral("U"))->trigger();
+    EXPECT_TRUE(entities.empty());
+    window->findChild<QAction*>(QStringLiteral("REDO"))->trigger();
+    EXPECT_EQ(entities.size(), 1U);
+    for (const char* name : {"NEW", "OPEN", "CLOSE", "QSAVE", "SAVEAS", "DWGPROPS", "QUIT", "ERASE", "HELP"})
+        EXPECT_NE(window->findChild<QAction*>(QLatin1String(name)), nullptr) << name;
+}
+
+TEST_F(BenchProgram, PlaceIsRemembered)
+{
+    EXPECT_FALSE(window->windowIcon().isNull());
+    window->setGeometry(30, 40, 500, 400);
+    ASSERT_TRUE(window->close());
+    const BenchWindow next;
+    EXPECT_EQ(next.size(), QSize(500, 400));
+}
+
+TEST_F(BenchProgram, TabTellsThatAFileCannotBeWritten)
+{
+    const RealDrawings real;
+    if (real.missing())
+        GTEST_SKIP() << "the real drawings are not there";
+    ASSERT_TRUE(window->workshop().open(folder.write("Later.dwg", real.bytesOf("2018/sample_2018.dwg"))));
+    const auto* const tabs = window->findChild<QTabBar*>(QStringLiteral("Drawings"));
+    EXPECT_EQ(tabs->tabText(1), QStringLiteral("Later.dwg (cannot be written)"));
+    EXPECT_TRUE(tabs->tabToolTip(1).contains(QStringLiteral("AutoCAD 2018")));
+    EXPECT_TRUE(window->findChild<QPlainTextEdit*>(QStringLiteral("History"))
+                    ->toPlainText()
+                    .contains(QStringLiteral("itself cannot be written")));
+}
+
+TEST_F(BenchProgram, NothingUnsavedIsThrownAwayByAnotherProgram)
+{
+    window->commandLine().type("SDI 1 CIRCLE 0,0 1 ");
+    const std::string other = makeRing(1);
+    drive([&](AutomationObject& application) {
+        const auto documents = asObject(application.get("Documents"));
+        EXPECT_FALSE((*documents)->call("Add", {}));
+        EXPECT_FALSE((*documents)->call("Open", {other}));
+    });
+    EXPECT_EQ(window->workshop().active()->modelSpace().entities.size(), 1U);
+}
+
+TEST_F(BenchProgram, PropertiesAreEditedSavedAndClosedBesideTheUsersDrawing)
+{
+    const std::string path = makeRing(1);
+    QTimer user;
+    drive(
+        [&](AutomationObject& application) {
+            const auto documents = asObject(application.get("Documents"));
+            ASSERT_TRUE((*documents)->call("Open", {path}));
+            const auto opened = asObject(application.get("ActiveDocument"));
+            EXPECT_TRUE((*opened)->call("SendCommand", {std::string(".DWGPROPS\r")}));
+            EXPECT_TRUE((*opened)->call("SendCommand", {std::string(".qsave\r")}));
+            EXPECT_EQ(*asNumber((*opened)->call("GetVariable", {std::string("SDI")})), 0);
+            EXPECT_TRUE((*opened)->call("Close", {false, path}));
+        },
+        [&] {
+            QObject::connect(&user, &QTimer::timeout, [&] {
+                auto* const dialog = window->findChild<QDialog*>(QStringLiteral("DwgProps"));
+                if (dialog == nullptr || !dialog->isVisible())
+                    return;
+                user.stop();
+                dialog->findChild<QLineEdit*>(QStringLiteral("Keywords"))->setText(QStringLiteral("ring"));
+                dialog->accept();
+            });
+            user.start(5);
+        });
+    EXPECT_EQ((*BenchDrawing::load(path))->properties().keywords, u"ring");
+    EXPECT_EQ(window->workshop().active()->title(), "Drawing1.dwg");
 }
 
 TEST_F(BenchProgram, TabsFollowTheDrawings)

@@ -109,6 +109,40 @@ TEST_F(Xref, OneLineAnswersEveryPrompt)
     EXPECT_NEAR(insert.rotation, 1.5707963267948966, 1e-12);
 }
 
+/// What Xattach types, in its eight forms; where something is left open the user answers.
+TEST_F(Xref, EveryFormOfTheTypedAttachmentIsAnswered)
+{
+    const std::string path = makeFile("Site.dwg", 2);
+    struct Form {
+        std::string text, answers;
+    };
+    const std::string scripted = "(command \"._xref\" \"Attach\"\"" + path + "\"";
+    const std::string typed = "._xref\rOverlay\r" + path + "\r1,2,0\rXYZ\r2\r2\r2\r";
+    const Form forms[] = {
+        {scripted + ")\r", "1,2\r2\r2\r30\r"},
+        {scripted + "\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\"\"R\"\"30\")\r", "1,2\r"},
+        {scripted + "pause\"X\"pause pause\"30\")\r", "1,2\r2\r2\r"},
+        {scripted + "\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\")\r", "1,2\r30\r"},
+        {typed + "30\r", ""},
+        {typed, "30\r"},
+        {typed, "30\r"},
+        {typed + "30\r", ""},
+    };
+    std::size_t placed = 0;
+    for (const Form& form : forms) {
+        line.type(form.text);
+        EXPECT_EQ(line.isIdle(), form.answers.empty()) << form.text << prompt();
+        line.type(form.answers);
+        EXPECT_TRUE(line.isIdle()) << form.text << prompt();
+        ASSERT_EQ(entities().size(), ++placed) << form.text;
+        const auto& insert = shape<dwg::Insert>(placed - 1);
+        EXPECT_EQ(insert.position.y, 2) << form.text;
+        EXPECT_EQ(insert.scale.x, 2) << form.text;
+        EXPECT_EQ(insert.scale.y, 2) << form.text;
+        EXPECT_NEAR(insert.rotation, 0.52359877559829887, 1e-12) << form.text;
+    }
+}
+
 TEST_F(Xref, AttachedOnesNestAndOverlaysDoNot)
 {
     makeFile("Bolt.dwg", 3);
