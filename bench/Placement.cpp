@@ -138,7 +138,8 @@ Step Placement::scaleXAnswer(const Answer& answer)
         m_askZ = true;
         return Step::More;
     }
-    if (!m_uniform && isOption(answer, "Corner"))
+    // "X" only says which factor comes next.
+    if (!m_uniform && (isOption(answer, "Corner") || answer.text == "X" || answer.text == "x"))
         return Step::More;
     if (const auto corner = m_uniform ? std::nullopt : pointOf(answer)) {
         if (corner->x == m_point.x || corner->y == m_point.y)
