@@ -48,7 +48,7 @@ std::string auxiliaryHeader(Handle seed, JulianTime saved)
     putLong(out, 0);
     version();
     version();
-    for (const std::uint16_t value : {5, 2195, 5, 2195, 0, 1})
+    for (const std::uint16_t value : std::initializer_list<std::uint16_t>{5, 2195, 5, 2195, 0, 1})
         putShort(out, value);
     out += std::string(20, '\0');
     for (int i = 0; i < 2; ++i) {

@@ -109,7 +109,7 @@ std::vector<std::string> drives()
     if (!mounts)
         return places;
     mntent entry{};
-    std::vector<char> buffer(4 * PATH_MAX);
+    std::vector<char> buffer(std::size_t{4} * PATH_MAX);
     while (::getmntent_r(mounts.get(), &entry, buffer.data(), static_cast<int>(buffer.size()))) {
         const std::string place = entry.mnt_dir;
         // A single file can be mounted as well.

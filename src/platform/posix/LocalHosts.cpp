@@ -1,5 +1,7 @@
 #include "platform/LocalHosts.h"
 
+#include "platform/posix/Descriptor.h"
+
 #include <array>
 #include <cerrno>
 #include <chrono>
@@ -20,14 +22,6 @@ namespace zv {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-Error systemError(const std::string& what)
-{
-    const ErrorCode code = errno == ENOENT                     ? ErrorCode::NotFound
-                           : errno == EACCES || errno == EPERM ? ErrorCode::Denied
-                                                               : ErrorCode::Failed;
-    return Error{code, what + ": " + std::strerror(errno)};
-}
 
 /// A folder that is this user's alone to write. Errors: as hostsFolder.
 Result<void> checkOwnFolder(const std::string& folder, bool make)

@@ -10,6 +10,7 @@ namespace zv {
 Result<int> runProgram(const std::vector<std::string>& command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& text : command)
         arguments.push_back(const_cast<char*>(text.c_str()));
     arguments.push_back(nullptr);

@@ -22,7 +22,7 @@ std::string accountField(char* passwd::*field)
 {
     passwd account{};
     passwd* found = nullptr;
-    std::vector<char> buffer(16 * 1024);
+    std::vector<char> buffer(0x4000);
     if (::getpwuid_r(::geteuid(), &account, buffer.data(), buffer.size(), &found) != 0 || !found)
         return {};
     return found->*field ? found->*field : "";
@@ -103,6 +103,7 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow)
     if (command.empty())
         return;
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);
