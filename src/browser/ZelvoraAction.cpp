@@ -12,6 +12,7 @@
 #include "window/TextBytes.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 
@@ -102,6 +103,11 @@ void Zelvora::actOnListFocus()
             return;
         }
     }
+}
+
+void Zelvora::tellWaiting(bool waiting)
+{
+    StatusBar1Panels[1]->setText(waiting ? tr("Waiting for AutoCAD") : QString());
 }
 
 // ---- leaving for another window

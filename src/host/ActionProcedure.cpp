@@ -60,7 +60,7 @@ public:
               const ActionSettings& settings)
         : m_words(wordsOf(caller)), m_drawing(drawing), m_window(window), m_services(services),
           m_settings(settings), m_session(HostCaller::Action, window, services, settings.allowActivation),
-          m_bracket(settings.keepFileDialogs)
+          m_bracket(settings.keepFileDialogs, services.automation)
     {
     }
 

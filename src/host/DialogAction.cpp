@@ -4,7 +4,7 @@ namespace zv {
 
 DialogAction::DialogAction(DialogWindow& window, HostServices& services, const DialogSettings& settings)
     : m_window(window), m_session(HostCaller::Dialog, window, services, settings.allowActivation),
-      m_bracket(settings.keepFileDialogs)
+      m_bracket(settings.keepFileDialogs, services.automation)
 {
 }
 

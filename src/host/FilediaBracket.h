@@ -1,16 +1,19 @@
 #pragma once
 
 #include "platform/Automation.h"
+#include "platform/EndRequest.h"
 
 #include <optional>
 
 namespace zv {
 
-/// Keeps the host's file dialogs away while commands are typed at it, and gives the user's own setting back.
+/// Keeps the host's file dialogs away while commands are typed at it, and gives the user's own setting back,
+/// also when the wait for the host was given up: it would trouble the user for ever. From its entry until it
+/// goes this program is not ended by a signal.
 class FilediaBracket {
 public:
     /// With `always`, file dialogs are turned on before the setting is remembered and after it is restored.
-    explicit FilediaBracket(bool always) : m_always(always) {}
+    FilediaBracket(bool always, Automation& automation) : m_always(always), m_automation(automation) {}
 
     Result<void> enter(const AutomationObjectPtr& document);
     /// Sets the remembered value back, as often as it is called; nothing if none was remembered.
@@ -19,7 +22,11 @@ public:
     void leave();
 
 private:
+    void restoreAfresh();
+
     bool m_always;
+    Automation& m_automation;
+    std::optional<EndRequestHold> m_hold;
     AutomationObjectPtr m_document;
     std::optional<AutomationValue> m_remembered;
 };

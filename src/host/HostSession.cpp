@@ -41,6 +41,7 @@ const char* secondQuestion(HostCaller caller)
 HostSession::HostSession(HostCaller caller, HostWindow& window, HostServices& services, bool allowActivation)
     : m_caller(caller), m_window(window), m_services(services), m_allowActivation(allowActivation)
 {
+    m_services.automation.beginAction();
 }
 
 HostOutcome HostSession::find()
@@ -66,6 +67,8 @@ HostOutcome HostSession::attachAgain()
 {
     if (attach())
         return HostOutcome::Found;
+    if (m_services.automation.isGivenUp())
+        return HostOutcome::Failed;
     if (m_caller == HostCaller::Dialog) {
         m_window.messages().show({narrow(fromUtf8(m_attachError)), {}, MessageIcon::None});
         return HostOutcome::Failed;
@@ -97,6 +100,8 @@ HostOutcome HostSession::createByRelease()
             return HostOutcome::Found;
         }
     }
+    if (m_services.automation.isGivenUp())
+        return HostOutcome::Failed;
     m_window.setDefaultPointer();
     m_window.messages().show({launchFailureText(m_caller), {}, MessageIcon::Critical});
     return HostOutcome::NotLaunched;

@@ -48,7 +48,7 @@ enum class HostOutcome {
     Found,
     Declined,    ///< The user does not want the host loaded.
     NotLaunched, ///< No release could be started; the user has been told. The calling window is hidden.
-    Failed,      ///< The host has gone, or cannot be started without a release's number.
+    Failed,      ///< The host has gone, cannot be started without a release's number, or was given up.
 };
 
 /// The CAD host for the length of one action: found or started at its beginning, dropped at its end.

@@ -4,11 +4,16 @@
 #include "log/ActivityLog.h"
 #include "platform/Desktop.h"
 #include "queue/QueueFile.h"
+#include "window/MainWindow.h"
 
 namespace zv {
 
 ProgramHost::ProgramHost(Program& program)
-    : m_automation(systemAutomation(m_pump)),
+    : m_pump([&program](bool waiting) {
+          if (MainWindow* const window = mainWindow(program))
+              window->tellWaiting(waiting);
+      }),
+      m_automation(systemAutomation(m_pump)),
       m_splash(program), m_services{{*m_automation, m_splash, {}}, {}, {}}
 {
     program.add(QStringLiteral("LoadAcad"), [&program] { return new LoadAcad(program); });

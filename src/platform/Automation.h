@@ -31,9 +31,9 @@ using AutomationValue = std::variant<std::monostate, MissingArgument, bool, std:
 
 /// An object inside a running CAD program. Members are looked up by name at each call, without regard to
 /// case, so one build drives every release that still knows the name. Errors of every member: NotFound, the
-/// program has no such name; Busy never comes back, for a busy program is asked again until it answers or a
-/// minute has passed; Cancelled, the user pressed Esc; Lost, the program has ended; Failed, anything else, in
-/// the program's own words.
+/// program has no such name; Busy never comes back, for a busy program is asked again until it answers or has
+/// been busy for a minute of the action; Cancelled, the user pressed Esc or gave the wait up; Lost, the
+/// program has ended; Failed, anything else, in the program's own words.
 class AutomationObject {
 public:
     virtual ~AutomationObject() = default;
@@ -57,6 +57,12 @@ public:
     /// Starts the program and waits, up to a minute, until it answers. Errors: NotFound, none of that name is
     /// installed; Lost, it ended before it answered; Failed.
     virtual Result<AutomationObjectPtr> create(const std::string& progId) = 0;
+
+    /// Begins an action: a program may be busy for a minute in the whole of it, and what was given up before
+    /// no longer counts. With a limit, in milliseconds, the action is given up when it has passed.
+    virtual void beginAction(int /*limitMs*/ = -1) {}
+    /// Whether the wait for the program was given up. Every call of the action then fails at once, Cancelled.
+    virtual bool isGivenUp() const { return false; }
 };
 
 /// What the caller does while another program is waited for.
@@ -64,8 +70,14 @@ class EventPump {
 public:
     virtual ~EventPump() = default;
     /// Returns when `descriptor` can be read (-1: there is none to watch), or after `timeoutMs` (-1: never).
-    /// It may return earlier.
+    /// It may return earlier, and does at once when the wait is given up.
     virtual void wait(int descriptor, int timeoutMs) = 0;
+    /// As Automation::beginAction().
+    virtual void beginAction(int /*limitMs*/) {}
+    /// Whether nobody wants to wait any longer, for the rest of the action.
+    virtual bool isGivenUp() const { return false; }
+    /// Told around waits that a user may notice; they may lie within one another.
+    virtual void showWaiting(bool /*waiting*/) {}
 };
 
 /// The system's own carrier. `pump` must outlive it and every object that it gives out.

@@ -61,7 +61,7 @@ private:
 Result<std::string> hostsFolder(bool make);
 
 /// Connects to the running host of this name. `pump` turns while it has no room for another connection.
-/// Errors: NotFound, none runs; Denied; Failed.
+/// Errors: NotFound, none runs; Denied; Cancelled, the wait was given up; Failed.
 Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, EventPump& pump);
 
 /// The socket on which a host is found, for as long as this lives. A lock keeps the name for its owner, so

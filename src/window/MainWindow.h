@@ -21,6 +21,8 @@ public:
 
     /// The size, in twips, that the proportions of the window are reckoned from. Its own size stays.
     virtual void setDesignSize(QSize twips) = 0;
+    /// Tells whether AutoCAD is being waited for.
+    virtual void tellWaiting(bool waiting) = 0;
 
     BrowserFields& fields; ///< Kept by the program.
 

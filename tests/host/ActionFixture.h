@@ -34,6 +34,8 @@ public:
     RecordingAutomation(Automation& inner, Events& events) : m_inner(inner), m_events(events) {}
     Result<AutomationObjectPtr> attach(const std::string& progId) override;
     Result<AutomationObjectPtr> create(const std::string& progId) override;
+    void beginAction(int limitMs) override { m_inner.beginAction(limitMs); }
+    bool isGivenUp() const override { return m_inner.isGivenUp(); }
 
 private:
     Result<AutomationObjectPtr> noted(const std::string& what, Result<AutomationObjectPtr> application);

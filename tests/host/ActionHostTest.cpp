@@ -411,6 +411,38 @@ TEST_F(Dispatch, ScaleThatCannotBeTypedIsRefusedOnlyWhereItWouldBeTyped)
     EXPECT_EQ(events.front(), kAttach);
 }
 
+TEST_F(Dispatch, HostThatIsGivenUpHasFailedWithoutAQuestion)
+{
+    place.run("fault Version#1 silent");
+    time.givesUp = [] { return true; };
+    act();
+    EXPECT_EQ(events, (Events{kAttach, "App.Version", kNotRunning, "show", kLogLine}));
+}
+
+TEST_F(Dispatch, StartThatIsGivenUpHasFailedWithoutAMessage)
+{
+    place.install("AutoCAD.Application.20", "later 1000000 AutoCAD.Application.20");
+    window.answers = {true};
+    time.givesUp = [] { return true; };
+    act();
+    EXPECT_EQ(events.back(), kLogLine);
+    EXPECT_EQ(events[events.size() - 2], "show");
+    for (const std::string& event : events)
+        EXPECT_FALSE(event.starts_with("critical")) << event;
+}
+
+TEST_F(Dispatch, WaitThatIsGivenUpAtThePickStillGivesTheSettingBack)
+{
+    place.run("variable filedia 1\nfault GetPoint#1 silent");
+    window.check4 = true;
+    time.givesUp = [this] { return events.back().starts_with("Utility.GetPoint"); };
+    act();
+    EXPECT_EQ(events.back(), kLogLine);
+    const std::string transcript = place.transcript();
+    EXPECT_GT(transcript.rfind("SetVariable [\"Filedia\",1]"), transcript.find("GetPoint")) << transcript;
+    EXPECT_NE(transcript.rfind("SetVariable [\"Filedia\",1]"), std::string::npos) << transcript;
+}
+
 } // namespace
 
 } // namespace zv::test

@@ -200,6 +200,44 @@ TEST_F(Carrier, AnswerThatMeansNothingIsAnError)
     EXPECT_FALSE(attached()->get("Version"));
 }
 
+TEST_F(Carrier, MinuteOfBeingBusyIsForTheWholeAction)
+{
+    place.run("fault Caption#* busy\nfault Version#* busy");
+    time.skipsFromMs = TestTime::kBusyPauses;
+    const AutomationObjectPtr application = attached();
+    EXPECT_EQ(application->get("Caption").error().code, ErrorCode::Failed);
+    EXPECT_EQ(application->get("Version").error().code, ErrorCode::Failed);
+    EXPECT_LT(time.skipped, std::chrono::seconds(62));
+    carrier->beginAction();
+    EXPECT_EQ(application->get("Version").error().code, ErrorCode::Failed);
+    EXPECT_GT(time.skipped, std::chrono::seconds(118));
+}
+
+TEST_F(Carrier, WaitThatIsGivenUpFailsEveryCallUntilTheNextAction)
+{
+    place.run("fault Version#1 silent");
+    const AutomationObjectPtr application = attached();
+    const AutomationObjectPtr other = attached();
+    time.givesUp = [] { return true; };
+    EXPECT_EQ(application->get("Version").error().code, ErrorCode::Cancelled);
+    EXPECT_TRUE(carrier->isGivenUp());
+    EXPECT_EQ(other->get("Caption").error().code, ErrorCode::Cancelled);
+    EXPECT_EQ(carrier->attach(kHost).error().code, ErrorCode::Cancelled);
+    EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::Cancelled);
+    time.givesUp = [] { return false; };
+    carrier->beginAction();
+    const AutomationObjectPtr anew = attached();
+    ASSERT_NE(anew, nullptr);
+    EXPECT_EQ(*asText(anew->get("Version")), "20.0");
+}
+
+TEST_F(Carrier, StartThatIsGivenUpEndsAtOnce)
+{
+    place.install(kHost, std::string("later 1000000 ") + kHost);
+    time.givesUp = [] { return true; };
+    EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::Cancelled);
+}
+
 } // namespace
 
 } // namespace zv::test

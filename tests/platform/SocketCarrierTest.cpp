@@ -6,10 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
 #include <poll.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -257,6 +261,36 @@ TEST(StartCommand, WordsAreSplitAtBlanksAndQuotesKeepThem)
     EXPECT_TRUE(startCommand("", "/h").empty());
     EXPECT_TRUE(startCommand("   ", "/h").empty());
     EXPECT_TRUE(startCommand("\"\" x", "/h").empty());
+}
+
+TEST_F(SocketCarrier, StartedHostThatHasEndedLeavesNoProcessBehind)
+{
+    place.install("Other.Application", "no such directive");
+    EXPECT_FALSE(carrier->create("Other.Application"));
+    siginfo_t child{};
+    bool gone = false;
+    for (int turn = 0; turn < 1000 && !gone; ++turn) {
+        gone = ::waitid(P_ALL, 0, &child, WEXITED | WNOHANG | WNOWAIT) != 0 && errno == ECHILD;
+        if (!gone)
+            pump->wait(-1, 5);
+    }
+    EXPECT_TRUE(gone);
+}
+
+TEST_F(SocketCarrier, StartedHostGetsNoFileThatIsOpenHere)
+{
+    const TemporaryFolder folder;
+    const std::string held = folder.write("held", "x"), seen = folder.file("seen");
+    const int open = ::open(held.c_str(), O_RDONLY);
+    ASSERT_GE(open, 0);
+    const std::string starts = std::string(std::getenv("XDG_DATA_HOME")) + "/zelvora/hosts/";
+    std::ofstream(starts + "Other.Application.start")
+        << "/bin/sh -c \"ls -l /proc/$$/fd > '" << seen << "'\"\n";
+    EXPECT_EQ(carrier->create("Other.Application").error().code, ErrorCode::Lost);
+    ::close(open);
+    const std::string list = folder.read("seen");
+    EXPECT_NE(list.find("/dev/null"), std::string::npos) << list;
+    EXPECT_EQ(list.find(held), std::string::npos) << list;
 }
 
 } // namespace

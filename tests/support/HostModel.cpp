@@ -37,7 +37,7 @@ HostModel::Outcome outcomeOf(const std::string& word)
         {"busy", HostModel::Outcome::Busy},           {"failed", HostModel::Outcome::Failed},
         {"cancelled", HostModel::Outcome::Cancelled}, {"die", HostModel::Outcome::Die},
         {"die-after", HostModel::Outcome::DieAfter},  {"garbage", HostModel::Outcome::Garbage},
-        {"too-long", HostModel::Outcome::TooLong}};
+        {"too-long", HostModel::Outcome::TooLong},    {"silent", HostModel::Outcome::Silent}};
     return words.at(word);
 }
 

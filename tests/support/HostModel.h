@@ -23,7 +23,7 @@ namespace zv::test {
 ///   answer TEXT               what the user types when he is asked, in order; "typed" once none is left
 ///   slow MEMBER#N MS          the Nth use of a member takes so long
 ///   fault MEMBER#N KIND [TEXT]   the Nth use of a member does not go well: busy, failed, cancelled, die,
-///                             die-after, garbage, too-long; "#*" is every use
+///                             die-after, garbage, too-long, silent (never answers); "#*" is every use
 ///   transcript PATH           where each use of a member is written down
 class HostModel {
 public:
@@ -37,7 +37,18 @@ public:
     };
     using Value = std::variant<std::monostate, bool, std::int64_t, double, std::string, Point, Object,
                                std::vector<Object>>;
-    enum class Outcome { Answer, UnknownName, Busy, Failed, Cancelled, Die, DieAfter, Garbage, TooLong };
+    enum class Outcome {
+        Answer,
+        UnknownName,
+        Busy,
+        Failed,
+        Cancelled,
+        Die,
+        DieAfter,
+        Garbage,
+        TooLong,
+        Silent
+    };
     struct Reply {
         Outcome outcome = Outcome::Answer;
         Value value;

@@ -59,6 +59,8 @@ private:
         case HostModel::Outcome::Garbage:
             send("this is no answer");
             return;
+        case HostModel::Outcome::Silent:
+            return;
         case HostModel::Outcome::TooLong:
             flood();
             return;

@@ -2,6 +2,7 @@
 
 #include "platform/CarrierPatience.h"
 
+#include <functional>
 #include <limits>
 #include <memory>
 
@@ -17,11 +18,16 @@ public:
     void wait(int descriptor, int timeoutMs) override
     {
         ++turns;
+        givenUp = givenUp || givesUp();
+        if (givenUp)
+            return;
         if (descriptor < 0 && timeoutMs >= skipsFromMs)
             skipped += std::chrono::milliseconds(timeoutMs);
         else
             m_inner->wait(descriptor, timeoutMs);
     }
+    void beginAction(int) override { givenUp = false; }
+    bool isGivenUp() const override { return givenUp; }
     /// The patience that users get, by this clock.
     CarrierPatience patience()
     {
@@ -37,6 +43,9 @@ public:
     int skipsFromMs = std::numeric_limits<int>::max();
     std::chrono::milliseconds skipped{0};
     int turns = 0;
+    /// Whether the wait is given up now that something is waited for.
+    std::function<bool()> givesUp = [] { return false; };
+    bool givenUp = false;
 
 private:
     std::unique_ptr<EventPump> m_inner = testPump();

@@ -114,6 +114,8 @@ Result<void> LineChannel::send(std::string_view line, EventPump& pump)
             ::send(m_descriptor, message.data() + sent, message.size() - sent, MSG_NOSIGNAL);
         if (count > 0)
             sent += static_cast<std::size_t>(count);
+        else if (errno == EAGAIN && pump.isGivenUp())
+            end();
         else if (errno == EAGAIN)
             pump.wait(-1, 5);
         else if (errno != EINTR)
@@ -244,6 +246,8 @@ Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, Ev
     const SocketAddress address(*folder, progId + ".sock");
     if (!isPlainName(progId) || !address.fits())
         return Error{ErrorCode::NotFound, progId + " is no name of a program"};
+    if (pump.isGivenUp())
+        return Waiting::givenUp();
     auto channel = std::make_unique<LineChannel>(newSocket());
     const auto deadline = Clock::now() + std::chrono::seconds(60);
     while (::connect(channel->descriptor(), address.data(), SocketAddress::size()) != 0) {
@@ -251,6 +255,8 @@ Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, Ev
             return Error{ErrorCode::NotFound, progId + " is not running"};
         if (errno != EINTR && (errno != EAGAIN || Clock::now() > deadline))
             return systemError(progId);
+        if (pump.isGivenUp())
+            return Waiting::givenUp();
         pump.wait(-1, 20);
     }
     return channel;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 
 namespace zv {
 
@@ -35,8 +36,8 @@ Result<std::string> wireText(const std::string& bytes)
 /// object is released by itself: a connection lives for one action.
 class Connection : public std::enable_shared_from_this<Connection> {
 public:
-    Connection(std::unique_ptr<LineChannel> channel, EventPump& pump, CarrierPatience patience)
-        : m_channel(std::move(channel)), m_pump(pump), m_patience(std::move(patience))
+    Connection(std::unique_ptr<LineChannel> channel, std::shared_ptr<Waiting> waiting)
+        : m_channel(std::move(channel)), m_waiting(std::move(waiting))
     {
     }
 
@@ -57,8 +58,7 @@ private:
     Error errorOf(const Json& error);
 
     std::unique_ptr<LineChannel> m_channel;
-    EventPump& m_pump;
-    CarrierPatience m_patience;
+    std::shared_ptr<Waiting> m_waiting;
     std::int64_t m_lastId = 0;
 };
 
@@ -131,7 +131,7 @@ private:
 
 Result<Json> Connection::ask(const char* operation, std::int64_t object, Json::Object rest)
 {
-    return untilFree(m_pump, m_patience, [&] { return askOnce(operation, object, rest); });
+    return untilFree(*m_waiting, [&] { return askOnce(operation, object, rest); });
 }
 
 Result<Json> Connection::askOnce(const char* operation, std::int64_t object, const Json::Object& rest)
@@ -140,7 +140,8 @@ Result<Json> Connection::askOnce(const char* operation, std::int64_t object, con
         return lost();
     Json::Object request = {{"id", ++m_lastId}, {"op", operation}, {"object", object}};
     request.insert(request.end(), rest.begin(), rest.end());
-    if (const Result<void> sent = m_channel->send(writeJson(Json(std::move(request))), m_pump); !sent) {
+    if (const Result<void> sent = m_channel->send(writeJson(Json(std::move(request))), m_waiting->pump);
+        !sent) {
         if (sent.error().code == ErrorCode::TooLarge)
             return Error{ErrorCode::Failed, sent.error().text};
         return sent.error();
@@ -166,10 +167,18 @@ Result<std::string> Connection::receive()
     std::string line;
     m_channel->waitQuietly(kQuietMs);
     m_channel->readAvailable();
+    std::optional<ShownWait> shown;
     while (!m_channel->nextLine(line)) {
         if (m_channel->ended())
             return lost();
-        m_pump.wait(m_channel->descriptor(), -1);
+        // The answer may still come, and would be taken for that of the next request.
+        if (m_waiting->isGivenUp()) {
+            m_channel->end();
+            return Waiting::givenUp();
+        }
+        if (!shown)
+            shown.emplace(m_waiting->pump);
+        m_waiting->pump.wait(m_channel->descriptor(), -1);
         m_channel->readAvailable();
     }
     return line;
@@ -257,42 +266,50 @@ Result<AutomationValue> Connection::value(const Json& json)
 
 class SocketCarrier final : public Automation {
 public:
-    SocketCarrier(EventPump& pump, CarrierPatience patience) : m_pump(pump), m_patience(std::move(patience))
+    SocketCarrier(EventPump& pump, CarrierPatience patience)
+        : m_waiting(std::make_shared<Waiting>(pump, std::move(patience)))
     {
     }
 
+    void beginAction(int limitMs) override { m_waiting->beginAction(limitMs); }
+    bool isGivenUp() const override { return m_waiting->isGivenUp(); }
+
     Result<AutomationObjectPtr> attach(const std::string& progId) override
     {
-        Result<std::unique_ptr<LineChannel>> channel = connectToHost(progId, m_pump);
+        Result<std::unique_ptr<LineChannel>> channel = connectToHost(progId, m_waiting->pump);
         if (!channel)
             return channel.error();
-        auto connection = std::make_shared<Connection>(std::move(*channel), m_pump, m_patience);
+        auto connection = std::make_shared<Connection>(std::move(*channel), m_waiting);
         return AutomationObjectPtr(std::make_shared<SocketObject>(std::move(connection), 0));
     }
 
     Result<AutomationObjectPtr> create(const std::string& progId) override
     {
-        const Result<pid_t> process = runStartFile(progId);
+        if (isGivenUp())
+            return Waiting::givenUp();
+        const Result<StartedProcess> process = runStartFile(progId);
         if (!process)
             return process.error();
-        const auto deadline = m_patience.now() + milliseconds(m_patience.createMs);
+        const CarrierPatience& patience = m_waiting->patience;
+        const auto deadline = patience.now() + milliseconds(patience.createMs);
         for (milliseconds length{5};; length = std::min(length * 2, milliseconds(100))) {
             // Asked before the attach, so that a host that answers and ends at once is still found.
-            const bool ended = hasEnded(*process);
+            const bool ended = process->hasEnded();
             Result<AutomationObjectPtr> application = attach(progId);
             if (application)
                 return application;
+            if (isGivenUp())
+                return Waiting::givenUp();
             if (ended)
                 return Error{ErrorCode::Lost, progId + " ended before it answered"};
-            if (m_patience.now() >= deadline)
+            if (patience.now() >= deadline)
                 return Error{ErrorCode::Failed, progId + " did not answer in time"};
-            pauseFor(m_pump, m_patience, length);
+            pauseFor(*m_waiting, length);
         }
     }
 
 private:
-    EventPump& m_pump;
-    CarrierPatience m_patience;
+    std::shared_ptr<Waiting> m_waiting;
 };
 
 } // namespace

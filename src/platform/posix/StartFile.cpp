@@ -11,6 +11,8 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
 
 extern char** environ;
 
@@ -33,8 +35,21 @@ std::vector<std::string> startFolders()
     return {data + "/zelvora/hosts", installationFolder() + "/hosts"};
 }
 
-/// Starts a program in a session of its own, so that it outlives this one, with no signal blocked or ignored.
-Result<pid_t> spawn(const std::vector<std::string>& command)
+/// A program that nobody waits for stays behind when it has ended, as long as this one lives.
+StartedProcess waitFor(pid_t process)
+{
+    auto ended = std::make_shared<std::atomic<bool>>(false);
+    std::thread([process, ended] {
+        while (::waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        *ended = true;
+    }).detach();
+    return StartedProcess(std::move(ended));
+}
+
+/// Starts a program in a session of its own, so that it outlives this one, with no signal blocked or ignored
+/// and no file open but its input and outputs.
+Result<StartedProcess> spawn(const std::vector<std::string>& command)
 {
     std::vector<char*> arguments;
     for (const std::string& word : command)
@@ -54,6 +69,8 @@ Result<pid_t> spawn(const std::vector<std::string>& command)
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    // Not every library marks what it opens as this program's own.
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
 
     pid_t process = -1;
     const int failure =
@@ -62,7 +79,7 @@ Result<pid_t> spawn(const std::vector<std::string>& command)
     posix_spawnattr_destroy(&attributes);
     if (failure != 0)
         return Error{ErrorCode::Failed, command[0] + ": " + std::strerror(failure)};
-    return process;
+    return waitFor(process);
 }
 
 } // namespace
@@ -97,7 +114,7 @@ std::vector<std::string> startCommand(std::string_view firstLine, const std::str
     return words;
 }
 
-Result<pid_t> runStartFile(const std::string& progId)
+Result<StartedProcess> runStartFile(const std::string& progId)
 {
     for (const std::string& folder : startFolders()) {
         const Result<std::string> text = readFile(folder + "/" + progId + ".start");
@@ -110,16 +127,6 @@ Result<pid_t> runStartFile(const std::string& progId)
         return spawn(command);
     }
     return Error{ErrorCode::NotFound, progId + " is not installed"};
-}
-
-bool hasEnded(pid_t process)
-{
-    int status = 0;
-    pid_t ended = 0;
-    do {
-        ended = ::waitpid(process, &status, WNOHANG);
-    } while (ended < 0 && errno == EINTR);
-    return ended != 0;
 }
 
 } // namespace zv

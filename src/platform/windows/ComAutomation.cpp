@@ -9,8 +9,10 @@
 #include <array>
 #include <future>
 #include <iterator>
+#include <mutex>
 #include <objbase.h>
 #include <oleauto.h>
+#include <optional>
 
 namespace zv {
 
@@ -24,48 +26,70 @@ constexpr int kTurnMs = 10;
 /// What a carrier and all objects that it gave out share.
 class ComLink {
 public:
-    ComLink(EventPump& events, CarrierPatience howPatient) : m_pump(events), m_patience(std::move(howPatient))
-    {
-    }
+    ComLink(EventPump& events, CarrierPatience howPatient) : m_waiting(events, std::move(howPatient)) {}
 
     /// Does `task` on the COM thread until the program is no longer busy, the caller's events turning
-    /// meanwhile. What `task` refers to outlives it, for a call has no limit.
-    template <class Task> auto ask(Task task) -> decltype(task())
+    /// meanwhile. `task` must own all that it uses, for a call that is given up is left to itself. With a
+    /// limit so is one that takes longer. Errors: Cancelled, the wait was given up; Failed, the limit has
+    /// passed.
+    template <class Task> auto ask(Task task, milliseconds limit = milliseconds::max()) -> decltype(task())
     {
-        return untilFree(m_pump, m_patience, [&] {
+        return untilFree(m_waiting, [&]() -> decltype(task()) {
+            const auto begun = m_waiting.patience.now();
             auto answer = begin(task);
-            while (!isThere(answer))
-                m_pump.wait(-1, kTurnMs);
-            return answer.get();
-        });
-    }
-    /// The same for the start of a program, which has a limit. `task` must own all that it uses, for a
-    /// start that takes too long is left to itself. Errors: Failed, the limit has passed.
-    template <class Task> auto askToStart(const std::string& progId, Task task) -> decltype(task())
-    {
-        return untilFree(m_pump, m_patience, [&]() -> decltype(task()) {
-            const auto deadline = m_patience.now() + milliseconds(m_patience.createMs);
-            auto answer = begin(task);
+            std::optional<ShownWait> shown;
             while (!isThere(answer)) {
-                if (m_patience.now() >= deadline) {
-                    // The new thread stands before the old one is let go, so that the apartment that both are
-                    // in stays.
-                    m_thread = std::make_unique<ComThread>();
-                    return Error{ErrorCode::Failed, progId + " did not answer in time"};
+                if (m_waiting.isGivenUp()) {
+                    leaveThread();
+                    return Waiting::givenUp();
                 }
-                m_pump.wait(-1, kTurnMs);
+                if (m_waiting.patience.now() - begun >= limit) {
+                    leaveThread();
+                    return Error{ErrorCode::Failed, "the program did not answer in time"};
+                }
+                if (!shown)
+                    shown.emplace(m_waiting.pump);
+                m_waiting.pump.wait(-1, kTurnMs);
             }
             return answer.get();
         });
     }
+    /// The same for the start of a program.
+    template <class Task> auto askToStart(Task task) -> decltype(task())
+    {
+        return ask(std::move(task), milliseconds(m_waiting.patience.createMs));
+    }
     /// Does `task` some time later, with nobody waiting.
-    void post(std::function<void()> task) { m_thread->post(std::move(task)); }
+    void post(std::function<void()> task) { thread()->post(std::move(task)); }
+
+    void beginAction(int limitMs) { m_waiting.beginAction(limitMs); }
+    bool isGivenUp() const { return m_waiting.isGivenUp(); }
 
 private:
+    /// What a call that was left to itself comes to is given back on its own thread.
+    std::shared_ptr<ComThread> thread()
+    {
+        const std::lock_guard lock(m_mutex);
+        return m_thread;
+    }
+    /// The new thread stands before the old one is let go, so that the apartment that both are in stays.
+    void leaveThread()
+    {
+        auto next = std::make_shared<ComThread>();
+        const std::lock_guard lock(m_mutex);
+        m_thread.swap(next);
+    }
     template <class Task> auto begin(Task task) -> std::future<decltype(task())>
     {
         auto promise = std::make_shared<std::promise<decltype(task())>>();
-        m_thread->post([promise, task = std::move(task)]() mutable { promise->set_value(task()); });
+        // A failure of the language is the caller's, who has a guard for it.
+        thread()->post([promise, task = std::move(task)]() mutable {
+            try {
+                promise->set_value(task());
+            } catch (...) {
+                promise->set_exception(std::current_exception());
+            }
+        });
         auto answer = promise->get_future();
         answer.wait_for(milliseconds(kQuietMs));
         return answer;
@@ -75,9 +99,9 @@ private:
         return answer.wait_for(milliseconds(0)) == std::future_status::ready;
     }
 
-    EventPump& m_pump;
-    CarrierPatience m_patience;
-    std::unique_ptr<ComThread> m_thread = std::make_unique<ComThread>();
+    Waiting m_waiting;
+    std::mutex m_mutex;
+    std::shared_ptr<ComThread> m_thread = std::make_shared<ComThread>();
 };
 
 template <std::size_t count> bool isOneOf(HRESULT result, const std::array<HRESULT, count>& list)
@@ -194,19 +218,45 @@ private:
     std::vector<VARIANT> m_values;
 };
 
-class ComObject final : public AutomationObject {
+/// An interface of the program. It is given back in the apartment that it came from.
+class Held {
 public:
-    ComObject(std::shared_ptr<ComLink> link, ComPointer<IDispatch> dispatch)
+    Held(std::shared_ptr<ComLink> link, ComPointer<IDispatch> dispatch)
         : m_link(std::move(link)), m_dispatch(std::move(dispatch))
     {
     }
-    ComObject(const ComObject&) = delete;
-    ComObject& operator=(const ComObject&) = delete;
-    /// An interface is given back in the apartment that it came from.
-    ~ComObject() override
+    ~Held()
     {
         m_link->post([held = std::move(m_dispatch)] {});
     }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    const std::shared_ptr<ComLink>& link() const { return m_link; }
+    IDispatch* dispatch() const { return m_dispatch.get(); }
+
+    // These run on the COM thread.
+    Result<AutomationValue> invoke(const std::string& name, WORD kind,
+                                   const std::vector<AutomationValue>& arguments) const;
+    Result<std::vector<AutomationValue>> items() const;
+
+private:
+    Result<DISPID> memberOf(std::string_view name) const;
+    Result<ComValue> invokeMember(DISPID member, WORD kind, Arguments& arguments,
+                                  bool isPrompt = false) const;
+    Result<AutomationValue> valueOf(const VARIANT& variant) const;
+
+    std::shared_ptr<ComLink> m_link;
+    ComPointer<IDispatch> m_dispatch;
+};
+
+class ComObject final : public AutomationObject {
+public:
+    ComObject(std::shared_ptr<ComLink> link, ComPointer<IDispatch> dispatch)
+        : m_held(std::make_shared<const Held>(std::move(link), std::move(dispatch)))
+    {
+    }
+    IDispatch* dispatch() const { return m_held->dispatch(); }
 
     Result<AutomationValue> get(std::string_view name) override
     {
@@ -225,34 +275,27 @@ public:
     }
     Result<std::vector<AutomationValue>> items() override
     {
-        return m_link->ask([this] { return itemsOnce(); });
+        return m_held->link()->ask([held = m_held] { return held->items(); });
     }
 
 private:
     Result<AutomationValue> invoke(std::string_view name, WORD kind,
                                    const std::vector<AutomationValue>& arguments)
     {
-        return m_link->ask([&] { return invokeOnce(name, kind, arguments); });
+        return m_held->link()->ask([held = m_held, name = std::string(name), kind, arguments] {
+            return held->invoke(name, kind, arguments);
+        });
     }
 
-    // These run on the COM thread.
-    Result<AutomationValue> invokeOnce(std::string_view name, WORD kind,
-                                       const std::vector<AutomationValue>& arguments);
-    Result<DISPID> memberOf(std::string_view name);
-    Result<ComValue> invokeMember(DISPID member, WORD kind, Arguments& arguments, bool isPrompt = false);
-    Result<std::vector<AutomationValue>> itemsOnce();
-    Result<AutomationValue> valueOf(const VARIANT& variant);
-
-    std::shared_ptr<ComLink> m_link;
-    ComPointer<IDispatch> m_dispatch;
+    std::shared_ptr<const Held> m_held; ///< Shared with calls that were left to themselves.
 };
 
-Result<AutomationValue> ComObject::invokeOnce(std::string_view name, WORD kind,
-                                              const std::vector<AutomationValue>& arguments)
+Result<AutomationValue> Held::invoke(const std::string& name, WORD kind,
+                                     const std::vector<AutomationValue>& arguments) const
 {
     const auto dispatchOf = [](const AutomationObjectPtr& object) -> IDispatch* {
         const auto* const own = dynamic_cast<const ComObject*>(object.get());
-        return own != nullptr ? own->m_dispatch.get() : nullptr;
+        return own != nullptr ? own->dispatch() : nullptr;
     };
     Arguments sent;
     for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
@@ -271,7 +314,7 @@ Result<AutomationValue> ComObject::invokeOnce(std::string_view name, WORD kind,
     return valueOf(answer->variant());
 }
 
-Result<DISPID> ComObject::memberOf(std::string_view name)
+Result<DISPID> Held::memberOf(std::string_view name) const
 {
     std::wstring text = widePath(name);
     LPOLESTR names = text.data();
@@ -282,7 +325,7 @@ Result<DISPID> ComObject::memberOf(std::string_view name)
     return member;
 }
 
-Result<ComValue> ComObject::invokeMember(DISPID member, WORD kind, Arguments& arguments, bool isPrompt)
+Result<ComValue> Held::invokeMember(DISPID member, WORD kind, Arguments& arguments, bool isPrompt) const
 {
     DISPPARAMS parameters = arguments.parameters(kind);
     ComValue answer;
@@ -297,7 +340,7 @@ Result<ComValue> ComObject::invokeMember(DISPID member, WORD kind, Arguments& ar
     return answer;
 }
 
-Result<std::vector<AutomationValue>> ComObject::itemsOnce()
+Result<std::vector<AutomationValue>> Held::items() const
 {
     Arguments none;
     const Result<ComValue> answer =
@@ -325,7 +368,7 @@ Result<std::vector<AutomationValue>> ComObject::itemsOnce()
     }
 }
 
-Result<AutomationValue> ComObject::valueOf(const VARIANT& variant)
+Result<AutomationValue> Held::valueOf(const VARIANT& variant) const
 {
     return fromVariant(variant, [this](ComPointer<IDispatch> object) -> AutomationObjectPtr {
         return std::make_shared<ComObject>(m_link, std::move(object));
@@ -377,13 +420,16 @@ public:
     {
     }
 
+    void beginAction(int limitMs) override { m_link->beginAction(limitMs); }
+    bool isGivenUp() const override { return m_link->isGivenUp(); }
+
     Result<AutomationObjectPtr> attach(const std::string& progId) override
     {
-        return application(m_link->ask([&progId] { return running(progId); }));
+        return application(m_link->ask([progId] { return running(progId); }));
     }
     Result<AutomationObjectPtr> create(const std::string& progId) override
     {
-        return application(m_link->askToStart(progId, [progId] { return started(progId); }));
+        return application(m_link->askToStart([progId] { return started(progId); }));
     }
 
 private:

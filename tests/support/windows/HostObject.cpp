@@ -259,6 +259,9 @@ HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, E
     case HostModel::Outcome::Busy:
         m_rejected = !m_rejected;
         return m_rejected ? RPC_E_CALL_REJECTED : RPC_E_SERVERCALL_RETRYLATER;
+    case HostModel::Outcome::Silent:
+        ::Sleep(INFINITE);
+        return E_FAIL;
     case HostModel::Outcome::Garbage:
         if (answer != nullptr)
             answer->vt = VT_CY;
