@@ -1,11 +1,11 @@
 #include "help/HelpBook.h"
 
+#include "platform/ByteSource.h"
 #include "platform/Trial.h"
 
 #include <chm_lib.h>
 
 #include <algorithm>
-#include <fstream>
 
 namespace zv {
 namespace {
@@ -69,18 +69,23 @@ struct HelpBook::File {
         return all;
     }
 
-    /// Reads every file of the book once and keeps none.
-    void readAll() const
+    /// Reads every file of the book once and keeps none. False when a part of one is not there.
+    bool readAll() const
     {
         std::string part(kTrialPart, '\0');
         for (const std::string& name : names()) {
             chmUnitInfo unit{};
             if (chm_resolve_object(handle, name.c_str(), &unit) != CHM_RESOLVE_SUCCESS)
-                continue;
-            for (LONGUINT64 at = 0; at < std::min<LONGUINT64>(unit.length, kFileLimit); at += kTrialPart)
-                chm_retrieve_object(handle, &unit, reinterpret_cast<unsigned char*>(part.data()), at,
-                                    kTrialPart);
+                return false;
+            const LONGUINT64 length = std::min<LONGUINT64>(unit.length, kFileLimit);
+            for (LONGUINT64 at = 0; at < length; at += kTrialPart) {
+                const LONGINT64 got = chm_retrieve_object(
+                    handle, &unit, reinterpret_cast<unsigned char*>(part.data()), at, kTrialPart);
+                if (got != static_cast<LONGINT64>(std::min<LONGUINT64>(kTrialPart, unit.length - at)))
+                    return false;
+            }
         }
+        return true;
     }
 
     chmFile* handle;
@@ -88,13 +93,12 @@ struct HelpBook::File {
 
 Result<std::unique_ptr<HelpBook>> HelpBook::open(const std::string& path)
 {
-    if (!std::ifstream(path))
+    // The library would wait for ever at a pipe in the file's place.
+    if (!openByteSource(path))
         return Error{ErrorCode::NotFound, "there is no help file"};
     const auto readAll = [&path] {
         const File trial(path);
-        if (trial.handle != nullptr)
-            trial.readAll();
-        return trial.handle != nullptr;
+        return trial.handle != nullptr && trial.readAll();
     };
     // The library believes what a file says of itself and may fall over a damaged one, so the whole of it is
     // read first where that does no harm.
@@ -132,7 +136,15 @@ bool HelpBook::load()
                      [](const HelpEntry& a, const HelpEntry& b) { return a.title < b.title; });
     if (m_home.empty() && !m_contents.empty())
         m_home = m_contents.front().page;
-    return file(m_home).ok();
+    // Half a book is as good as none.
+    return file(m_home).ok() && hasPagesOf(m_contents) && hasPagesOf(m_index);
+}
+
+bool HelpBook::hasPagesOf(const std::vector<HelpEntry>& entries) const
+{
+    return std::all_of(entries.begin(), entries.end(), [this](const HelpEntry& entry) {
+        return (entry.page.empty() || file(entry.page).ok()) && hasPagesOf(entry.children);
+    });
 }
 
 void HelpBook::readSystemFile(std::string& contentsName, std::string& indexName)

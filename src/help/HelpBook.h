@@ -51,6 +51,7 @@ private:
     };
     explicit HelpBook(std::unique_ptr<File> file);
     bool load();
+    bool hasPagesOf(const std::vector<HelpEntry>& entries) const;
     void readSystemFile(std::string& contentsName, std::string& indexName);
     void readPages() const;
 

@@ -6,6 +6,7 @@
 #include <fstream>
 #include <random>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace zv {
 namespace {
@@ -140,6 +141,20 @@ TEST_F(DamagedBookTest, AnyDamageIsTakenWithoutHarm)
             bytes[random() % bytes.size()] = static_cast<char>(random());
         use(bytes);
     }
+}
+
+TEST_F(DamagedBookTest, HalfABookIsRefused)
+{
+    const std::string whole = bookBytes();
+    EXPECT_EQ(use(whole), ErrorCode::Failed) << "the whole one is not";
+    for (const std::size_t parts : {2U, 3U, 4U})
+        EXPECT_EQ(use(whole.substr(0, whole.size() / parts)), ErrorCode::Damaged) << parts;
+}
+
+TEST_F(DamagedBookTest, PipeInItsPlaceIsNotWaitedFor)
+{
+    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    EXPECT_FALSE(HelpBook::open(path));
 }
 
 TEST(HelpText, ASiteMapMayBeDeepCutShortOrSenseless)
