@@ -84,6 +84,9 @@ std::size_t BlockReader::ownerOf(const EntityHeader& header) const
 
 void BlockReader::readStray(const std::vector<std::size_t>& broken)
 {
+    std::vector<bool> isBroken(m_blocks.size() + 1, false);
+    for (const std::size_t block : broken)
+        isBroken[block] = true;
     const auto& places = m_store.map().places();
     for (std::size_t i = 0; i < places.size(); ++i) {
         const Handle handle = places[i].handle;
@@ -96,7 +99,7 @@ void BlockReader::readStray(const std::vector<std::size_t>& broken)
         if (!record->in.ok() || header.handle != handle)
             continue;
         const std::size_t owner = ownerOf(header);
-        if (std::find(broken.begin(), broken.end(), owner) == broken.end() || !m_store.take(handle))
+        if (owner >= isBroken.size() || !isBroken[owner] || !m_store.take(handle))
             continue;
         readEntity(m_document.blocks[owner], handle);
     }

@@ -105,11 +105,10 @@ void SceneParts::measuredLine(const Dimension& dimension, const Look& look)
     MText text;
     text.height = 0.18;
     text.style = m_document.header.currentTextStyle;
-    for (const DimensionStyle& style : m_document.dimensionStyles)
-        if (style.handle == dimension.style) {
-            text.height = style.textHeight * (style.scale > 0 ? style.scale : 1);
-            text.style = style.textStyle;
-        }
+    if (const DimensionStyle* style = dimensionStyle(dimension.style)) {
+        text.height = style->textHeight * (style->scale > 0 ? style->scale : 1);
+        text.style = style->textStyle;
+    }
     text.text = dimension.text.empty() || dimension.text == u"<>"
                     ? fromUtf8(numberText(std::round(measured * 1e4) / 1e4))
                     : dimension.text;

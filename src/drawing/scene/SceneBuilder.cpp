@@ -111,6 +111,10 @@ SceneParts::SceneParts(const Document& document, FontProvider& fonts, const Scen
     : m_document(document), m_options(options), m_scene(scene), m_fonts(document, fonts, scene),
       m_ink(scene, m_fonts), m_left(kMostWork)
 {
+    for (const DimensionStyle& style : document.dimensionStyles)
+        m_dimensionStyles[style.handle] = &style;
+    for (const MLineStyle& style : document.mlineStyles)
+        m_mlineStyles[style.handle] = &style;
 }
 
 void SceneParts::build()
@@ -179,6 +183,18 @@ std::optional<SceneParts::Look> SceneParts::lookOf(const Entity& entity, const B
 const Layer* SceneParts::layerOf(Handle handle) const
 {
     return find(handle, m_document.layerIndex, m_document.layers);
+}
+
+const DimensionStyle* SceneParts::dimensionStyle(Handle handle) const
+{
+    const auto found = m_dimensionStyles.find(handle);
+    return found == m_dimensionStyles.end() ? nullptr : found->second;
+}
+
+const MLineStyle* SceneParts::mlineStyle(Handle handle) const
+{
+    const auto found = m_mlineStyles.find(handle);
+    return found == m_mlineStyles.end() ? nullptr : found->second;
 }
 
 SceneColor SceneParts::resolve(const Color& color, const Layer* layer, const Frame& frame,

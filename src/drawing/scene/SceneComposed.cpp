@@ -30,9 +30,8 @@ void SceneParts::draw(const Leader& leader, const Look& look)
     if (!leader.arrow)
         return;
     double size = 0.18;
-    for (const DimensionStyle& style : m_document.dimensionStyles)
-        if (style.handle == leader.style)
-            size = style.arrowSize * (style.scale > 0 ? style.scale : m_document.header.dimScale);
+    if (const DimensionStyle* style = dimensionStyle(leader.style))
+        size = style->arrowSize * (style->scale > 0 ? style->scale : m_document.header.dimScale);
     arrow(points[0], leader.points[1], size, look.frame.map, look);
 }
 
@@ -57,10 +56,7 @@ void SceneParts::draw(const MultiLeader& leader, const Look& look)
 
 void SceneParts::draw(const MLine& line, const Look& look)
 {
-    const MLineStyle* style = nullptr;
-    for (const MLineStyle& known : m_document.mlineStyles)
-        if (known.handle == line.style)
-            style = &known;
+    const MLineStyle* style = mlineStyle(line.style);
     std::size_t count = 0;
     for (const MLineVertex& v : line.vertices)
         count = std::max(count, v.elements.size());

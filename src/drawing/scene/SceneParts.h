@@ -70,6 +70,9 @@ private:
     SceneColor resolve(const Color& color, const Layer* layer, const Frame& frame, std::uint8_t alpha) const;
     Pen penOf(const Entity& entity, const Layer* layer, SceneColor color, const Frame& frame) const;
     const Layer* layerOf(Handle handle) const;
+    /// Null for a style that the drawing does not have.
+    const DimensionStyle* dimensionStyle(Handle handle) const;
+    const MLineStyle* mlineStyle(Handle handle) const;
     const Linetype* linetypeOf(const Entity& entity, const Layer* layer, const Frame& frame) const;
 
     // Lines and curves
@@ -135,6 +138,8 @@ private:
     const Document& m_document;
     const SceneOptions& m_options;
     Scene& m_scene;
+    std::unordered_map<Handle, const DimensionStyle*> m_dimensionStyles;
+    std::unordered_map<Handle, const MLineStyle*> m_mlineStyles;
     StyleFonts m_fonts;
     Ink m_ink;
     std::vector<DeferredRay> m_rays;
