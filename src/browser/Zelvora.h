@@ -48,6 +48,7 @@ public:
     /// Stays invisible until Timer1 has given the window its place and size.
     void appear() override;
     void setDesignSize(QSize twips) override;
+    void tellWaiting(bool waiting) override;
 
     // Library choice and panels.
     QWidget* LibraryRow;
