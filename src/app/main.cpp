@@ -15,6 +15,7 @@
 #include "queue/QueueWindows.h"
 #include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
+#include "window/RepeatedKeys.h"
 
 #include <QApplication>
 
@@ -67,6 +68,8 @@ int run(Application& application)
     zv::ProgramHost host(program);
     program.setActionServices(host.services());
     application.guardBy(&program);
+    zv::RepeatedKeys repeatedKeys;
+    application.installEventFilter(&repeatedKeys);
     QObject::connect(&program, &zv::RunningProgram::ended, &application, &QCoreApplication::exit,
                      Qt::QueuedConnection);
     zv::addBrowserWindows(program);

@@ -22,6 +22,7 @@ enum class ActionCaller;
 class CaptionFrame;
 class DwgThumbnail;
 class DwgViewX;
+class FlowLayout;
 class OuterGeometry;
 class PathList;
 class PictureBox;
@@ -70,6 +71,7 @@ public:
 
     // Action.
     QWidget* Picture4;
+    FlowLayout* ActionRows;
     QLabel* Label1;
     PictureButton *Command24, *Command11;
 
@@ -118,6 +120,7 @@ private:
 
     // Layout.
     void placeControls();
+    void fitToRoom();
     void layOutCells();
 
     // The steps of the load.

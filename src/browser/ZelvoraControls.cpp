@@ -4,6 +4,7 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/FlowLayout.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
@@ -268,21 +269,19 @@ void Zelvora::makeAction()
 
 void Zelvora::layOutAction()
 {
-    auto* rows = layoutOf<QVBoxLayout>(Picture4);
-    auto* modes = new QHBoxLayout;
-    auto* doing = new QHBoxLayout;
-    rows->addLayout(modes);
-    rows->addLayout(doing);
-    fillRow(modes, {Option1, Option2, Option3, Option4});
-    // The caption of the option that is set is bold; the others must not move for it.
-    for (QRadioButton* option : {Option1, Option2, Option3, Option4})
+    using enum FlowLayout::Place;
+    ActionRows = new FlowLayout(Picture4, 8);
+    for (QRadioButton* option : {Option1, Option2, Option3, Option4}) {
+        // The caption of the option that is set is bold; the others must not move for it.
         option->setMinimumWidth(boldWidth(option));
-    modes->setSpacing(16);
-    modes->addStretch(1);
-    fillRow(doing, {Check1, Check4, Label1, x});
-    doing->setSpacing(8);
-    doing->addStretch(1);
-    fillRow(doing, {Command24, Command11});
+        ActionRows->addControl(option, Next, 16);
+    }
+    ActionRows->addControl(Check1, NewLine);
+    ActionRows->addControl(Check4, Next);
+    ActionRows->addControl(Label1, Next);
+    ActionRows->addControl(x, Beside);
+    ActionRows->addControl(Command24, Right);
+    ActionRows->addControl(Command11, Right);
     x->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
 }
 
@@ -364,6 +363,7 @@ void Zelvora::connectHandlers()
 
     connect(Timer1, &QTimer::timeout, this, &Zelvora::appearAfterLoad);
     connect(Timer2, &QTimer::timeout, this, &Zelvora::runTimer2);
+    connect(Resizer1, &Resizer::aboutToLayOut, this, &Zelvora::fitToRoom);
     connect(Resizer1, &Resizer::resized, this, &Zelvora::layOutCells);
 }
 

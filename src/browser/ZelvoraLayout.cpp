@@ -3,6 +3,7 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/FlowLayout.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
@@ -14,6 +15,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -28,6 +30,14 @@ constexpr double kCellWidth = 5.25;
 constexpr double kCellHeight = 4.3;
 constexpr std::array<double, kColumns> kColumnLeft{43.0, 4.67, 2.465, 1.675, 1.27};
 constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
+
+// Heights in pixels.
+constexpr int kFrameMargins = 12;
+constexpr int kLeastBox = 90; ///< Width in which the name of a library can be told.
+constexpr int kNarrow = 290;  ///< Width of a window whose tabs need every pixel.
+constexpr int kPage = 40;              ///< Of the tools, with their captions left out.
+constexpr int kLowPage = 26;           ///< The same where every pixel counts.
+constexpr int kLowestWithStatus = 260; ///< What stands above the action area, and the status bar.
 
 int part(int whole, double divisor)
 {
@@ -103,8 +113,38 @@ void Zelvora::placeControls()
     place(Frame2, 482, 322, 223, 192, {captions, 0});
     place(Text1, 8, 22, 207, 162);
 
-    place(Picture4, 8, 518, 697, 60, {0, 2 * row + 4});
+    place(Picture4, 8, 518, 697, 60);
     place(StatusBar1, 0, 582, 713, 24, line);
+}
+
+/// In a narrow window the action area takes more lines, and in a low one the list keeps two rows, for which
+/// what tells least makes room.
+void Zelvora::fitToRoom()
+{
+    const int room =
+        width() * Resizer1->designPlace(Picture4).width() * kTwipsPerPixel / kMainWindowDesign.width();
+    Resizer1->setLeast(Picture4, {0, ActionRows->heightForWidth(room)});
+
+    const int row = fontMetrics().height() + 2;
+    const int list =
+        2 * row + 2 * List1->frameWidth() + List1->horizontalScrollBar()->sizeHint().height();
+    const int frame = Frame1->naturalCaptionHeight() + kFrameMargins + list;
+    Resizer1->setLeast(Frame1, {Frame1->fontMetrics().horizontalAdvance(Frame2->title()) + 32, frame});
+    Resizer1->setLeast(List1, {0, list});
+    // The box of libraries is worth more than the word before it, and so are the tabs than a mark's.
+    const int rowWidth = width() * Resizer1->designPlace(LibraryRow).width() * kTwipsPerPixel /
+                         kMainWindowDesign.width();
+    LabelLibrary->setVisible(rowWidth > LabelLibrary->sizeHint().width() + Command4->sizeHint().width() +
+                                            kLeastBox);
+    Check2->setText(width() < kNarrow ? QString() : tr("On top"));
+    const QSize mark(Check2->sizeHint().width(), row + 6);
+    Resizer1->setLeast(Check2, mark);
+    Resizer1->setLeast(Picture13, mark + QSize(8, 0));
+    const bool low = height() < kLowestWithStatus + ActionRows->heightForWidth(room);
+    StatusBar1->setVisible(!low);
+    Resizer1->setLeast(StatusBar1, {0, low ? 0 : std::max(22, row + 6)});
+    for (QWidget* page : {Picture3, Picture14})
+        Resizer1->setLeast(page, {0, low ? kLowPage : kPage});
 }
 
 void Zelvora::setDesignSize(QSize twips)

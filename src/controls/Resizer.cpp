@@ -147,6 +147,7 @@ void Resizer::setDesignSize(QSize designSize)
 
 void Resizer::layOut()
 {
+    Q_EMIT aboutToLayOut();
     layOutInside(m_form, m_designSize);
     // Parents were added before their children, so each parent has its new size by now.
     QVector<const QWidget*> done{m_form};

@@ -56,6 +56,8 @@ public:
     void layOut();
 
 Q_SIGNALS:
+    /// Everything is about to be laid out: the time for least sizes that depend on the form's.
+    void aboutToLayOut();
     /// Every control stands in its new place.
     void resized();
 

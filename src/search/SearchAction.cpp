@@ -109,7 +109,7 @@ void Search::runAction()
     const auto done =
         zv::runAction(ActionCaller::Search, drawing, drawing, window, program().actionServices(), settings);
     if (!done)
-        program().fail(done.error().text);
+        program().failUnchanged(done.error());
 }
 
 } // namespace zv

@@ -6,6 +6,8 @@
 #include <QCloseEvent>
 #include <QWindow>
 
+#include <utility>
+
 namespace zv {
 
 /// Message boxes of a window that may stand on top.
@@ -71,12 +73,30 @@ Messages& Window::messages()
 void Window::appear()
 {
     show();
+    // An activation that the window system tells of late finds the window hidden, and the focus goes on to
+    // the control behind the one that had it.
+    if (std::exchange(m_activatedHidden, false) && m_focusAtHiding)
+        m_focusAtHiding->setFocus();
     raise();
     activateWindow();
     // A window that was hidden a moment ago lost its activation, but the window system may not have told of
     // it yet. Then it has nothing to tell of the return either, and the keys would reach no control.
     if (windowHandle() == QGuiApplication::focusWindow() && !QApplication::activeWindow())
         QApplication::setActiveWindow(this);
+}
+
+void Window::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    m_focusAtHiding = focusWidget();
+    m_activatedHidden = false;
+}
+
+bool Window::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate && !isVisible())
+        m_activatedHidden = true;
+    return QWidget::event(event);
 }
 
 void Window::setTopmost(bool topmost)

@@ -3,6 +3,7 @@
 #include "config/Profiles.h"
 #include "window/Program.h"
 
+#include <QPointer>
 #include <QWidget>
 
 #include <memory>
@@ -40,6 +41,8 @@ public:
     void stayOnTop();
 
 protected:
+    bool event(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     /// The close box unloads.
     void closeEvent(QCloseEvent* event) override;
 
@@ -50,6 +53,8 @@ private:
     std::unique_ptr<OffTheTop> m_messages;
     bool m_topmost = false;
     bool m_staysOnTop = false;
+    QPointer<QWidget> m_focusAtHiding;
+    bool m_activatedHidden = false;
 };
 
 } // namespace zv

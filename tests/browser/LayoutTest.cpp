@@ -1,6 +1,7 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/SortedCombo.h"
 #include "support/OfficeFixture.h"
@@ -178,6 +179,45 @@ TEST_F(LayoutTest, ResizingInEnlargeModeShowsTheDrawingWhole)
     const double whole = main().DwgViewX1->unitsPerPixel();
     main().DwgViewX1->zoomExtents();
     EXPECT_DOUBLE_EQ(main().DwgViewX1->unitsPerPixel(), whole);
+}
+
+TEST_F(LayoutTest, ANarrowWindowKeepsEveryActionInReach)
+{
+    start();
+    for (const QSize size : {QSize(300, 800), QSize(400, 400), QSize(260, 700), QSize(240, 400)}) {
+        resizeTo(size);
+        for (QRadioButton* option : {main().Option1, main().Option4}) {
+            option->setChecked(true);
+            QApplication::processEvents();
+            const QList<QWidget*> inside =
+                main().Picture4->findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly);
+            for (const QWidget* a : inside) {
+                if (!a->isVisible())
+                    continue;
+                EXPECT_TRUE(main().Picture4->rect().contains(a->geometry()))
+                    << nameOf(a) << " at " << size.width();
+                EXPECT_GE(a->width(), a->minimumWidth()) << nameOf(a) << " at " << size.width();
+                EXPECT_GE(a->height(), a->fontMetrics().height()) << nameOf(a) << " at " << size.width();
+                for (const QWidget* b : inside) {
+                    if (a < b && b->isVisible()) {
+                        EXPECT_FALSE(a->geometry().intersects(b->geometry()))
+                            << nameOf(a) << " and " << nameOf(b) << " at " << size.width();
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST_F(LayoutTest, TheListKeepsTwoRowsInALowWindow)
+{
+    start();
+    for (const QSize size : {QSize(713, 265), QSize(713, 200), QSize(433, 240), QSize(300, 300)}) {
+        resizeTo(size);
+        EXPECT_GE(main().List1->viewport()->height(),
+                  2 * main().List1->visualItemRect(main().List1->item(0)).height())
+            << size.width() << " by " << size.height();
+    }
 }
 
 // ---- by keyboard, and for a screen reader

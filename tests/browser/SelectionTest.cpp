@@ -244,5 +244,18 @@ TEST_F(SelectionTest, AHiddenCellActsOnNothing)
     EXPECT_TRUE(outside->logged.empty());
 }
 
+TEST_F(SelectionTest, AnActivationThatArrivesWhileTheWindowIsHiddenLeavesTheFocusOnTheCell)
+{
+    makeDoors(5);
+    start();
+    ASSERT_TRUE(click("DwgThumbnail2"));
+    main().DwgThumbnails[2]->setFocus();
+    program->hide("Zelvora");
+    QApplication::setActiveWindow(nullptr);
+    QApplication::setActiveWindow(&main());
+    program->show("Zelvora");
+    EXPECT_EQ(main().focusWidget(), main().DwgThumbnails[2]);
+}
+
 } // namespace
 } // namespace zv
