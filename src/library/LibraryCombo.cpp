@@ -21,6 +21,8 @@ LibraryCombo::LibraryCombo(QWidget* parent) : SortedCombo(parent)
     lineEdit()->setReadOnly(true);
     lineEdit()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, &LibraryCombo::lock);
+    // A name that is longer than the box begins where names are told apart.
+    connect(this, &QComboBox::activated, this, [this] { lineEdit()->setCursorPosition(0); });
 }
 
 QStringList LibraryCombo::rows() const

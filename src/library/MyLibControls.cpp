@@ -120,24 +120,24 @@ void MyLib::placeControls()
         Resizer1->place(box, design);
         Resizer1->reserve(box, {8, 0, design.width() - 16, 22}, {0, box->naturalCaptionHeight() + 2});
     };
-    frame(FrameSource, {8, 8, 289, 344});
-    Resizer1->place(Combo1, {8, 22, 273, 26}, line);
-    Resizer1->place(List2, {8, 56, 273, 280});
+    frame(FrameSource, {8, 8, 264, 344});
+    Resizer1->place(Combo1, {8, 22, 248, 26}, line);
+    Resizer1->place(List2, {8, 56, 248, 280});
 
     int top = 64;
     for (PictureButton* command : {Command1, Command2, Command3}) {
-        Resizer1->place(command, {305, top, 103, 26}, natural(command));
+        Resizer1->place(command, {280, top, 153, 26}, natural(command));
         top += 34;
     }
-    frame(FrameExternal, {305, 294, 103, 58});
-    Resizer1->place(Command4, {8, 24, 87, 26}, natural(Command4));
+    frame(FrameExternal, {280, 294, 153, 58});
+    Resizer1->place(Command4, {8, 24, 137, 26}, natural(Command4));
 
-    frame(FrameMine, {416, 8, 289, 344});
-    Resizer1->place(Text1, {8, 22, 273, 26}, line);
-    Resizer1->place(List1, {8, 56, 273, 226});
-    Resizer1->place(LabelLabel, {8, 288, 273, 18}, {0, letters});
-    Resizer1->place(Text4, {8, 310, 219, 26}, line);
-    Resizer1->place(Command5, {233, 310, 48, 26}, natural(Command5));
+    frame(FrameMine, {441, 8, 264, 344});
+    Resizer1->place(Text1, {8, 22, 248, 26}, line);
+    Resizer1->place(List1, {8, 56, 248, 226});
+    Resizer1->place(LabelLabel, {8, 288, 248, 18}, {0, letters});
+    Resizer1->place(Text4, {8, 310, 194, 26}, line);
+    Resizer1->place(Command5, {208, 310, 48, 26}, natural(Command5));
 
     frame(FrameInfo, {8, 360, 697, 204});
     Resizer1->place(DwgThumbnail1, {8, 22, 208, 174}, {60, 60});

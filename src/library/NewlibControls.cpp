@@ -199,19 +199,19 @@ void Newlib::placeDrawings()
     Resizer1->place(File1, {8, 188, 170, 168});
     int top = 22;
     for (PictureButton* command : {Command1, Command2, Command3}) {
-        Resizer1->place(command, {186, top, 96, 26}, natural(command));
+        Resizer1->place(command, {186, top, 114, 26}, natural(command));
         top += 32;
     }
-    Resizer1->place(Command7, {186, 174, 96, 26}, line);
-    Resizer1->place(Command10, {186, 206, 96, 26}, line);
-    Resizer1->place(List1, {290, 22, 201, 210});
-    Resizer1->place(LabelLabel, {290, 238, 201, 18}, {0, fontMetrics().height()});
-    Resizer1->place(Text5, {290, 258, 147, 26}, line);
+    Resizer1->place(Command7, {186, 174, 114, 26}, line);
+    Resizer1->place(Command10, {186, 206, 114, 26}, line);
+    Resizer1->place(List1, {308, 22, 183, 210});
+    Resizer1->place(LabelLabel, {308, 238, 183, 18}, {0, fontMetrics().height()});
+    Resizer1->place(Text5, {308, 258, 129, 26}, line);
     Resizer1->place(Command5, {443, 258, 48, 26}, natural(Command5));
-    Resizer1->place(LabelFiles, {290, 298, 84, 26}, {LabelFiles->sizeHint().width(), row});
-    Resizer1->place(Text7, {380, 298, 111, 26}, line);
-    Resizer1->place(LabelSize, {290, 330, 84, 26}, {LabelSize->sizeHint().width(), row});
-    Resizer1->place(Text8, {380, 330, 111, 26}, line);
+    Resizer1->place(LabelFiles, {308, 298, 84, 26}, {LabelFiles->sizeHint().width(), row});
+    Resizer1->place(Text7, {396, 298, 95, 26}, line);
+    Resizer1->place(LabelSize, {308, 330, 84, 26}, {LabelSize->sizeHint().width(), row});
+    Resizer1->place(Text8, {396, 330, 95, 26}, line);
 }
 
 void Newlib::placeDetails()
@@ -221,11 +221,11 @@ void Newlib::placeDetails()
     Resizer1->reserve(FrameProperties, {8, 0, 483, 22}, {0, FrameProperties->naturalCaptionHeight() + 2});
     Resizer1->place(Text3, {8, 22, 300, 154});
     Resizer1->place(LabelKeywords, {316, 22, 175, 18}, {0, fontMetrics().height()});
-    Resizer1->place(Text4, {316, 42, 175, 44});
-    Resizer1->place(LabelFileSize, {316, 94, 72, 26}, {LabelFileSize->sizeHint().width(), row});
-    Resizer1->place(Text6, {394, 94, 97, 26}, {0, row});
-    Resizer1->place(LabelNote, {316, 126, 97, 50});
-    Resizer1->place(Command12, {421, 138, 70, 26}, {Command12->minimumSizeHint().width(), row});
+    Resizer1->place(Text4, {316, 42, 175, 36});
+    Resizer1->place(LabelFileSize, {316, 84, 72, 26}, {LabelFileSize->sizeHint().width(), row});
+    Resizer1->place(Text6, {394, 84, 97, 26}, {0, row});
+    Resizer1->place(LabelNote, {316, 114, 175, 34}, {0, 2 * fontMetrics().height()});
+    Resizer1->place(Command12, {421, 150, 70, 26}, {Command12->minimumSizeHint().width(), row});
 }
 
 void Newlib::setTabOrders()

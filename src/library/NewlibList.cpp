@@ -132,6 +132,7 @@ void Newlib::showLabel(int row)
     const auto list = readListFile(ListPath);
     if (list && std::size_t(row) < list->size())
         Text5->setText(toText((*list)[std::size_t(row)].label));
+    Text5->setCursorPosition(0);
 }
 
 void Newlib::removeLine()
