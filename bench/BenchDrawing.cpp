@@ -348,17 +348,16 @@ Result<void> BenchDrawing::writeTo(const std::string& path)
     document.header = keptVariables();
     document.header.handleSeed = m_document.header.handleSeed;
     storeExtents(document, seen());
-    std::optional<dwg::Pixels> painted = paintPreview ? paintPreview(seen()) : std::nullopt;
+    const std::optional<dwg::Pixels> painted = paintPreview ? paintPreview(seen()) : std::nullopt;
     if (painted)
-        m_preview = std::move(painted);
+        m_preview = painted;
     const bool amends = m_outlook.way == SaveWay::Amended;
     Result<std::string> bytes = Error{ErrorCode::Failed, {}};
     if (amends) {
         dwg::WriteOptions options;
         if (m_propertiesChanged)
             options.properties = m_properties;
-        if (paintPreview)
-            options.preview = m_preview;
+        options.preview = painted;
         bytes = dwg::amendDocument(m_file, document, options);
     } else {
         bytes = wholeFile(document);

@@ -8,6 +8,7 @@
 #include "drawing/preview/Preview.h"
 #include "drawing/properties/PropertiesReader.h"
 #include "drawing/records/ObjectMap.h"
+#include "drawing/write/AmendFile.h"
 #include "drawing/write/Bytes.h"
 #include "support/RealDrawings.h"
 
@@ -90,6 +91,11 @@ std::string amended(const std::string& file, const Document& document, const Wri
     return result ? *result : file;
 }
 
+Pixels square(int side)
+{
+    return {side, side, std::vector<std::uint8_t>(static_cast<std::size_t>(side * side) * 4, 0x7F)};
+}
+
 /// Every drawing of others that is kept as AC1015.
 class AmendReal : public testing::Test {
 protected:
@@ -150,6 +156,40 @@ TEST_F(AmendReal, EntitiesComeAndGoManyTimes)
             const Document read = readWhole(now);
             EXPECT_TRUE(read.damage.empty()) << name << ": " << read.damage.front();
             EXPECT_EQ(contentOf(read), contentOf(document)) << name;
+        }
+    });
+}
+
+TEST_F(AmendReal, SavingAgainGathersNoOldParts)
+{
+    constexpr std::size_t kHeaderRoom = 1024; // The header variables alone stand before the records.
+    forEach([](const std::string& name, const std::string& file) {
+        Document document = readWhole(file);
+        model(document).push_back(newCircle(document));
+        WriteOptions options;
+        options.preview = square(100);
+        const std::string first = amended(file, document, options);
+        const std::string again = amended(first, document, options);
+        EXPECT_LT(again.size(), first.size() + kHeaderRoom) << name;
+        EXPECT_EQ(recordsOf(again), recordsOf(first)) << name;
+    });
+}
+
+TEST_F(AmendReal, OnlyOnePictureIsFoundBySearching)
+{
+    forEach([](const std::string& name, const std::string& file) {
+        for (const int side : {2, 400}) { // One that fits in the place of the old one, one that does not.
+            WriteOptions options;
+            options.preview = square(side);
+            const std::string again = amended(file, readWhole(file), options);
+            const std::string start = previewSection(nullptr, 0).substr(0, 16);
+            const std::size_t found = again.find(start);
+            EXPECT_NE(found, std::string::npos) << name;
+            EXPECT_EQ(again.find(start, found + 1), std::string::npos) << name;
+            const auto previews = readPreviews(sourceOf(again));
+            ASSERT_TRUE(previews) << name;
+            ASSERT_EQ(previews->size(), 1U) << name;
+            EXPECT_EQ(decodeBitmap(previews->front().bytes)->width, side) << name;
         }
     });
 }
@@ -264,6 +304,29 @@ TEST(Amend, RemovedBlockLeavesNothingBehind)
     const std::string again = amended(file, read);
     EXPECT_EQ(recordsOf(again).size(), records - 4); // Head, BLOCK, circle, ENDBLK.
     EXPECT_EQ(readWhole(again).block(0x100), nullptr);
+}
+
+TEST(Amend, ANewObjectTakesNoHandleOfAnother)
+{
+    const std::string file = writeDocument(Document(), {}).valueOr("");
+    Document document = readWhole(file);
+    model(document).push_back(newCircle(document));
+    model(document).back().handle = recordsOf(file).begin()->first;
+    const auto result = amendDocument(file, document, {});
+    ASSERT_FALSE(result);
+    EXPECT_EQ(result.error().code, ErrorCode::Damaged);
+}
+
+TEST(Amend, SeedThatObjectsHaveAlreadyIsReadAsTheNextOne)
+{
+    const std::string file = writeDocument(Document(), {}).valueOr("");
+    const MemorySource source = sourceOf(file);
+    const auto container = Container::open(source);
+    const auto header = readHeaderVariables(**container);
+    ASSERT_TRUE(header);
+    AmendedFile low(file, file.size());
+    ASSERT_TRUE(low.replaceHeader(header->places, header->variables, 0x10));
+    EXPECT_EQ(readWhole(low.finished()).header.handleSeed, recordsOf(file).rbegin()->first + 1);
 }
 
 TEST(Amend, OtherVersionIsRefused)

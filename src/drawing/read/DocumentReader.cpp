@@ -75,6 +75,7 @@ Result<void> DocumentReader::readSections()
     auto map = ObjectMap::read(*mapBytes);
     if (!map)
         return map.error();
+    const Handle highest = map->places().empty() ? 0 : map->places().back().handle;
     auto objects = m_container.section(Section::Objects);
     if (!objects)
         return objects.error();
@@ -96,6 +97,8 @@ Result<void> DocumentReader::readSections()
     if (auto read = readHeaderVariables(*header, version, m_container.maintenanceVersion(), codePage)) {
         m_document.header = read->variables;
         m_header = read->handles;
+        // Some files tell a seed that objects have already.
+        m_document.header.handleSeed = std::max(m_document.header.handleSeed, highest + 1);
     } else {
         m_document.damage.push_back(read.error().text);
     }

@@ -240,6 +240,9 @@ private:
     /// Takes a record that was made anew.
     Result<void> take(const ObjectStream& from, Handle handle)
     {
+        // A block's head is made anew under its own handle; whatever else has one stays.
+        if (m_places.contains(handle) && !m_before.blockIndex.contains(handle))
+            return Error{ErrorCode::Damaged, "two objects would have the handle " + std::to_string(handle)};
         auto made = RawRecord::read(from.bytes, from.places.at(handle));
         if (!made)
             return made.error();
@@ -329,9 +332,9 @@ private:
     static void addEntry(RawRecord& control, Handle entry)
     {
         const ObjectStart start = readStart(control);
-        const std::size_t count = changeCount(control, start.at, 1);
-        control.handles.insert(control.handles.begin() +
-                                   static_cast<std::ptrdiff_t>(start.firstOwn() + count),
+        const std::size_t behind = start.firstOwn() + changeCount(control, start.at, 1);
+        const std::size_t at = std::min(behind, control.handles.size());
+        control.handles.insert(control.handles.begin() + static_cast<std::ptrdiff_t>(at),
                                {std::uint8_t{kSoftOwner}, entry});
     }
     /// Gives the number before the change.
@@ -518,6 +521,8 @@ private:
             return {};
         RawRecord& head = *changed(block);
         const BlockParts parts = partsOf(head);
+        if (!parts.ok)
+            return Error{ErrorCode::Damaged, "the record of a block cannot be read"};
         const auto at = head.handles.begin() + static_cast<std::ptrdiff_t>(parts.end + 1 + parts.inserts);
         // A head that was made anew has them all.
         if (std::any_of(head.handles.begin(), head.handles.end(),
@@ -618,6 +623,8 @@ private:
     template <class IsGone> static void dropEntries(RawRecord& control, IsGone isGone)
     {
         const ObjectStart start = readStart(control);
+        if (start.firstOwn() > control.handles.size())
+            return;
         const auto first = control.handles.begin() + static_cast<std::ptrdiff_t>(start.firstOwn());
         const auto left = std::remove_if(first, control.handles.end(), isGone);
         const auto count = static_cast<int>(control.handles.end() - left);
@@ -625,20 +632,43 @@ private:
         changeCount(control, start.at, -count);
     }
 
+    /// Of a record with its frame; a place outside of the file counts as empty.
+    std::size_t storedSize(std::size_t place) const
+    {
+        if (place >= m_file.size())
+            return 0;
+        constexpr std::size_t kCheck = 2;
+        BitReader in(bytesOf(m_file.substr(place)));
+        const std::size_t content = in.modularShort();
+        return std::min(in.position() / 8 + content + kCheck, m_file.size() - place);
+    }
+
     Result<std::string> assemble(const WriteOptions& options)
     {
-        AmendedFile out(m_file);
-        std::map<Handle, std::uint32_t> places = m_places;
-        for (const Handle handle : m_changed)
-            places[handle] = out.append(m_records.at(handle).framed());
+        std::size_t end = 0;
+        for (const auto& [handle, place] : m_places) {
+            if (!m_changed.contains(handle))
+                end = std::max(end, place + storedSize(place));
+        }
+        AmendedFile out(m_file, end);
+        // What may stand for long comes first, so that the next saving can cut off what is behind the
+        // records.
+        if (options.preview)
+            out.replacePreview(*options.preview);
         const Handle seed = std::max(m_plan.seed(), m_header.variables.handleSeed);
         if (const auto done = out.replaceHeader(m_header.places, m_document.header, seed); !done)
             return done.error();
+        std::map<Handle, std::uint32_t> places = m_places;
+        for (const Handle handle : m_changed)
+            places[handle] = out.append(m_records.at(handle).framed());
         if (const auto done = out.replaceObjectMap(places); !done)
             return done.error();
         out.replaceSecondHeader(seed);
-        if (options.preview)
-            out.replacePreview(*options.preview);
+        for (const auto& [handle, place] : m_places) {
+            const std::size_t size = m_changed.contains(handle) ? 0 : storedSize(place);
+            if (size != 0 && out.finished().compare(place, size, m_file.substr(place, size)) != 0)
+                return Error{ErrorCode::Damaged, "parts of it overlap"};
+        }
         if (!options.properties)
             return out.finished();
         return replaceProperties(out.finished(), *options.properties);

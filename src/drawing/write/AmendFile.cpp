@@ -10,12 +10,26 @@ namespace {
 
 const std::string kSecondHeaderStart("\xD4\x7B\x21\xCE\x28\x93\x9F\xBF\x53\x24\x40\x09\x12\x3C\xAA\x01", 16);
 const std::string kSecondHeaderEnd("\x2B\x84\xDE\x31\xD7\x6C\x60\x40\xAC\xDB\xBF\xF6\xED\xC3\x55\xFE", 16);
-constexpr std::size_t kSentinel = 16, kLong = 4, kCheck = 2;
+const std::string kPreviewStart("\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B", 16);
+const std::string kPreviewEnd("\xE0\xDA\x92\xF8\x2B\xC9\xD7\xD7\x62\xA8\x35\xC0\x62\xBB\xEF\xD4", 16);
+constexpr std::size_t kSentinel = 16, kLong = 4, kCheck = 2, kPreviewPlaceAt = 0x0D;
 
 PartPlace placeOf(std::string_view file, int part)
 {
     const std::size_t locator = locatorAt(file, part);
     return locator == 0 ? PartPlace{} : PartPlace{longAt(file, locator + 1), longAt(file, locator + 5)};
+}
+
+/// The section of the file's picture; none when the head does not tell it rightly.
+PartPlace previewPlace(std::string_view file)
+{
+    const std::uint32_t at = longAt(file, kPreviewPlaceAt);
+    constexpr std::size_t kFrame = 2 * kSentinel + kLong;
+    const std::size_t size = kFrame + longAt(file, std::size_t{at} + kSentinel);
+    const bool isOne = at < file.size() && size <= file.size() - at &&
+                       file.substr(at, kSentinel) == kPreviewStart &&
+                       file.substr(at + size - kSentinel, kSentinel) == kPreviewEnd;
+    return isOne ? PartPlace{at, static_cast<std::uint32_t>(size)} : PartPlace{};
 }
 
 /// The content of the copy of the head with the parts and the seed as they are now; empty when it cannot be
@@ -105,6 +119,21 @@ void setLocator(std::string& file, std::size_t locator, PartPlace place)
     setShort(file, codeAt, checkCode(std::string_view(file).substr(0, codeAt)));
 }
 
+AmendedFile::AmendedFile(std::string_view file, std::size_t end) : m_before(file), m_bytes(file)
+{
+    const std::uint32_t count = longAt(file, kLocators - kLong);
+    for (std::size_t i = 0; i < count && kLocators + i * kLocatorSize < file.size(); ++i) {
+        const std::size_t locator = kLocators + i * kLocatorSize;
+        if (file[locator] != kHeaderPart && file[locator] != kObjectMapPart)
+            end = std::max(end, std::size_t{longAt(file, locator + 1)} + longAt(file, locator + 5));
+    }
+    const PartPlace preview = previewPlace(file);
+    end = std::max(
+        {end, std::size_t{preview.offset} + preview.size, kLocators + count * kLocatorSize + kCheck});
+    m_keptEnd = std::min(end, file.size());
+    m_bytes.resize(m_keptEnd);
+}
+
 std::uint32_t AmendedFile::append(std::string_view bytes)
 {
     const auto place = static_cast<std::uint32_t>(m_bytes.size());
@@ -118,10 +147,10 @@ Result<void> AmendedFile::replaceHeader(const HeaderPlaces& places, const Header
     const Error broken{ErrorCode::Damaged, "the header variables cannot be read"};
     const std::size_t locator = locatorAt(m_bytes, kHeaderPart);
     const PartPlace old = placeOf(m_bytes, kHeaderPart);
-    if (locator == 0 || old.offset > m_bytes.size() || old.size > m_bytes.size() - old.offset ||
+    if (locator == 0 || old.offset > m_before.size() || old.size > m_before.size() - old.offset ||
         old.size < 2 * kSentinel + kLong + kCheck)
         return broken;
-    const std::string section = m_bytes.substr(old.offset, old.size);
+    const std::string section(m_before.substr(old.offset, old.size));
     const std::size_t size = longAt(section, kSentinel);
     if (size > section.size() - 2 * kSentinel - kLong - kCheck)
         return broken;
@@ -161,18 +190,17 @@ Result<void> AmendedFile::replaceObjectMap(const std::map<Handle, std::uint32_t>
 void AmendedFile::replaceSecondHeader(Handle seed)
 {
     constexpr std::size_t kUnknown = 8, kFrame = kLong + kCheck + kUnknown;
-    const std::size_t start = m_bytes.rfind(kSecondHeaderStart);
+    const std::size_t start = m_before.rfind(kSecondHeaderStart);
     if (start == std::string::npos)
         return;
     const std::size_t begin = start + kSentinel;
-    const std::size_t size = longAt(m_bytes, begin);
-    if (size < kFrame || size > m_bytes.size() - begin)
+    const std::size_t size = longAt(m_before, begin);
+    if (size < kFrame || size > m_before.size() - begin)
         return;
-    const std::string content =
-        secondHeaderContent(std::string_view(m_bytes).substr(begin + kLong, size - kFrame), m_bytes,
-                            static_cast<std::uint32_t>(m_bytes.size()), seed);
-    const std::string unknown = m_bytes.substr(begin + size - kUnknown, kUnknown);
-    m_bytes.replace(start, kSentinel, kSentinel, '\0');
+    const std::string content = secondHeaderContent(m_before.substr(begin + kLong, size - kFrame), m_bytes,
+                                                    static_cast<std::uint32_t>(m_bytes.size()), seed);
+    const std::string unknown(m_before.substr(begin + size - kUnknown, kUnknown));
+    blank(start, kSentinel);
     if (content.empty())
         return;
     std::string sized;
@@ -184,12 +212,26 @@ void AmendedFile::replaceSecondHeader(Handle seed)
 
 void AmendedFile::replacePreview(const Pixels& preview)
 {
-    constexpr std::size_t kPlaceAt = 0x0D;
+    const PartPlace old = previewPlace(m_before);
+    const std::string fitting = previewSection(&preview, old.offset);
+    if (fitting.size() <= old.size) {
+        m_bytes.replace(old.offset, fitting.size(), fitting);
+        blank(old.offset + fitting.size(), old.size - fitting.size());
+        return;
+    }
+    blank(old.offset, old.size);
     const auto at = static_cast<std::uint32_t>(m_bytes.size());
     append(previewSection(&preview, at));
-    setLong(m_bytes, kPlaceAt, at);
+    setLong(m_bytes, kPreviewPlaceAt, at);
     if (const std::size_t locator = locatorAt(m_bytes, kObjectMapPart))
         setLocator(m_bytes, locator, placeOf(m_bytes, kObjectMapPart));
+}
+
+/// Makes nothing of a part that was kept only because others stand behind it.
+void AmendedFile::blank(std::size_t at, std::size_t size)
+{
+    for (std::size_t i = at; i < std::min(at + size, m_keptEnd); ++i)
+        m_bytes[i] = '\0';
 }
 
 } // namespace zv::dwg

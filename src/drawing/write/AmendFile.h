@@ -26,7 +26,9 @@ void setLocator(std::string& file, std::size_t locator, PartPlace place);
 /// An AC1015 file whose parts are told anew: each new one goes to the end and the head tells its place.
 class AmendedFile {
 public:
-    explicit AmendedFile(std::string_view file) : m_bytes(file) {}
+    /// Keeps the file up to `end`, and what the head tells behind it; header, object map and second header
+    /// are to be replaced, so that a file that is saved again and again does not gather old ones.
+    AmendedFile(std::string_view file, std::size_t end);
 
     /// Gives the place.
     std::uint32_t append(std::string_view bytes);
@@ -37,12 +39,17 @@ public:
     /// The copy of the head, an aid for recovery; one that cannot be read is only taken out of use. To be
     /// called after the other parts.
     void replaceSecondHeader(Handle seed);
+    /// In the place of the old one where it fits there.
     void replacePreview(const Pixels& preview);
     std::string finished() && { return std::move(m_bytes); }
     const std::string& finished() const& { return m_bytes; }
 
 private:
+    void blank(std::size_t at, std::size_t size);
+
+    std::string_view m_before;
     std::string m_bytes;
+    std::size_t m_keptEnd = 0;
 };
 
 } // namespace zv::dwg
