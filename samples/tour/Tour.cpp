@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QProcess>
@@ -12,6 +13,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace zv::tour {
@@ -33,9 +35,14 @@ QWidget* Tour::control(const char* name, const char* window) const
 bool Tour::start()
 {
     m_program.load(QStringLiteral("Zelvora"));
-    return until("the main window is shown", [this] {
-        Window* window = m_program.loaded(QStringLiteral("Zelvora"));
-        return window && window->isVisible();
+    return appears("Zelvora");
+}
+
+bool Tour::appears(const char* window)
+{
+    return until(window, [this, window] {
+        Window* loaded = m_program.loaded(QString::fromLatin1(window));
+        return loaded && loaded->isVisible();
     });
 }
 
@@ -43,7 +50,7 @@ bool Tour::until(const char* what, const std::function<bool()>& holds)
 {
     if (QTest::qWaitFor(holds, kPatienceMs))
         return true;
-    std::fprintf(stderr, "zelvora-tour: waited in vain until %s\n", what);
+    std::fprintf(stderr, "zelvora-tour: waited in vain for %s\n", what);
     return false;
 }
 
@@ -85,7 +92,14 @@ bool Tour::chooseLibrary(const QString& name)
 void Tour::click(const char* name, const char* window)
 {
     if (QWidget* widget = control(name, window))
-        QTest::mouseClick(widget, Qt::LeftButton);
+        QTest::mouseClick(widget, Qt::LeftButton, {},
+                          {std::min(10, widget->width() / 2), widget->height() / 2});
+}
+
+void Tour::enter(const char* field, const QString& text, const char* window)
+{
+    if (auto* edit = qobject_cast<QLineEdit*>(control(field, window)))
+        edit->setText(text);
 }
 
 void Tour::doubleClick(const char* name)

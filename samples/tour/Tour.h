@@ -17,7 +17,8 @@ public:
 
     /// Loads the main window and waits until it is shown.
     bool start();
-    /// Lets events run until something holds; false, with a word on stderr, when it does not in time.
+    /// Lets events run until something holds; false, with a word on stderr of what was waited for, when it
+    /// does not in time.
     static bool until(const char* what, const std::function<bool()>& holds);
 
     void picture(const QString& name, const char* window = "Zelvora");
@@ -25,8 +26,11 @@ public:
 
     /// A control of a window; null when it is not loaded or has none of that name.
     QWidget* control(const char* name, const char* window = "Zelvora") const;
+    /// Waits until a window is shown.
+    bool appears(const char* window);
     bool chooseLibrary(const QString& name);
     void click(const char* name, const char* window = "Zelvora");
+    void enter(const char* field, const QString& text, const char* window);
     void doubleClick(const char* name);
     void jumpToRow(int row);
     /// Keeps a picture of the message box that comes up next and answers it.

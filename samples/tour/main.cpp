@@ -5,10 +5,12 @@
 #include "controls/DwgThumbnail.h"
 #include "controls/ProgramStyle.h"
 #include "drawing/paint/Picture.h"
+#include "host/HostDialogs.h"
 #include "host/ProgramHost.h"
 #include "host/QtEventPump.h"
 #include "platform/Automation.h"
 #include "platform/System.h"
+#include "queue/QueueWindows.h"
 #include "search/SearchWindows.h"
 #include "window/MessageBoxes.h"
 #include "window/TextBytes.h"
@@ -44,6 +46,8 @@ struct Setting {
     {
         program.setActionServices(host.services());
         zv::addBrowserWindows(program);
+        zv::addHostWindows(program);
+        zv::addQueueWindows(program);
         zv::addSearchWindows(program);
     }
 
@@ -107,6 +111,93 @@ bool browse(Tour& tour, const QString& office)
     return true;
 }
 
+/// Three drawings are gathered and copied out to a folder.
+bool copyQueueOut(Tour& tour, const QString& pictures)
+{
+    const QString folder = pictures + QStringLiteral("/copied-out");
+    QDir(folder).removeRecursively();
+    QDir().mkpath(folder);
+    qobject_cast<QRadioButton*>(tour.control("Option4"))->setChecked(true);
+    for (const char* cell : {"DwgThumbnail1", "DwgThumbnail4", "DwgThumbnail6"}) {
+        tour.answerNextMessage(QStringLiteral("added-to-the-queue"));
+        tour.doubleClick(cell);
+    }
+    tour.click("Command24");
+    if (!tour.appears("Cart"))
+        return false;
+    if (auto* queue = qobject_cast<QListWidget*>(tour.control("List1", "Cart")))
+        queue->setCurrentRow(1);
+    tour.picture(QStringLiteral("queue"), "Cart");
+    tour.click("Command11", "Cart");
+    if (!tour.appears("CartCopy"))
+        return false;
+    tour.enter("Text1", folder, "CartCopy");
+    tour.picture(QStringLiteral("copy-the-queue"), "CartCopy");
+    tour.answerNextMessage(QStringLiteral("queue-copied"));
+    tour.click("Command11", "CartCopy");
+    tour.click("Command2", "Cart");
+    return QDir(folder).entryList(QDir::Files).size() == 3;
+}
+
+/// The bench, which runs as long as this lives.
+class Bench {
+public:
+    explicit Bench(const QString& office)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedChannels);
+        m_process.start(office + QStringLiteral("/zelvora-bench"), QStringList());
+    }
+    ~Bench()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+    }
+    bool answers()
+    {
+        return Tour::until("the bench to answer", [this] {
+            auto attached = m_automation->attach("AutoCAD.Application");
+            if (attached)
+                m_application = *attached;
+            return attached.ok();
+        });
+    }
+    zv::Result<zv::AutomationObjectPtr> document() const
+    {
+        return zv::asObject(m_application->get("ActiveDocument"));
+    }
+    zv::Result<zv::AutomationValue> type(const std::string& text) const
+    {
+        const auto drawing = document();
+        if (!drawing)
+            return drawing.error();
+        return (*drawing)->call("SendCommand", {text});
+    }
+    void keepFileDialogsAway() const
+    {
+        if (const auto drawing = document())
+            static_cast<void>((*drawing)->call("SetVariable", {std::string("filedia"), std::int64_t(0)}));
+    }
+    bool open(const std::string& path) const
+    {
+        const auto documents = zv::asObject(m_application->get("Documents"));
+        return documents && (*documents)->call("Open", {path});
+    }
+    bool isIdle() const
+    {
+        const auto drawing = document();
+        if (!drawing)
+            return false;
+        const auto active = zv::asNumber((*drawing)->call("GetVariable", {std::string("cmdactive")}));
+        return active && *active == 0;
+    }
+
+private:
+    QProcess m_process;
+    zv::QtEventPump m_pump;
+    std::unique_ptr<zv::Automation> m_automation = zv::systemAutomation(m_pump);
+    zv::AutomationObjectPtr m_application;
+};
+
 /// Picks a point in the bench with the display's own pointer, and takes its rotation as it is offered.
 void pickPoint(Tour& tour, const QString& name, const QString& x, const QString& y)
 {
@@ -121,7 +212,7 @@ void pickPoint(Tour& tour, const QString& name, const QString& x, const QString&
 }
 
 /// Searches a word over all libraries and places a drawing that was found.
-bool searchAndPlace(Tour& tour)
+bool searchAndPlace(Tour& tour, const Bench& bench)
 {
     tour.click("Command4");
     auto* results = qobject_cast<QListWidget*>(tour.control("List1", "Search"));
@@ -140,10 +231,33 @@ bool searchAndPlace(Tour& tour)
     tour.click("Command3", "Search");
     pickPoint(tour, QStringLiteral("bench-asks-where-the-hit-goes"), QStringLiteral("420"),
               QStringLiteral("180"));
+    if (!Tour::until("the bench to place what was found", [&] { return bench.isIdle(); }))
+        return false;
+    tour.click("Command4", "Search");
+    return tour.appears("Zelvora");
+}
+
+/// An xref in the scale of the two drawings, its point picked in the bench.
+bool attachXref(Tour& tour, const Bench& bench)
+{
+    qobject_cast<QRadioButton*>(tour.control("Option2"))->setChecked(true);
+    tour.doubleClick("DwgThumbnail4");
+    if (!tour.appears("Xattach"))
+        return false;
+    tour.click("Check1", "Xattach");
+    tour.enter("Text2", QStringLiteral("120"), "Xattach");
+    tour.picture(QStringLiteral("insert-xref"), "Xattach");
+    tour.click("Command3", "Xattach");
+    if (!tour.appears("Zelvora") ||
+        !Tour::until("the bench to attach the xref", [&] { return bench.isIdle(); }))
+        return false;
+    static_cast<void>(bench.type("_.ZOOM\r_E\r"));
+    QTest::qWait(kRepaintMs);
+    tour.pictureOfScreen(QStringLiteral("xref-in-the-drawing"));
     return true;
 }
 
-/// How many blocks a drawing shows; -1 when it cannot be read.
+/// How many blocks and xrefs a drawing shows; -1 when it cannot be read.
 qsizetype insertsIn(const std::string& path)
 {
     const auto drawing = zv::dwg::openDrawing(path, {});
@@ -154,59 +268,59 @@ qsizetype insertsIn(const std::string& path)
                          [](const zv::dwg::Entity& entity) { return entity.kind == "INSERT"; });
 }
 
-bool untilIdle(zv::AutomationObject& document)
+/// A double-click places a drawing in the bench; the point is picked there.
+bool placeBlock(Tour& tour, const Bench& bench, const char* cell, const char* picture, const QString& x,
+                const QString& y)
 {
-    return Tour::until("the bench has placed the block", [&] {
-        const auto active = zv::asNumber(document.call("GetVariable", {std::string("cmdactive")}));
-        return active && *active == 0;
-    });
+    qobject_cast<QRadioButton*>(tour.control("Option1"))->setChecked(true);
+    tour.doubleClick(cell);
+    pickPoint(tour, QLatin1String(picture), x, y);
+    return Tour::until("the bench to place the block", [&] { return bench.isIdle(); });
 }
 
-/// The drafter's day: place by a double-click, save, close; reopen, place, find and place, save.
-bool insertBlocks(Tour& tour, const QString& office, const QString& pictures)
+/// The drafter's day: place by a double-click, save, close; reopen, place, find and place, attach, save.
+bool fillDrawing(Tour& tour, const Bench& bench, const QString& pictures)
 {
-    QProcess bench;
-    bench.setProcessChannelMode(QProcess::ForwardedChannels);
-    bench.start(office + QStringLiteral("/zelvora-bench"), QStringList());
-    zv::QtEventPump pump;
-    const std::unique_ptr<zv::Automation> automation = zv::systemAutomation(pump);
-    zv::AutomationObjectPtr application;
-    if (!Tour::until("the bench answers", [&] {
-            auto attached = automation->attach("AutoCAD.Application");
-            if (attached)
-                application = *attached;
-            return attached.ok();
-        }))
-        return false;
     const QString placed = pictures + QStringLiteral("/placed.dwg");
     const std::string saved = zv::toBytes(placed);
     QFile::remove(placed);
-
-    qobject_cast<QRadioButton*>(tour.control("Option1"))->setChecked(true);
-    tour.doubleClick("DwgThumbnail2");
-    pickPoint(tour, QStringLiteral("bench-asks-for-the-point"), QStringLiteral("300"), QStringLiteral("250"));
-    const auto first = zv::asObject(application->get("ActiveDocument"));
-    if (!first || !untilIdle(**first))
+    if (!placeBlock(tour, bench, "DwgThumbnail2", "bench-asks-for-the-point", QStringLiteral("300"),
+                    QStringLiteral("250")))
         return false;
-    static_cast<void>((*first)->call("SetVariable", {std::string("filedia"), std::int64_t(0)}));
-    static_cast<void>((*first)->call("SendCommand", {"(command \"_.SAVEAS\" \"" + saved + "\")\r"}));
-    static_cast<void>((*first)->call("SendCommand", {std::string("_.CLOSE\r")}));
-    const auto documents = zv::asObject(application->get("Documents"));
-    if (insertsIn(saved) != 1 || !documents || !(*documents)->call("Open", {saved}))
+    bench.keepFileDialogsAway();
+    static_cast<void>(bench.type("(command \"_.SAVEAS\" \"" + saved + "\")\r"));
+    static_cast<void>(bench.type("_.CLOSE\r"));
+    if (insertsIn(saved) != 1 || !bench.open(saved) ||
+        !placeBlock(tour, bench, "DwgThumbnail3", "bench-asks-again-after-reopening", QStringLiteral("360"),
+                    QStringLiteral("300")) ||
+        !searchAndPlace(tour, bench))
         return false;
-    const auto second = zv::asObject(application->get("ActiveDocument"));
-    tour.doubleClick("DwgThumbnail3");
-    pickPoint(tour, QStringLiteral("bench-asks-again-after-reopening"), QStringLiteral("360"),
-              QStringLiteral("300"));
-    if (!second || !untilIdle(**second) || !searchAndPlace(tour) || !untilIdle(**second))
-        return false;
-    static_cast<void>((*second)->call("SendCommand", {std::string("_.ZOOM\r_E\r")}));
+    static_cast<void>(bench.type("_.ZOOM\r_E\r"));
     QTest::qWait(kRepaintMs);
     tour.pictureOfScreen(QStringLiteral("blocks-in-the-drawing"));
-    static_cast<void>((*second)->call("SendCommand", {std::string("_.QSAVE\r")}));
-    bench.terminate();
-    bench.waitForFinished();
-    return insertsIn(saved) == 3;
+    if (!attachXref(tour, bench))
+        return false;
+    static_cast<void>(bench.type("_.QSAVE\r"));
+    return insertsIn(saved) == 4;
+}
+
+/// A copy in the project folder, opened beside the drawing.
+bool openCopy(Tour& tour, const QString& pictures)
+{
+    const QString copy = pictures + QStringLiteral("/copied-out/opened.dwg");
+    QFile::remove(copy);
+    qobject_cast<QRadioButton*>(tour.control("Option3"))->setChecked(true);
+    tour.doubleClick("DwgThumbnail6");
+    if (!tour.appears("cmode"))
+        return false;
+    tour.enter("Text1", copy, "cmode");
+    tour.picture(QStringLiteral("open-a-copy"), "cmode");
+    tour.click("Command3", "cmode");
+    if (!tour.appears("Zelvora"))
+        return false;
+    QTest::qWait(kRepaintMs);
+    tour.pictureOfScreen(QStringLiteral("copy-opened"));
+    return QFile::exists(copy);
 }
 
 } // namespace
@@ -238,5 +352,8 @@ int main(int argc, char** argv)
     });
     Setting setting(office);
     Tour tour(setting.program, pictures);
-    return browse(tour, office) && insertBlocks(tour, office, pictures) ? 0 : 1;
+    if (!browse(tour, office) || !copyQueueOut(tour, pictures))
+        return 1;
+    Bench bench(office);
+    return bench.answers() && fillDrawing(tour, bench, pictures) && openCopy(tour, pictures) ? 0 : 1;
 }

@@ -12,9 +12,13 @@
 #include "controls/PictureButton.h"
 #include "controls/ProgramStyle.h"
 #include "controls/SortedCombo.h"
+#include "host/HostDialogs.h"
 #include "host/LoadAcad.h"
+#include "platform/Files.h"
 #include "print/PrintLib.h"
 #include "print/PrintWindows.h"
+#include "queue/QueueFile.h"
+#include "queue/QueueWindows.h"
 #include "search/Search.h"
 #include "search/SearchWindows.h"
 #include "window/TextBytes.h"
@@ -53,6 +57,8 @@ public:
         zv::addOfficeWindows(m_program);
         zv::addPrintWindows(m_program);
         zv::addSearchWindows(m_program);
+        zv::addHostWindows(m_program);
+        zv::addQueueWindows(m_program);
         m_program.add(QStringLiteral("LoadAcad"), [this] { return new zv::LoadAcad(m_program); });
     }
 
@@ -80,6 +86,8 @@ public:
         take("settings");
         main()->Picture5->click();
         takeSearch();
+        takeQueue();
+        takeHostDialogs();
         takeMissingLibrary();
         takeOther("LoadAcad", "load-acad");
         takeOther("frmSplash", "about");
@@ -115,6 +123,47 @@ private:
     {
         main()->Combo1->setCurrentIndex(row);
         Q_EMIT main()->Combo1->activated(row);
+    }
+
+    const std::string& path(int cell) { return main()->fields.CellPath[std::size_t(cell)]; }
+
+    void takeQueue()
+    {
+        const std::string queue = zv::queuePath(m_program.folders().user, m_program.values().LoginName);
+        for (const int cell : {3, 8, 12})
+            static_cast<void>(zv::addToQueue(queue, path(cell)));
+        main()->fields.cartFromButton = 1;
+        m_program.show(QStringLiteral("Cart"));
+        m_program.loaded(QStringLiteral("Cart"))->findChild<zv::PathList*>()->setCurrentRow(1);
+        takeOther("Cart", "cart");
+        takeCopyPlace("CartCopy", "cartcopy");
+        m_program.unload(QStringLiteral("Cart"));
+    }
+
+    void takeHostDialogs()
+    {
+        main()->fields.selectedDrawing = path(8);
+        zv::openXattach(m_program, zv::OpenedFrom::MainWindow, path(8), "48");
+        takeOther("Xattach", "xattach");
+        takeCopyPlace("xrefcopy", "xrefcopy");
+        m_program.unload(QStringLiteral("Xattach"));
+        zv::openCmode(m_program, zv::OpenedFrom::MainWindow, path(8));
+        takeOther("cmode", "cmode");
+        takeCopyPlace("dwgcopy", "dwgcopy");
+        m_program.unload(QStringLiteral("cmode"));
+    }
+
+    /// The folder that is shown is one that every user may have.
+    void takeCopyPlace(const char* window, const char* name)
+    {
+        const QString jobs = m_user.filePath(QStringLiteral("Jobs"));
+        for (const char* job : {"2041 School", "2042 Library", "2043 Bridge"})
+            QDir(jobs).mkpath(QLatin1String(job));
+        const QString before = QDir::currentPath();
+        QDir::setCurrent(jobs);
+        takeOther(window, name);
+        m_program.unload(QLatin1String(window));
+        QDir::setCurrent(before);
     }
 
     void takeMissingLibrary()
