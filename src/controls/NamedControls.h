@@ -3,6 +3,7 @@
 #include "controls/CaptionFrame.h"
 
 #include <QLabel>
+#include <QPushButton>
 
 #include <utility>
 
@@ -21,6 +22,15 @@ inline CaptionFrame* namedFrame(const char* name, const QString& caption, QWidge
     auto* frame = named<CaptionFrame>(name, parent);
     frame->setTitle(caption);
     return frame;
+}
+
+inline QPushButton* namedButton(const char* name, const QString& caption, QWidget* parent,
+                                const QString& tip = {})
+{
+    auto* button = named<QPushButton>(name, parent);
+    button->setText(caption);
+    button->setToolTip(tip);
+    return button;
 }
 
 /// A label that tells what `field` is for, also to those who cannot see it.

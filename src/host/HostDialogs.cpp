@@ -12,6 +12,12 @@ namespace {
 const QString kXattach = QStringLiteral("Xattach");
 const QString kCmode = QStringLiteral("cmode");
 
+/// cmode may end by showing Xattach, so both know who called.
+void setStates(Program& program, OpenedFrom from)
+{
+    program.fields().xrefState = program.fields().cmodeState = std::int16_t(from);
+}
+
 } // namespace
 
 void addHostWindows(Program& program)
@@ -23,7 +29,7 @@ void addHostWindows(Program& program)
 bool openXattach(Program& program, OpenedFrom from, const std::string& drawing,
                  const std::string& storedScale)
 {
-    program.fields().xrefState = std::int16_t(from);
+    setStates(program, from);
     if (auto* const dialog = qobject_cast<Xattach*>(program.loadAnew(kXattach)))
         dialog->prepare(drawing, storedScale);
     return program.show(kXattach);
@@ -31,7 +37,7 @@ bool openXattach(Program& program, OpenedFrom from, const std::string& drawing,
 
 bool openCmode(Program& program, OpenedFrom from, const std::string& drawing)
 {
-    program.fields().cmodeState = std::int16_t(from);
+    setStates(program, from);
     if (auto* const dialog = qobject_cast<cmode*>(program.loadAnew(kCmode)))
         dialog->Label1->setText(toText("Open: " + drawing));
     return program.show(kCmode);

@@ -4,7 +4,6 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/NamedControls.h"
-#include "controls/PictureButton.h"
 #include "host/ActionProcedure.h"
 #include "host/XrefText.h"
 #include "platform/Files.h"
@@ -28,13 +27,6 @@ constexpr double kKilobyte = 1024;
 template <class Control> Control* captioned(const char* name, const QString& caption, QWidget* parent)
 {
     auto* made = named<Control>(name, parent);
-    made->setText(caption);
-    return made;
-}
-
-PictureButton* button(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
     made->setText(caption);
     return made;
 }
@@ -86,9 +78,9 @@ void Xattach::makeControls()
         "Check5", QStringLiteral("Copy Xref to Project Folder, then Xref from Project Folder"), this);
     Text8 = captioned<QLineEdit>("Text8", {}, this);
     Text8->setAccessibleName(tr("Project folder"));
-    Command1 = button("Command1", QStringLiteral("&Browse..."), this);
-    Command3 = button("Command3", QStringLiteral("&Insert"), this);
-    Command2 = button("Command2", QStringLiteral("&Cancel"), this);
+    Command1 = namedButton("Command1", QStringLiteral("&Browse..."), this);
+    Command3 = namedButton("Command3", QStringLiteral("&Insert"), this);
+    Command2 = namedButton("Command2", QStringLiteral("&Cancel"), this);
 }
 
 void Xattach::makeFrames()
@@ -134,6 +126,7 @@ void Xattach::makeFrames()
     Combo1 = named<QComboBox>("Combo1", Frame4);
     Combo1->setEditable(true);
     Combo1->lineEdit()->setReadOnly(true);
+    Combo1->setInsertPolicy(QComboBox::NoInsert);
     for (const NamedScale& scale : namedScales())
         Combo1->addItem(QLatin1String(scale.name));
     Combo1->setMaxVisibleItems(16);
@@ -372,6 +365,8 @@ void Xattach::pickScale(int index)
 
 bool Xattach::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == Combo1 && event->type() == QEvent::Wheel)
+        return true;
     if (event->type() != QEvent::KeyPress)
         return HostDialog::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
@@ -386,6 +381,8 @@ bool Xattach::eventFilter(QObject* watched, QEvent* event)
         case Qt::Key_PageDown:
         case Qt::Key_Home:
         case Qt::Key_End:
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
             return true;
         default:
             break;

@@ -8,13 +8,13 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QRadioButton;
 
 namespace zv {
 
 class CaptionFrame;
 class DwgThumbnail;
-class PictureButton;
 
 /// Asks how a drawing is to be attached as an xref, and attaches it.
 class Xattach final : public HostDialog {
@@ -38,7 +38,7 @@ public:
     QLineEdit *Text2, *Text3, *Text4, *Text5, *Text6, *Text7, *Text10, *Text9, *Text11, *Text8;
     QLabel *Label2, *Label3, *Label4, *Label5, *Label6, *Label7, *Label8, *Label9, *Label10;
     QComboBox* Combo1;
-    PictureButton *Command1, *Command2, *Command3;
+    QPushButton *Command1, *Command2, *Command3;
 
 protected:
     void showAgainForSearch() override { showOnTop(); }

@@ -54,6 +54,7 @@ bool isRefused(const XrefOrder& order, XrefWindow& window)
         double value = 0;
         // A drawing with a scale of 0 has none.
         if (!textNumber(text, value) || (field == XrefField::XrefScale && value == 0)) {
+            window.end(DialogEnd::Again);
             window.markField(field);
             return true;
         }

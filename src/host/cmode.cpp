@@ -3,7 +3,6 @@
 #include "config/Keys.h"
 #include "controls/ElidedLabel.h"
 #include "controls/NamedControls.h"
-#include "controls/PictureButton.h"
 #include "host/ActionProcedure.h"
 #include "host/CmodeProcedure.h"
 #include "platform/Files.h"
@@ -17,17 +16,6 @@
 #include <QVBoxLayout>
 
 namespace zv {
-namespace {
-
-PictureButton* button(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    return made;
-}
-
-} // namespace
-
 cmode::cmode(Program& program)
     : HostDialog(program, QStringLiteral("cmode"), QStringLiteral("Open and Copy"),
                  program.fields().cmodeState)
@@ -38,9 +26,9 @@ cmode::cmode(Program& program)
     Check5->setText(QStringLiteral("Copy Drawing to Project Folder then Open:"));
     Text1 = named<QLineEdit>("Text1", this);
     Text1->setAccessibleName(tr("Copy to make"));
-    Command1 = button("Command1", QStringLiteral("&Browse..."), this);
-    Command3 = button("Command3", QStringLiteral("&Open"), this);
-    Command2 = button("Command2", QStringLiteral("&Cancel"), this);
+    Command1 = namedButton("Command1", QStringLiteral("&Browse..."), this);
+    Command3 = namedButton("Command3", QStringLiteral("&Open"), this);
+    Command2 = namedButton("Command2", QStringLiteral("&Cancel"), this);
     layOut();
     connect(Check5, &QCheckBox::toggled, this, &cmode::setCopying);
     connect(Command1, &QPushButton::clicked, this, [this] {

@@ -4,11 +4,11 @@
 
 class QCheckBox;
 class QLineEdit;
+class QPushButton;
 
 namespace zv {
 
 class ElidedLabel;
-class PictureButton;
 
 /// Opens a drawing in the host as a document of its own, or a copy of it that is made first.
 class cmode final : public HostDialog {
@@ -23,7 +23,7 @@ public:
     ElidedLabel* Label1;
     QCheckBox* Check5;
     QLineEdit* Text1;
-    PictureButton *Command1, *Command2, *Command3;
+    QPushButton *Command1, *Command2, *Command3;
 
 protected:
     void showAgainForSearch() override;

@@ -6,7 +6,6 @@
 #include "controls/ImageList.h"
 #include "controls/NamedControls.h"
 #include "controls/PathList.h"
-#include "controls/PictureButton.h"
 #include "platform/Files.h"
 #include "queue/QueueFile.h"
 #include "window/MainWindow.h"
@@ -17,18 +16,6 @@
 #include <QPlainTextEdit>
 
 namespace zv {
-namespace {
-
-PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    made->setToolTip(tip);
-    return made;
-}
-
-} // namespace
-
 Cart::Cart(Program& program) : Window(program, QStringLiteral("Cart"), QStringLiteral("Drawing Queue"))
 {
     makeControls();
@@ -56,16 +43,16 @@ void Cart::makeControls()
     Text1->setAccessibleName(Text1->toolTip());
     Frame2 = named<CaptionFrame>("Frame2", this);
     Frame2->setTitle(QStringLiteral("Selection"));
-    Command5 = button("Command5", QStringLiteral("&Remove"),
-                      QStringLiteral("Remove Items from the Drawing Queue"), Frame2);
+    Command5 = namedButton("Command5", QStringLiteral("&Remove"), Frame2,
+                           QStringLiteral("Remove Items from the Drawing Queue"));
     Command1 =
-        button("Command1", QStringLiteral("Re&set"), QStringLiteral("Clear All Items in Queue"), Frame2);
-    Command11 =
-        button("Command11", QStringLiteral("&Copy"), QStringLiteral("Copy files to Project Folder"), Frame2);
+        namedButton("Command1", QStringLiteral("Re&set"), Frame2, QStringLiteral("Clear All Items in Queue"));
+    Command11 = namedButton("Command11", QStringLiteral("&Copy"), Frame2,
+                            QStringLiteral("Copy files to Project Folder"));
     Command2 =
-        button("Command2", QStringLiteral("&Ok"), QStringLiteral("Save & Close Shopping Cart"), Frame2);
-    Command3 =
-        button("Command3", QStringLiteral("Ca&ncel"), QStringLiteral("Quit and Close Shopping Cart"), Frame2);
+        namedButton("Command2", QStringLiteral("&Ok"), Frame2, QStringLiteral("Save & Close Shopping Cart"));
+    Command3 = namedButton("Command3", QStringLiteral("Ca&ncel"), Frame2,
+                           QStringLiteral("Quit and Close Shopping Cart"));
     Picture2 = named<QLabel>("Picture2", this);
     Picture2->setToolTip(QStringLiteral("Double Click for About Zelvora"));
     Picture2->setPixmap(namedPicture(QStringLiteral("logo")).pixmap(48, 36));
@@ -81,8 +68,11 @@ void Cart::layOut()
     auto* const inSelection = new QHBoxLayout(Frame2);
     inSelection->setContentsMargins(8, 8, 8, 8);
     inSelection->setSpacing(8);
-    for (QWidget* control : {Command5, Command1, Command11, Command2, Command3})
+    for (QPushButton* control : {Command5, Command1, Command11, Command2, Command3}) {
+        // Five of them stand side by side in a small window, too.
+        control->setMinimumWidth(control->fontMetrics().horizontalAdvance(control->text()) + 16);
         inSelection->addWidget(control);
+    }
 
     auto* const about = new QVBoxLayout;
     about->setSpacing(8);

@@ -7,13 +7,13 @@
 
 class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace zv {
 
 class CaptionFrame;
 class DwgThumbnail;
 class PathList;
-class PictureButton;
 
 /// The drawing queue as a list that can be edited. The file changes only when the user saves.
 class Cart final : public Window {
@@ -31,7 +31,7 @@ public:
     PathList* List1;
     DwgThumbnail* DwgThumbnail1;
     QPlainTextEdit* Text1;
-    PictureButton *Command5, *Command1, *Command11, *Command2, *Command3;
+    QPushButton *Command5, *Command1, *Command11, *Command2, *Command3;
     QLabel* Picture2;
 
 private:

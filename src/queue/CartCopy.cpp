@@ -6,7 +6,6 @@
 #include "controls/FolderList.h"
 #include "controls/NamedControls.h"
 #include "controls/PathList.h"
-#include "controls/PictureButton.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/System.h"

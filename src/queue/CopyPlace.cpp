@@ -4,7 +4,6 @@
 #include "controls/DriveBox.h"
 #include "controls/FolderList.h"
 #include "controls/NamedControls.h"
-#include "controls/PictureButton.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "window/TextBytes.h"
@@ -14,17 +13,6 @@
 #include <QVBoxLayout>
 
 namespace zv {
-namespace {
-
-PictureButton* button(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    return made;
-}
-
-} // namespace
-
 CopyPlace::CopyPlace(Program& program, const QString& name, const QString& title, const QString& frame)
     : Window(program, name, title)
 {
@@ -34,9 +22,9 @@ CopyPlace::CopyPlace(Program& program, const QString& name, const QString& title
     Text1->setAccessibleName(tr("Destination"));
     Drive1 = named<DriveBox>("Drive1", Frame1);
     Dir1 = named<FolderList>("Dir1", Frame1);
-    Command1 = button("Command1", QStringLiteral("&New"), this);
-    Command11 = button("Command11", QStringLiteral("&Ok"), this);
-    Command8 = button("Command8", QStringLiteral("&Cancel"), this);
+    Command1 = namedButton("Command1", QStringLiteral("&New"), this);
+    Command11 = namedButton("Command11", QStringLiteral("&Ok"), this);
+    Command8 = namedButton("Command8", QStringLiteral("&Cancel"), this);
 
     auto* const inFrame = new QVBoxLayout(Frame1);
     inFrame->setContentsMargins(8, 8, 8, 8);

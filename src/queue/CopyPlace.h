@@ -4,13 +4,13 @@
 
 class QHBoxLayout;
 class QLineEdit;
+class QPushButton;
 
 namespace zv {
 
 class CaptionFrame;
 class DriveBox;
 class FolderList;
-class PictureButton;
 
 /// The pattern of the dialogs in which a folder is picked for drawings to be copied to.
 class CopyPlace : public Window {
@@ -23,7 +23,7 @@ public:
     QLineEdit* Text1;
     DriveBox* Drive1;
     FolderList* Dir1;
-    PictureButton *Command1, *Command8, *Command11;
+    QPushButton *Command1, *Command8, *Command11;
 
 protected:
     /// The folder that the user wants, as it was typed or picked.

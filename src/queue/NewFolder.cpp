@@ -3,7 +3,6 @@
 #include "controls/CaptionFrame.h"
 #include "controls/FolderList.h"
 #include "controls/NamedControls.h"
-#include "controls/PictureButton.h"
 #include "help/ProgramHelp.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
@@ -16,18 +15,6 @@
 #include <QVBoxLayout>
 
 namespace zv {
-namespace {
-
-PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    made->setToolTip(tip);
-    return made;
-}
-
-} // namespace
-
 NewFolder::NewFolder(Program& program, const QString& name, const QString& parent)
     : Window(program, name, QStringLiteral("Create New Folder")), m_parent(parent)
 {
@@ -40,9 +27,9 @@ NewFolder::NewFolder(Program& program, const QString& name, const QString& paren
     Text2 = named<QLineEdit>("Text2", this);
     Label1->setBuddy(Text2);
     Text2->setAccessibleName(Label1->text());
-    Command11 = button("Command11", QStringLiteral("&Ok"), QStringLiteral("Create New Folder"), this);
-    Command4 = button("Command4", QStringLiteral("&Cancel"), QStringLiteral("Cancel New Folder"), this);
-    Command3 = button("Command3", QStringLiteral("&Help"), QStringLiteral("Open Quendar Help"), this);
+    Command11 = namedButton("Command11", QStringLiteral("&Ok"), this, QStringLiteral("Create New Folder"));
+    Command4 = namedButton("Command4", QStringLiteral("&Cancel"), this, QStringLiteral("Cancel New Folder"));
+    Command3 = namedButton("Command3", QStringLiteral("&Help"), this, QStringLiteral("Open Quendar Help"));
     layOut();
     connect(Command11, &QPushButton::clicked, this, &NewFolder::create);
     connect(Text2, &QLineEdit::returnPressed, Command11, &QPushButton::click);

@@ -4,12 +4,12 @@
 
 class QLabel;
 class QLineEdit;
+class QPushButton;
 
 namespace zv {
 
 class CaptionFrame;
 class CopyPlace;
-class PictureButton;
 
 /// Makes a folder beneath the one that is open in the dialog it was opened from: sNewFolder under CartCopy,
 /// cNewFolder under dwgcopy.
@@ -24,7 +24,7 @@ public:
     CaptionFrame* Frame1;
     QLineEdit *Text1, *Text2;
     QLabel* Label1;
-    PictureButton *Command11, *Command4, *Command3;
+    QPushButton *Command11, *Command4, *Command3;
 
 private:
     void layOut();

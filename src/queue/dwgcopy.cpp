@@ -3,7 +3,6 @@
 #include "config/Keys.h"
 #include "controls/DriveBox.h"
 #include "controls/FolderList.h"
-#include "controls/PictureButton.h"
 #include "host/cmode.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"

@@ -1,6 +1,5 @@
 #include "queue/xrefcopy.h"
 
-#include "controls/PictureButton.h"
 #include "host/Xattach.h"
 
 #include <QLineEdit>

@@ -13,7 +13,8 @@
 #include "controls/ProgramStyle.h"
 #include "controls/SortedCombo.h"
 #include "host/HostDialogs.h"
-#include "host/LoadAcad.h"
+#include "host/ProgramHost.h"
+#include "host/Xattach.h"
 #include "platform/Files.h"
 #include "print/PrintLib.h"
 #include "print/PrintWindows.h"
@@ -59,7 +60,7 @@ public:
         zv::addSearchWindows(m_program);
         zv::addHostWindows(m_program);
         zv::addQueueWindows(m_program);
-        m_program.add(QStringLiteral("LoadAcad"), [this] { return new zv::LoadAcad(m_program); });
+        m_program.setActionServices(m_host.services());
     }
 
     bool takeAll()
@@ -144,6 +145,9 @@ private:
     {
         main()->fields.selectedDrawing = path(8);
         zv::openXattach(m_program, zv::OpenedFrom::MainWindow, path(8), "48");
+        // As beside a running AutoCAD.
+        static_cast<zv::Xattach*>(m_program.loaded(QStringLiteral("Xattach")))
+            ->Text9->setText(QStringLiteral("96"));
         takeOther("Xattach", "xattach");
         takeCopyPlace("xrefcopy", "xrefcopy");
         m_program.unload(QStringLiteral("Xattach"));
@@ -156,14 +160,15 @@ private:
     /// The folder that is shown is one that every user may have.
     void takeCopyPlace(const char* window, const char* name)
     {
-        const QString jobs = m_user.filePath(QStringLiteral("Jobs"));
+        QDir jobs(zv::toText(m_program.folders().installation) + QStringLiteral("/Jobs"));
         for (const char* job : {"2041 School", "2042 Library", "2043 Bridge"})
-            QDir(jobs).mkpath(QLatin1String(job));
+            jobs.mkpath(QLatin1String(job));
         const QString before = QDir::currentPath();
-        QDir::setCurrent(jobs);
+        QDir::setCurrent(jobs.path());
         takeOther(window, name);
         m_program.unload(QLatin1String(window));
         QDir::setCurrent(before);
+        jobs.removeRecursively();
     }
 
     void takeMissingLibrary()
@@ -237,6 +242,7 @@ private:
     QString m_out;
     SilentMessages m_messages;
     zv::RunningProgram m_program;
+    zv::ProgramHost m_host{m_program};
     bool m_taken = true;
 };
 

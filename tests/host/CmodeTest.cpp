@@ -1,9 +1,9 @@
 #include "host/cmode.h"
 
 #include "controls/ElidedLabel.h"
-#include "controls/PictureButton.h"
 #include "host/HostDialogs.h"
 #include "support/PlainHost.h"
+#include <QPushButton>
 
 #include <QCheckBox>
 #include <QLineEdit>
@@ -195,6 +195,9 @@ TEST_F(CmodeTest, AfterAnEmptyTargetFromSearchTheOtherDialogComesUp)
     EXPECT_EQ(program->loaded("cmode"), nullptr);
     ASSERT_TRUE(appears("Xattach"));
     EXPECT_TRUE(program->loaded("Xattach")->isTopmost());
+    EXPECT_FALSE(main().isVisible());
+    ASSERT_TRUE(click("Command2", "Xattach"));
+    EXPECT_TRUE(appears("Search"));
     EXPECT_FALSE(main().isVisible());
 }
 

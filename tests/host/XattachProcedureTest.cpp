@@ -116,7 +116,7 @@ TEST_F(Attaching, ATextThatIsNoNumberIsMarkedAndTheHostIsNotTouched)
     place.run("");
     const auto marks = [this](const char* field) {
         attach();
-        EXPECT_EQ(events, (Events{std::string("mark ") + field}));
+        EXPECT_EQ(events, (Events{"again", std::string("mark ") + field}));
         events.clear();
     };
     order.askPoint = false;

@@ -2,16 +2,18 @@
 
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
-#include "controls/PictureButton.h"
 #include "host/HostDialogs.h"
 #include "support/PlainHost.h"
+#include <QPushButton>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <filesystem>
 
@@ -198,6 +200,23 @@ TEST_F(XattachTest, AKeyInTheFactorMakesTheScaleCustomAndLeavesAutoScale)
     EXPECT_EQ(window.Combo1->currentText(), "Custom");
 }
 
+TEST_F(XattachTest, ReturnAndTheWheelOverTheClosedScalesPickNone)
+{
+    Xattach& window = openWithScale("48");
+    type("Text11", "2", "Xattach");
+    const int scales = window.Combo1->count();
+    const QString factor = window.Text11->text();
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
+        QTest::keyClick(window.Combo1, key);
+    QWheelEvent wheel({5, 5}, window.Combo1->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(window.Combo1, &wheel);
+    EXPECT_EQ(window.Combo1->count(), scales);
+    EXPECT_EQ(window.Combo1->currentText(), "Custom");
+    EXPECT_EQ(window.Text11->text(), factor);
+    EXPECT_EQ(key(User, "settings", "listindex"), "(none)");
+}
+
 // ---- the copy to the project folder
 
 TEST_F(XattachTest, TheOfficesKeysAndTheUsersSettleTheCopy)
@@ -366,6 +385,18 @@ TEST_F(XattachTest, SearchComesBackOnTopAndTheMainWindowStaysHidden)
         EXPECT_FALSE(main().isVisible());
         program->show("Zelvora");
     }
+}
+
+TEST_F(XattachTest, ShownAgainAfterATextThatIsNoNumberItBelongsToTheMainWindow)
+{
+    Xattach& window = openFromSearch();
+    window.Text5->setText("wide");
+    ASSERT_TRUE(click("Command3", "Xattach"));
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_EQ(window.Text5->selectedText(), "wide");
+    EXPECT_EQ(main().fields.xrefState, 0);
+    ASSERT_TRUE(click("Command2", "Xattach"));
+    EXPECT_TRUE(appears("Zelvora"));
 }
 
 TEST_F(XattachTest, WithoutAFolderItIsShownAgainAndStillBelongsToSearch)
