@@ -79,13 +79,17 @@ void Cart::layOut()
     about->addWidget(DwgThumbnail1, 1);
     about->addWidget(Text1, 1);
 
+    auto* const below = new QHBoxLayout;
+    below->setSpacing(8);
+    below->addWidget(Frame2, 1);
+    below->addWidget(Picture2);
+
     auto* const grid = new QGridLayout(this);
     grid->setContentsMargins(8, 8, 8, 8);
     grid->setSpacing(8);
     grid->addWidget(Frame1, 0, 0);
     grid->addLayout(about, 0, 1);
-    grid->addWidget(Picture2, 1, 1);
-    grid->addWidget(Frame2, 1, 0);
+    grid->addLayout(below, 1, 0, 1, 2);
     grid->setColumnStretch(0, 3);
     grid->setColumnStretch(1, 2);
     grid->setRowStretch(0, 1);
