@@ -162,6 +162,8 @@ BENCHMARK(scanOnSlowShare)
     ->UseRealTime()
     ->Iterations(1);
 
+constexpr QSize kRoom(85, 75); ///< Of a cell.
+
 /// Twenty previews, one after the other.
 void panelOneAfterTheOther(benchmark::State& state)
 {
@@ -171,7 +173,7 @@ void panelOneAfterTheOther(benchmark::State& state)
     for ([[maybe_unused]] auto _ : state) {
         std::thread([&files] {
             for (const std::string& file : files)
-                benchmark::DoNotOptimize(readThumbnail(file));
+                benchmark::DoNotOptimize(readThumbnail(file, kRoom));
         }).join();
     }
     state.counters["trips"] = roundTrips();
@@ -188,11 +190,11 @@ void panelOnSlowShare(benchmark::State& state)
     PanelPictures pictures;
     setRoundTrip(kRoundTrip);
     if (readAhead) {
-        pictures.readAhead(files);
+        pictures.readAhead(files, kRoom);
         std::this_thread::sleep_for(std::chrono::seconds(1));
     }
     for ([[maybe_unused]] auto _ : state) {
-        pictures.read(files);
+        pictures.read(files, kRoom);
         for (std::size_t i = 0; i < files.size(); ++i)
             benchmark::DoNotOptimize(pictures.take(i));
     }

@@ -73,7 +73,7 @@ void Zelvora::showLibrary(const std::vector<ListLine>& list)
     QStringList labels;
     fields.LineCount = 0;
     m_filledCells = std::min(int(list.size()), kCells);
-    m_pictures.read(pathsOfPanel(list, 1));
+    m_pictures.read(pathsOfPanel(list, 1), DwgThumbnails[1]->pictureRoom());
     for (const ListLine& line : list) {
         ++fields.LineCount;
         labels << toText(line.label);
@@ -82,7 +82,7 @@ void Zelvora::showLibrary(const std::vector<ListLine>& list)
         if (fields.LineCount < kCells)
             Command3->setEnabled(true);
     }
-    m_pictures.readAhead(pathsOfPanel(list, 1 + kCells));
+    m_pictures.readAhead(pathsOfPanel(list, 1 + kCells), DwgThumbnails[1]->pictureRoom());
     List1->addItemsWithExtent(labels);
     if (fields.LineCount <= kCells)
         endOfShortList();
@@ -199,7 +199,7 @@ bool Zelvora::fillPanel(int first, Blank blank)
     }
     int cell = 0;
     const auto firstLine = std::size_t(std::max(first, 1));
-    m_pictures.read(pathsOfPanel(*list, firstLine));
+    m_pictures.read(pathsOfPanel(*list, firstLine), DwgThumbnails[1]->pictureRoom());
     for (std::size_t line = firstLine; line <= list->size() && cell < kCells; ++line) {
         if (cell == 0 && blank == Blank::AtFirstLine)
             blankAllCells();
@@ -207,7 +207,7 @@ bool Zelvora::fillPanel(int first, Blank blank)
         ++cell;
     }
     // The user will turn there next.
-    m_pictures.readAhead(pathsOfPanel(*list, firstLine + kCells));
+    m_pictures.readAhead(pathsOfPanel(*list, firstLine + kCells), DwgThumbnails[1]->pictureRoom());
     m_filledCells = cell;
     hideCellsWithoutLine();
     return true;

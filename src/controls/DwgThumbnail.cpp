@@ -1,6 +1,7 @@
 #include "controls/DwgThumbnail.h"
 
 #include "platform/Text.h"
+#include "platform/WithinMemory.h"
 #include "window/TextBytes.h"
 
 #include <QFontMetrics>
@@ -8,15 +9,27 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QTimerEvent>
+
+#include <chrono>
 
 namespace zv {
 namespace {
 
+constexpr std::chrono::milliseconds kAtOnce(20); ///< What a cell waits for its picture while it is painted.
+constexpr int kLookMs = 20;                      ///< Between the looks for one that takes longer.
 constexpr int kMargin = 3; ///< Between the edge, which carries the focus frame, and the picture, in pixels.
 
 ThumbnailRenderer& renderer()
 {
     static ThumbnailRenderer shared;
+    return shared;
+}
+
+/// What the cells read their pictures with that they need anew.
+Workers& readers()
+{
+    static Workers shared;
     return shared;
 }
 
@@ -46,14 +59,18 @@ void DwgThumbnail::setRenderer(ThumbnailRenderer newRenderer)
 
 Result<void> DwgThumbnail::setDrawing(const std::string& path)
 {
-    return setDrawing(path, path.empty() ? Result<QImage>(QImage()) : readThumbnail(path));
+    return setDrawing(path, path.empty() ? Result<QImage>(QImage()) : readThumbnail(path, pictureRoom()));
 }
 
 Result<void> DwgThumbnail::setDrawing(const std::string& path, Result<QImage> picture)
 {
     m_fileName = toText(path);
     m_picture = {};
+    m_pictureSize = {};
     m_scaled = {};
+    m_reading = {};
+    m_look.stop();
+    m_slow = false;
     m_readable = false;
     m_renderPending = false;
     m_drawn = false;
@@ -67,6 +84,8 @@ Result<void> DwgThumbnail::setDrawing(const std::string& path, Result<QImage> pi
         return picture.error();
     m_readable = true;
     m_picture = std::move(*picture);
+    m_pictureSize = m_picture.size();
+    m_stale = true;
     m_renderPending = m_picture.isNull() && bool(renderer());
     return {};
 }
@@ -88,7 +107,7 @@ void DwgThumbnail::setBitmapBackColor(int color)
     if (m_bitmapBackColor == color)
         return;
     m_bitmapBackColor = color;
-    m_scaled = {};
+    m_stale = true;
     update();
 }
 
@@ -97,7 +116,7 @@ void DwgThumbnail::setStretchBltMode(int mode)
     if (m_stretchBltMode == mode)
         return;
     m_stretchBltMode = mode;
-    m_scaled = {};
+    m_stale = true;
     update();
 }
 
@@ -122,14 +141,16 @@ void DwgThumbnail::renderLater()
     QTimer::singleShot(0, this, [this, fileName = m_fileName, pixels = pictureRoom()] {
         if (fileName != m_fileName || !renderer())
             return;
-        m_picture = renderer()(toBytes(fileName), pixels);
+        const auto drawn =
+            withinMemory([&]() -> Result<QImage> { return renderer()(toBytes(fileName), pixels); });
+        m_picture = drawn.valueOr(QImage());
+        m_pictureSize = m_picture.size();
         m_drawn = true;
-        m_scaled = {};
+        m_stale = true;
         update();
     });
 }
 
-/// What the picture can take, in pixels of the screen.
 QSize DwgThumbnail::pictureRoom() const
 {
     return rect().marginsRemoved({kMargin, kMargin, kMargin, kMargin}).size() * devicePixelRatioF();
@@ -138,18 +159,47 @@ QSize DwgThumbnail::pictureRoom() const
 void DwgThumbnail::paintPicture(QPainter& painter)
 {
     const qreal ratio = devicePixelRatioF();
-    const QSize wanted = m_picture.size().scaled(pictureRoom(), Qt::KeepAspectRatio);
+    const QSize wanted = m_pictureSize.scaled(pictureRoom(), Qt::KeepAspectRatio);
     if (wanted.isEmpty())
         return;
-    if (m_scaled.size() != wanted || m_scaled.devicePixelRatio() != ratio) {
-        const QColor ground = colorOf(m_bitmapBackColor);
-        const StretchMode mode = hasGround(m_picture) ? modeOf(m_stretchBltMode) : StretchMode::Halftone;
-        m_scaled = QPixmap::fromImage(stretched(onGround(m_picture, ground), wanted, mode, ground));
-        m_scaled.setDevicePixelRatio(ratio);
-    }
-    QRectF place(QPointF(), m_scaled.deviceIndependentSize());
+    if (m_stale || m_scaled.size() != wanted)
+        scalePicture(wanted);
+    QRectF place(QPointF(), QSizeF(wanted) / ratio);
     place.moveCenter(QRectF(rect()).center());
-    painter.drawPixmap(place.topLeft(), m_scaled);
+    // Half pixels would blur the picture.
+    place.moveTopLeft((place.topLeft() * ratio).toPoint().toPointF() / ratio);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, m_scaled.size() != wanted);
+    painter.drawPixmap(place, m_scaled, m_scaled.rect());
+}
+
+/// Brings the picture to the cell's size. Of a larger one nothing else is kept; it is read again when it is
+/// needed in another size or on another ground. Until it is there the cell goes on showing what it shows.
+void DwgThumbnail::scalePicture(QSize wanted)
+{
+    if (m_picture.isNull())
+        readAgain();
+    if (m_picture.isNull())
+        return;
+    const QColor ground = colorOf(m_bitmapBackColor);
+    const StretchMode mode = hasGround(m_picture) ? modeOf(m_stretchBltMode) : StretchMode::Halftone;
+    m_scaled = QPixmap::fromImage(stretched(onGround(m_picture, ground), wanted, mode, ground));
+    m_stale = false;
+    if (!m_drawn && (m_picture.width() > wanted.width() || m_picture.height() > wanted.height()))
+        m_picture = {};
+}
+
+/// Most drawings come at once. A share that is slow must hold neither the window nor the edge that is drawn.
+void DwgThumbnail::readAgain()
+{
+    if (!m_reading.valid())
+        m_reading = readers().start(
+            [path = toBytes(m_fileName), room = pictureRoom()] { return readThumbnail(path, room); });
+    if (m_slow || m_reading.wait_for(kAtOnce) != std::future_status::ready) {
+        m_slow = true;
+        m_look.start(kLookMs, this);
+        return;
+    }
+    m_picture = m_reading.get().valueOr(QImage());
 }
 
 void DwgThumbnail::paintName(QPainter& painter)
@@ -167,7 +217,7 @@ void DwgThumbnail::paintEvent(QPaintEvent*)
     // Cells stand edge to edge; a line of the window's own ground keeps them apart.
     painter.fillRect(rect(), palette().color(QPalette::Window));
     painter.fillRect(rect().adjusted(1, 1, -1, -1), colorOf(m_backColor));
-    if (!m_picture.isNull())
+    if (!m_pictureSize.isEmpty())
         paintPicture(painter);
     else if (m_readable)
         paintName(painter);
@@ -188,6 +238,20 @@ void DwgThumbnail::resizeEvent(QResizeEvent* event)
     const QSize room = pictureRoom();
     if (m_drawn && (room.width() > m_picture.width() || room.height() > m_picture.height()))
         m_renderPending = true;
+}
+
+void DwgThumbnail::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_look.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    if (m_reading.wait_for(std::chrono::seconds(0)) != std::future_status::ready)
+        return;
+    m_look.stop();
+    m_picture = m_reading.get().valueOr(QImage());
+    if (!m_picture.isNull())
+        update();
 }
 
 void DwgThumbnail::mousePressEvent(QMouseEvent* event)

@@ -1,10 +1,13 @@
 #pragma once
 
 #include "controls/ThumbnailPicture.h"
+#include "platform/Workers.h"
 
+#include <QBasicTimer>
 #include <QPixmap>
 #include <QWidget>
 
+#include <future>
 #include <string>
 
 namespace zv {
@@ -26,6 +29,8 @@ public:
     Result<void> setDrawing(const std::string& path);
     /// The same with what readThumbnail() has given for the path.
     Result<void> setDrawing(const std::string& path, Result<QImage> picture);
+    /// What the picture can take, in pixels of the screen.
+    QSize pictureRoom() const;
     QString dwgFileName() const { return m_fileName; }
     void setDwgFileName(const QString& path);
 
@@ -55,6 +60,7 @@ Q_SIGNALS:
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -65,13 +71,19 @@ protected:
 private:
     void takeFocusRect();
     void renderLater();
-    QSize pictureRoom() const;
     void paintPicture(QPainter& painter);
+    void scalePicture(QSize wanted);
+    void readAgain();
     void paintName(QPainter& painter);
 
     QString m_fileName;
-    QImage m_picture;
-    QPixmap m_scaled; ///< The picture as it was painted last; null when it must be made anew.
+    QImage m_picture;                      ///< As it was read; not kept when it is larger than the cell.
+    QSize m_pictureSize;                   ///< Of the picture as it was read; empty when there is none.
+    QPixmap m_scaled;                      ///< The picture as it was painted last.
+    bool m_stale = false;                  ///< It must be made anew.
+    std::future<Result<QImage>> m_reading; ///< The picture that is needed anew.
+    QBasicTimer m_look;                    ///< Whether it is there.
+    bool m_slow = false;                   ///< It did not come at once, so it is not waited for again.
     int m_backColor = 0;
     int m_bitmapBackColor = 0;
     int m_stretchBltMode = int(StretchMode::WhiteOnBlack);

@@ -2,6 +2,7 @@
 
 #include "controls/DwgViewXState.h"
 #include "controls/LayersDialog.h"
+#include "platform/WithinMemory.h"
 #include "window/TextBytes.h"
 
 #include <QElapsedTimer>
@@ -43,16 +44,23 @@ bool DwgViewX::setDrawing(const std::string& path)
     update();
     if (path.empty())
         return false;
-    auto opened = dwg::openDrawing(path, toBytes(s.fontPath));
+    auto opened = withinMemory([&] { return dwg::openDrawing(path, toBytes(s.fontPath)); });
     if (!opened) {
-        s.error = tr("%1\ncannot be shown: %2").arg(s.path, toText(opened.error().text));
-        setAccessibleDescription(s.error);
+        refuse(opened.error());
         return false;
     }
     s.drawing = std::make_unique<dwg::Drawing>(std::move(opened).value());
     setAccessibleDescription(s.path);
     zoomExtents();
     return true;
+}
+
+void DwgViewX::refuse(const Error& error)
+{
+    State& s = *m_state;
+    s.drawing.reset();
+    s.error = tr("%1\ncannot be shown: %2").arg(s.path, toText(error.text));
+    setAccessibleDescription(s.error);
 }
 
 void DwgViewX::setFontFolder(const std::string& folder)
@@ -250,8 +258,17 @@ void DwgViewX::paintEvent(QPaintEvent*)
     }
     const bool moving = s.dragging || s.panning || s.rest.isActive();
     const bool sameSize = s.picture.size() == size() * devicePixelRatioF();
-    if (s.stale && (!moving || !sameSize || s.paintMs < kSlowMs))
-        paintPicture();
+    if (s.stale && (!moving || !sameSize || s.paintMs < kSlowMs)) {
+        if (const Result<void> painted = withinMemory([this]() -> Result<void> {
+                paintPicture();
+                return {};
+            });
+            !painted) {
+            refuse(painted.error());
+            update();
+            return;
+        }
+    }
     if (s.stale) {
         // The old picture in its new place, until there is time for the exact one.
         const double grow = s.pictureUnits / s.unitsPerPixel;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Result.h"
+
 #include <QWidget>
 
 #include <functional>
@@ -91,6 +93,7 @@ private:
     void lookAt(double centerX, double centerY, double unitsPerPixel);
     void zoomAt(QPointF pixel, double factor);
     void finishWindow(QPointF corner);
+    void refuse(const Error& error);
     void paintPicture();
     void paintFocus(QPainter& painter) const;
     void paintSoon();

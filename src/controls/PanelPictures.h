@@ -17,14 +17,15 @@ namespace zv {
 /// than one drawing. The panel that will be asked for next is read ahead; of the others nothing is kept.
 class PanelPictures {
 public:
-    /// Starts reading a panel. Of what was read ahead, a file that is as it was then is not read again.
-    void read(const std::vector<std::string>& paths);
+    /// Starts reading a panel, each picture for a cell of `room`. Of what was read ahead, a file that is as
+    /// it was then is not read again.
+    void read(const std::vector<std::string>& paths, QSize room);
     /// The picture of the panel's drawing of `index`, from 0, once it is there. Each can be taken once.
     /// Errors and null pictures as readThumbnail().
     Result<QImage> take(std::size_t index);
 
     /// Reads a panel beside all else. What was read ahead before and is not asked for again is forgotten.
-    void readAhead(const std::vector<std::string>& paths);
+    void readAhead(const std::vector<std::string>& paths, QSize room);
 
 private:
     struct Picture {
@@ -35,7 +36,7 @@ private:
         std::shared_future<Picture> picture;
         std::shared_ptr<std::atomic<bool>> forgotten;
     };
-    static Result<QImage> readAgainIfChanged(const std::string& path, const Ahead& ahead);
+    static Result<QImage> readAgainIfChanged(const std::string& path, QSize room, const Ahead& ahead);
 
     Workers m_workers;
     std::vector<std::future<Result<QImage>>> m_panel;

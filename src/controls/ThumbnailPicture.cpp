@@ -2,12 +2,16 @@
 
 #include "drawing/container/Container.h"
 #include "drawing/preview/Preview.h"
+#include "platform/WithinMemory.h"
 
+#include <QBuffer>
+#include <QImageReader>
 #include <QPainter>
 
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <vector>
@@ -15,13 +19,34 @@
 namespace zv {
 namespace {
 
-QImage decodePng(std::span<const std::byte> bytes)
+// Thin lines come out best when a picture is made smaller in one step, by the cell itself.
+constexpr QSize kKeptWhole(512, 512);
+constexpr int kMostOfRoom = 4; ///< Times the room's edge.
+
+/// The size that a picture is unpacked to.
+QSize unpackedSize(QSize picture, QSize room)
 {
-    return QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()), int(bytes.size()), "PNG")
-        .convertToFormat(QImage::Format_ARGB32);
+    const QSize most = (room * kMostOfRoom).expandedTo(kKeptWhole);
+    const bool fits = picture.width() <= most.width() && picture.height() <= most.height();
+    return fits ? picture : picture.scaled(most, Qt::KeepAspectRatio).expandedTo({1, 1});
 }
 
-QImage decodeDib(std::span<const std::byte> bytes)
+QImage decodePng(std::span<const std::byte> bytes, QSize room)
+{
+    QByteArray data =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(bytes.data()), qsizetype(bytes.size()));
+    QBuffer file(&data);
+    QImageReader reader(&file, "PNG");
+    // The header tells the size before anything is unpacked.
+    const QSize size = reader.size();
+    if (size.isEmpty() || size.width() > dwg::kLargestPictureEdge || size.height() > dwg::kLargestPictureEdge)
+        return {};
+    if (const QSize unpacked = unpackedSize(size, room); unpacked != size)
+        reader.setScaledSize(unpacked);
+    return reader.read().convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage decodeDib(std::span<const std::byte> bytes, QSize room)
 {
     const auto pixels = dwg::decodeBitmap(bytes);
     if (!pixels)
@@ -30,16 +55,23 @@ QImage decodeDib(std::span<const std::byte> bytes)
     const std::size_t rowBytes = std::size_t(pixels->width) * 4;
     for (int row = 0; row < image.height(); ++row)
         std::memcpy(image.scanLine(row), pixels->bgra.data() + std::size_t(row) * rowBytes, rowBytes);
-    return image;
+    const QSize unpacked = unpackedSize(image.size(), room);
+    return unpacked == image.size() ? image
+                                    : image.scaled(unpacked, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-QImage decode(const dwg::PreviewImage& preview)
+QImage decode(const dwg::PreviewImage& preview, QSize room)
 {
+    // A panel's pictures are read side by side, and twenty large ones at once would take a gigabyte.
+    static std::mutex oneLarge;
+    std::unique_lock alone(oneLarge, std::defer_lock);
+    if (const QSize size(preview.width, preview.height); unpackedSize(size, room) != size)
+        alone.lock();
     switch (preview.kind) {
     case dwg::PreviewKind::Png:
-        return decodePng(preview.bytes);
+        return decodePng(preview.bytes, room);
     case dwg::PreviewKind::Bmp:
-        return decodeDib(preview.bytes);
+        return decodeDib(preview.bytes, room);
     default:
         return {};
     }
@@ -179,9 +211,7 @@ QImage shrunkKeepingLines(const QImage& picture, QSize size, Strongest stronger)
     return result;
 }
 
-} // namespace
-
-Result<QImage> readThumbnail(const std::string& path)
+Result<QImage> readPicture(const std::string& path, QSize room)
 {
     const auto source = openByteSource(path);
     if (!source)
@@ -189,7 +219,7 @@ Result<QImage> readThumbnail(const std::string& path)
     const auto previews = dwg::readPreviews(**source);
     if (previews) {
         for (const dwg::PreviewImage& preview : *previews)
-            if (const QImage image = decode(preview); !image.isNull())
+            if (const QImage image = decode(preview, room); !image.isNull())
                 return image;
         return QImage();
     }
@@ -198,6 +228,13 @@ Result<QImage> readThumbnail(const std::string& path)
     if (!container)
         return container.error();
     return QImage();
+}
+
+} // namespace
+
+Result<QImage> readThumbnail(const std::string& path, QSize room)
+{
+    return withinMemory([&] { return readPicture(path, room); });
 }
 
 bool hasGround(const QImage& picture)

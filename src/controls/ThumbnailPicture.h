@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QSize>
 
 #include <functional>
 #include <string>
@@ -11,8 +12,9 @@
 namespace zv {
 
 /// The picture embedded in a drawing, the one with the most pixels that can be shown; a null picture when
-/// it has none. Errors: the drawing cannot be read.
-Result<QImage> readThumbnail(const std::string& path);
+/// it has none. One that goes far beyond `room`, in pixels, is made smaller as it is unpacked; what previews
+/// usually measure is kept whole. Errors: the drawing cannot be read.
+Result<QImage> readThumbnail(const std::string& path, QSize room);
 
 /// Draws a drawing from its geometry, on black, for drawings that hold no picture. A null picture when that
 /// fails too.

@@ -2,6 +2,7 @@
 
 #include "drawing/properties/PropertiesReader.h"
 #include "platform/Text.h"
+#include "platform/WithinMemory.h"
 
 namespace zv {
 
@@ -10,7 +11,7 @@ Result<void> DwgPropsX::load(const std::string& path)
     const auto source = openByteSource(path);
     if (!source)
         return source.error();
-    auto properties = dwg::readProperties(**source);
+    auto properties = withinMemory([&source] { return dwg::readProperties(**source); });
     if (!properties)
         return properties.error();
     m_properties = std::move(*properties).value_or(dwg::Properties{});

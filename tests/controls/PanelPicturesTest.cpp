@@ -10,6 +10,8 @@
 namespace zv {
 namespace {
 
+constexpr QSize kRoom(85, 75); ///< Of a cell.
+
 class PanelPicturesTest : public testing::Test {
 protected:
     ~PanelPicturesTest() override { EXPECT_TRUE(waitForWorkers(std::chrono::seconds(5))); }
@@ -31,7 +33,8 @@ protected:
 
 TEST_F(PanelPicturesTest, GivesThePicturesInTheOrderOfThePanel)
 {
-    pictures.read({drawing("a.dwg", 4), drawing("b.dwg", 8), folder.file("gone.dwg"), drawing("c.dwg", 5)});
+    pictures.read({drawing("a.dwg", 4), drawing("b.dwg", 8), folder.file("gone.dwg"), drawing("c.dwg", 5)},
+                  kRoom);
     EXPECT_EQ(widthOf(pictures.take(0)), 4);
     EXPECT_EQ(widthOf(pictures.take(1)), 8);
     EXPECT_EQ(pictures.take(2).error().code, ErrorCode::NotFound);
@@ -42,12 +45,12 @@ TEST_F(PanelPicturesTest, WhatWasReadAheadIsNotReadAgain)
 {
     const std::string path = drawing("a.dwg", 4);
     const auto time = std::filesystem::last_write_time(path);
-    pictures.readAhead({path});
-    pictures.read({path});
+    pictures.readAhead({path}, kRoom);
+    pictures.read({path}, kRoom);
     ASSERT_EQ(widthOf(pictures.take(0)), 4);
     drawing("a.dwg", 8);
     std::filesystem::last_write_time(path, time);
-    pictures.read({path});
+    pictures.read({path}, kRoom);
     EXPECT_EQ(widthOf(pictures.take(0)), 4);
 }
 
@@ -55,15 +58,15 @@ TEST_F(PanelPicturesTest, AFileThatHasChangedIsReadAgain)
 {
     const std::string path = drawing("a.dwg", 4);
     const auto time = std::filesystem::last_write_time(path);
-    pictures.readAhead({path});
-    pictures.read({path});
+    pictures.readAhead({path}, kRoom);
+    pictures.read({path}, kRoom);
     ASSERT_EQ(widthOf(pictures.take(0)), 4);
     drawing("a.dwg", 8);
     std::filesystem::last_write_time(path, time + std::chrono::seconds(1));
-    pictures.read({path});
+    pictures.read({path}, kRoom);
     EXPECT_EQ(widthOf(pictures.take(0)), 8);
     std::filesystem::remove(path);
-    pictures.read({path});
+    pictures.read({path}, kRoom);
     EXPECT_EQ(widthOf(pictures.take(0)), -1);
 }
 
@@ -71,13 +74,13 @@ TEST_F(PanelPicturesTest, OnlyTheLastPanelReadAheadIsKept)
 {
     const std::string path = drawing("a.dwg", 4);
     const auto time = std::filesystem::last_write_time(path);
-    pictures.readAhead({path});
-    pictures.read({path});
+    pictures.readAhead({path}, kRoom);
+    pictures.read({path}, kRoom);
     ASSERT_EQ(widthOf(pictures.take(0)), 4);
-    pictures.readAhead({drawing("b.dwg", 5)});
+    pictures.readAhead({drawing("b.dwg", 5)}, kRoom);
     drawing("a.dwg", 8);
     std::filesystem::last_write_time(path, time);
-    pictures.read({path});
+    pictures.read({path}, kRoom);
     EXPECT_EQ(widthOf(pictures.take(0)), 8);
 }
 

@@ -1,18 +1,25 @@
 #include "controls/DwgThumbnail.h"
 #include "drawing/Writer.h"
+#include "platform/WithinMemory.h"
 #include "support/TemporaryFolder.h"
 #include "window/DwgPropsX.h"
 
+#include <QBuffer>
 #include <QHBoxLayout>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <new>
+#include <stdexcept>
 
 namespace zv {
 namespace {
 
 constexpr int kBlack = 0;
 constexpr int kWhite = 0xFFFFFF;
+constexpr QSize kRoom(85, 75); ///< Of a cell.
 
 /// A picture on `ground` with a line of `ink` through its middle.
 QImage lineOn(QColor ground, QColor ink)
@@ -34,6 +41,42 @@ dwg::Pixels pixelsOf(const QImage& image)
     return pixels;
 }
 
+QByteArray number(std::uint32_t value)
+{
+    QByteArray bytes;
+    for (int i = 0; i < 4; ++i)
+        bytes += char(value >> (8 * i));
+    return bytes;
+}
+
+/// A file of R2000 that is no more than its header and this picture.
+std::string fileWithPng(const QImage& image)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    QByteArray header = "AC1015" + QByteArray(0x60 - 6, '\0');
+    header[0x15] = 1;
+    header.replace(0x0D, 4, number(std::uint32_t(header.size())));
+    const QByteArray sentinel("\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B");
+    const QByteArray file = header + sentinel + number(std::uint32_t(1 + 9 + png.size())) + char(1) +
+                            char(6) + number(std::uint32_t(header.size() + 16 + 4 + 1 + 9)) +
+                            number(std::uint32_t(png.size())) + png;
+    return file.toStdString();
+}
+
+/// Black with a white bar through its middle, one bit a pixel.
+QImage largeBar(QSize size)
+{
+    QImage image(size, QImage::Format_Mono);
+    image.fill(0);
+    for (int row = size.height() * 2 / 5; row < size.height() * 3 / 5; ++row)
+        for (int column = 0; column < size.width(); ++column)
+            image.setPixel(column, row, 1);
+    return image;
+}
+
 class ThumbnailTest : public testing::Test {
 protected:
     std::string drawing(const std::string& name, const dwg::WriteOptions& options)
@@ -50,7 +93,7 @@ protected:
 
 TEST_F(ThumbnailTest, ShowsTheEmbeddedPicture)
 {
-    const auto picture = readThumbnail(drawingWithPreview());
+    const auto picture = readThumbnail(drawingWithPreview(), kRoom);
     ASSERT_TRUE(picture);
     EXPECT_EQ(picture->size(), QSize(60, 40));
     EXPECT_EQ(picture->pixelColor(20, 20), QColor(Qt::black));
@@ -58,9 +101,107 @@ TEST_F(ThumbnailTest, ShowsTheEmbeddedPicture)
 
 TEST_F(ThumbnailTest, ADrawingWithoutPictureIsReadAndHasNone)
 {
-    const auto picture = readThumbnail(drawing("none.dwg", {}));
+    const auto picture = readThumbnail(drawing("none.dwg", {}), kRoom);
     ASSERT_TRUE(picture);
     EXPECT_TRUE(picture->isNull());
+}
+
+TEST_F(ThumbnailTest, LargePictureIsUnpackedTowardsTheCell)
+{
+    const auto picture = readThumbnail(folder.write("a.dwg", fileWithPng(largeBar({4096, 2048}))), kRoom);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->size(), QSize(512, 256));
+    EXPECT_EQ(picture->pixelColor(256, 128), QColor(Qt::white));
+    EXPECT_EQ(picture->pixelColor(256, 10), QColor(Qt::black));
+}
+
+TEST_F(ThumbnailTest, PictureBeyondTheLimitIsNone)
+{
+    for (const QSize size : {QSize(4097, 1), QSize(1, 4097), QSize(5700, 5700)}) {
+        const auto picture = readThumbnail(folder.write("a.dwg", fileWithPng(largeBar(size))), kRoom);
+        ASSERT_TRUE(picture);
+        EXPECT_TRUE(picture->isNull()) << size.width();
+    }
+}
+
+TEST_F(ThumbnailTest, OrdinaryPictureIsKeptWholeUntilItsLinesAreStretched)
+{
+    const auto picture = readThumbnail(folder.write("a.dwg", fileWithPng(largeBar({256, 200}))), kRoom);
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->size(), QSize(256, 200));
+}
+
+/// Whether the cell's middle comes to this colour; what it reads anew may take a moment.
+bool middleBecomes(DwgThumbnail& cell, QColor color)
+{
+    return QTest::qWaitFor([&cell, color] {
+        const QImage shown = cell.grab().toImage();
+        return shown.pixelColor(shown.rect().center()) == color;
+    });
+}
+
+TEST_F(ThumbnailTest, LargerPictureIsReadAgainForAnotherGroundAndKeptAsPaintedWhenItHasGone)
+{
+    const std::string path = folder.write("a.dwg", fileWithPng(largeBar({600, 400})));
+    DwgThumbnail thumbnail;
+    thumbnail.resize(90, 60);
+    ASSERT_TRUE(thumbnail.setDrawing(path));
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::white));
+    thumbnail.setBitmapBackColor(kWhite);
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::black));
+    std::filesystem::remove(path);
+    thumbnail.setBitmapBackColor(kBlack);
+    thumbnail.resize(180, 120);
+    QTest::qWait(0);
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::black));
+}
+
+TEST_F(ThumbnailTest, PictureThatTakesLongToUnpackIsShownOnceItIsThere)
+{
+    DwgThumbnail thumbnail;
+    thumbnail.resize(90, 60);
+    ASSERT_TRUE(thumbnail.setDrawing(folder.write("a.dwg", fileWithPng(largeBar({4096, 4096})))));
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::white));
+    thumbnail.resize(180, 120);
+    thumbnail.setBitmapBackColor(kWhite);
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::black));
+}
+
+TEST_F(ThumbnailTest, PictureThatIsStillBeingReadDoesNotComeIntoTheNextDrawingsCell)
+{
+    DwgThumbnail thumbnail;
+    thumbnail.resize(90, 60);
+    ASSERT_TRUE(thumbnail.setDrawing(folder.write("a.dwg", fileWithPng(largeBar({4096, 4096})))));
+    ASSERT_TRUE(middleBecomes(thumbnail, Qt::white));
+    thumbnail.setBitmapBackColor(kWhite);
+    thumbnail.grab();
+    ASSERT_TRUE(thumbnail.setDrawing(drawing("white.dwg", {{}, pixelsOf(lineOn(Qt::white, Qt::white))})));
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::white));
+    EXPECT_TRUE(waitForWorkers(std::chrono::seconds(5)));
+    EXPECT_TRUE(middleBecomes(thumbnail, Qt::white));
+}
+
+TEST_F(ThumbnailTest, DrawingThatAsksForTooMuchMemoryShowsItsNameAlone)
+{
+    bool asked = false;
+    DwgThumbnail::setRenderer([&asked](const std::string&, QSize) -> QImage {
+        asked = true;
+        throw std::bad_alloc();
+    });
+    DwgThumbnail thumbnail;
+    ASSERT_TRUE(thumbnail.setDrawing(drawing("none.dwg", {})));
+    thumbnail.show();
+    EXPECT_TRUE(QTest::qWaitFor([&asked] { return asked; }));
+    DwgThumbnail::setRenderer({});
+}
+
+TEST(WithinMemory, WantOfMemoryIsAnError)
+{
+    EXPECT_EQ(withinMemory([]() -> Result<int> { throw std::bad_alloc(); }).error().code,
+              ErrorCode::TooLarge);
+    EXPECT_EQ(withinMemory([]() -> Result<int> { throw std::length_error("x"); }).error().code,
+              ErrorCode::TooLarge);
+    EXPECT_EQ(*withinMemory([]() -> Result<int> { return 3; }), 3);
 }
 
 TEST_F(ThumbnailTest, WhatIsNoDrawingIsRefused)

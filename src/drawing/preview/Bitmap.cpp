@@ -10,7 +10,6 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr int kLargestEdge = 4096;
 constexpr std::uint32_t kPlain = 0, kRle8 = 1, kRle4 = 2, kBitFields = 3, kAlphaBitFields = 6;
 constexpr std::uint32_t kCoreHeader = 12, kInfoHeader = 40;
 
@@ -35,7 +34,7 @@ Result<void> checkKind(const Dib& dib)
 {
     if (dib.width <= 0 || dib.height <= 0)
         return damaged("it has no pixels");
-    if (dib.width > kLargestEdge || dib.height > kLargestEdge)
+    if (dib.width > kLargestPictureEdge || dib.height > kLargestPictureEdge)
         return Error{ErrorCode::TooLarge,
                      "bitmap: " + std::to_string(dib.width) + " x " + std::to_string(dib.height) + " pixels"};
     const bool masked = dib.compression == kBitFields || dib.compression == kAlphaBitFields;

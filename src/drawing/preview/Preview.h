@@ -26,6 +26,9 @@ struct PreviewImage {
 /// Errors: as Container::open; Damaged, there are pictures and each is cut short or has no valid header.
 Result<std::vector<PreviewImage>> readPreviews(const ByteSource& source);
 
+/// Pixels along an edge of a picture that is unpacked. Larger ones are no previews.
+inline constexpr int kLargestPictureEdge = 4096;
+
 /// A decoded picture: rows top first, four bytes a pixel in memory order blue, green, red, alpha (opaque:
 /// 255).
 struct Pixels {
