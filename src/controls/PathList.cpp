@@ -9,6 +9,9 @@
 namespace zv {
 namespace {
 
+/// Rows are taken out of a list one after the other, and each time all behind them move up.
+constexpr int kMostRowsTakenOut = 100;
+
 /// Gives every row the list's extent, so that no row has to be measured when the list is laid out.
 class ExtentDelegate final : public QStyledItemDelegate {
 public:
@@ -67,10 +70,37 @@ void PathList::addItemWithExtent(const QString& text)
 
 void PathList::addItemsWithExtent(const QStringList& texts)
 {
+    widenTo(texts);
+    addItems(texts);
+}
+
+void PathList::widenTo(const QStringList& texts)
+{
     const int scrollBar = verticalScrollBar()->sizeHint().width();
     for (const QString& text : texts)
         m_extent = std::max(m_extent, widthOf(text) + scrollBar);
-    addItems(texts);
+}
+
+void PathList::setItemsWithExtent(const QStringList& texts)
+{
+    setCurrentRow(-1);
+    clearSelection();
+    // Nearly always all rows but one are there already, and making rows costs more than to compare them.
+    const int rows = count(), wanted = int(texts.size()), common = std::min(rows, wanted);
+    int first = 0, last = 0;
+    while (first < common && item(first)->text() == texts[first])
+        ++first;
+    while (last < common - first && item(rows - 1 - last)->text() == texts[wanted - 1 - last])
+        ++last;
+    if (rows - first - last > kMostRowsTakenOut) {
+        clear();
+        addItemsWithExtent(texts);
+        return;
+    }
+    model()->removeRows(first, rows - first - last);
+    const QStringList others = texts.mid(first, wanted - first - last);
+    widenTo(others);
+    insertItems(first, others);
 }
 
 // With Ctrl held the view would take the mark from the row that is the current one all the same.

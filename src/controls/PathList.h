@@ -17,6 +17,8 @@ public:
     /// shrinks, also not when the list is cleared.
     void addItemWithExtent(const QString& text);
     void addItemsWithExtent(const QStringList& texts);
+    /// Fills the list afresh with these rows, of which none is selected.
+    void setItemsWithExtent(const QStringList& texts);
     int horizontalExtent() const { return m_extent; } ///< In pixels.
 
 Q_SIGNALS:
@@ -37,6 +39,7 @@ protected:
 
 private:
     int widthOf(const QString& text);
+    void widenTo(const QStringList& texts);
 
     int m_extent = 0;
     QHash<QChar, int> m_letterWidths;

@@ -22,11 +22,11 @@ Error tooManyLines(const std::string& listPath)
                  listPath + ": a library holds at most " + std::to_string(kMostListLines) + " drawings"};
 }
 
-ListLine splitLine(std::string_view line, const std::string& pathBefore)
+ListLine splitLine(std::string_view line, std::string_view pathBefore)
 {
     if (std::optional<ListEntry> entry = splitListLine(line))
         return {std::move(*entry), true};
-    return {{pathBefore, std::string(line)}, false};
+    return {{std::string(pathBefore), std::string(line)}, false};
 }
 
 std::string joined(const std::vector<ListEntry>& entries)
@@ -129,8 +129,17 @@ Result<std::vector<ListLine>> readListFile(const std::string& listPath)
     std::vector<ListLine> list;
     list.reserve(lines.size());
     for (const std::string_view line : lines)
-        list.push_back(splitLine(line, list.empty() ? std::string() : list.back().path));
+        list.push_back(splitLine(line, list.empty() ? std::string_view() : list.back().path));
     return list;
+}
+
+std::optional<std::string> listLabel(const std::string& listPath, std::size_t index)
+{
+    const Result<std::string> bytes = readList(listPath);
+    const std::vector<std::string_view> lines = textLines(bytes ? *bytes : std::string_view());
+    if (index < 1 || index > lines.size())
+        return {};
+    return splitLine(lines[index - 1], {}).label;
 }
 
 Result<void> createList(const std::string& listPath, const std::vector<ListEntry>& entries)

@@ -47,6 +47,9 @@ std::vector<std::string_view> textLines(std::string_view bytes);
 /// library can have; Failed.
 Result<std::vector<ListLine>> readListFile(const std::string& listPath);
 
+/// The label of one line, by its place from 1. None when the list has no such line or cannot be read.
+std::optional<std::string> listLabel(const std::string& listPath, std::size_t index);
+
 /// Makes a list of the entries; an old list of the name is replaced. Errors: TooLarge, and nothing is
 /// changed; Denied; Failed.
 Result<void> createList(const std::string& listPath, const std::vector<ListEntry>& entries);

@@ -34,14 +34,15 @@ std::string textOf(const QListWidget& list, int row)
 /// Adds the drawings of a list to a list box. Errors: the list cannot be read.
 Result<void> fill(PathList& box, const std::string& list)
 {
-    box.clear();
     const auto lines = readListFile(list);
-    if (!lines)
+    if (!lines) {
+        box.clear();
         return lines.error();
+    }
     QStringList paths;
     for (const ListLine& line : *lines)
         paths << toText(line.shownPath());
-    box.addItemsWithExtent(paths);
+    box.setItemsWithExtent(paths);
     return {};
 }
 
@@ -143,8 +144,8 @@ void MyLib::clickSource(int row)
 void MyLib::clickMine(int row)
 {
     SourcePath = MyListPath;
-    if (const auto list = readListFile(SourcePath); list && std::size_t(row) < list->size()) {
-        Text4->setText(toText((*list)[std::size_t(row)].label));
+    if (const auto label = listLabel(SourcePath, std::size_t(row) + 1)) {
+        Text4->setText(toText(*label));
         setGround(Text4, Ground::PaleYellow);
     }
     showDrawing(textOf(*List1, row));

@@ -26,14 +26,13 @@ namespace zv {
 /// the list is too long to be shown.
 bool Newlib::readList(std::vector<std::string>& paths)
 {
-    List1->clear();
     const auto list = readListFile(ListPath);
-    if (!list && list.error().code == ErrorCode::TooLarge) {
-        tellTooLong();
-        return false;
-    }
     if (!list) {
-        endWith(ListPath, list.error());
+        List1->clear();
+        if (list.error().code == ErrorCode::TooLarge)
+            tellTooLong();
+        else
+            endWith(ListPath, list.error());
         return false;
     }
     QStringList rows;
@@ -41,7 +40,7 @@ bool Newlib::readList(std::vector<std::string>& paths)
         paths.push_back(line.shownPath());
         rows << toText(line.shownPath());
     }
-    List1->addItemsWithExtent(rows);
+    List1->setItemsWithExtent(rows);
     return true;
 }
 
@@ -129,9 +128,8 @@ void Newlib::showLabel(int row)
         MoveDownPending = 0;
         return;
     }
-    const auto list = readListFile(ListPath);
-    if (list && std::size_t(row) < list->size())
-        Text5->setText(toText((*list)[std::size_t(row)].label));
+    if (const auto label = listLabel(ListPath, std::size_t(row) + 1))
+        Text5->setText(toText(*label));
     Text5->setCursorPosition(0);
 }
 

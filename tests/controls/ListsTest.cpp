@@ -30,6 +30,40 @@ TEST(PathList, ALongPathCanBeScrolledToAndTheExtentNeverShrinks)
     EXPECT_EQ(list.horizontalExtent(), extent);
 }
 
+TEST(PathList, FilledAfreshItHasTheNewRowsAndNoneIsSelected)
+{
+    const QStringList all{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")};
+    QStringList many;
+    for (int i = 0; i < 300; ++i)
+        many << QString::number(i);
+    PathList list;
+    list.setItemsWithExtent(all);
+    QSignalSpy selected(&list, &PathList::rowSelected);
+    for (const QStringList& rows : {all, QStringList(all.mid(1)), QStringList(all.mid(0, 2)), all,
+                                    QStringList{all[0], all[2], all[1], all[3]}, many, all, QStringList()}) {
+        if (list.count() > 0)
+            list.setCurrentRow(list.count() - 1);
+        selected.clear();
+        list.setItemsWithExtent(rows);
+        QStringList shown;
+        for (int row = 0; row < list.count(); ++row)
+            shown << list.item(row)->text();
+        EXPECT_EQ(shown, rows);
+        EXPECT_EQ(list.currentRow(), -1);
+        EXPECT_TRUE(list.selectedItems().isEmpty());
+        EXPECT_EQ(selected.count(), 0);
+    }
+}
+
+TEST(PathList, ARowThatComesInWhenItIsFilledAfreshWidensIt)
+{
+    PathList list;
+    list.setItemsWithExtent({QStringLiteral("a"), QStringLiteral("b")});
+    const QString wide(200, QLatin1Char('w'));
+    list.setItemsWithExtent({QStringLiteral("a"), wide, QStringLiteral("b")});
+    EXPECT_GE(list.horizontalExtent(), list.fontMetrics().horizontalAdvance(wide));
+}
+
 TEST(PathList, TellsARowOnceHoweverItIsSelected)
 {
     PathList list;

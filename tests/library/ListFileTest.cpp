@@ -50,6 +50,17 @@ TEST_F(ListFileTest, LinesSplitAtTheirLastSemicolon)
     EXPECT_TRUE(read[0].separated && read[1].separated && read[2].separated);
 }
 
+TEST_F(ListFileTest, OneLabelIsFoundByItsPlace)
+{
+    const std::string file = list("/a;b.dwg;A\r\nloose\r\n/c.dwg;\r\n");
+    EXPECT_EQ(listLabel(file, 1), "A");
+    EXPECT_EQ(listLabel(file, 2), "loose");
+    EXPECT_EQ(listLabel(file, 3), "");
+    EXPECT_EQ(listLabel(file, 0), std::nullopt);
+    EXPECT_EQ(listLabel(file, 4), std::nullopt);
+    EXPECT_EQ(listLabel(file + "x", 1), std::nullopt);
+}
+
 TEST_F(ListFileTest, AnEmptyFileIsALibraryWithNoDrawings)
 {
     const Result<std::vector<ListLine>> read = readListFile(list(""));

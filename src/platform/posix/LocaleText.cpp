@@ -2,6 +2,7 @@
 #include "platform/Text.h"
 #include "platform/Utf8.h"
 
+#include <algorithm>
 #include <climits>
 #include <clocale>
 #include <cstring>
@@ -79,6 +80,14 @@ std::u16string wide(std::string_view bytes)
     std::u16string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
+        // Nearly all paths and names are of these letters alone.
+        const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+        if (utf8 && isPlain(bytes.front())) {
+            const auto end = std::find_if_not(bytes.begin(), bytes.end(), isPlain);
+            text.append(bytes.begin(), end);
+            bytes.remove_prefix(static_cast<std::size_t>(end - bytes.begin()));
+            continue;
+        }
         const Decoded next = utf8 ? decodeUtf8(bytes) : decodeLocale(bytes);
         if (next.length)
             appendUtf16(text, next.character);
