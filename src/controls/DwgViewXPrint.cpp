@@ -39,7 +39,7 @@ QString freeFile(const QDir& folder, const QString& drawing)
     const QString name = nameOf(drawing);
     QString file = folder.filePath(name + QStringLiteral(".pdf"));
     for (int number = 2; isThere(file); ++number)
-        file = folder.filePath(QStringLiteral("%1-%2.pdf").arg(name).arg(number));
+        file = folder.filePath(QStringLiteral("%1-%2.pdf").arg(name, QString::number(number)));
     return file;
 }
 

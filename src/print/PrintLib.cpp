@@ -206,7 +206,6 @@ void PrintLib::appear()
 void PrintLib::unloading()
 {
     printStop = 1;
-    m_unloaded = m_running;
     showMainWindow(program());
     if (MainWindow* window = mainWindow(program()))
         window->setDesignSize(kMainWindowDesign);
@@ -296,9 +295,11 @@ void PrintLib::setRunning(bool running)
         control->setEnabled(!running);
     LabelTimeLeft->clear();
     m_pace.invalidate();
-    // Busy, until the drawings are counted.
+    // Busy, until the drawings are counted; and not for ever where there were none.
     if (running)
         ProgressBar1->setRange(0, 0);
+    else if (ProgressBar1->maximum() == 0)
+        ProgressBar1->setRange(0, 1);
 }
 
 /// The total on both sides, whatever was done.
@@ -316,7 +317,8 @@ void PrintLib::windUp()
     DwgViewX1->setPrintSilently(false);
     Command1->click();
     Command1->setFocus();
-    if (m_unloaded)
+    // Unloaded in the middle of the run.
+    if (program().loaded(objectName()) != this)
         QMetaObject::invokeMethod(
             qApp, [gone = QPointer<PrintLib>(this)] { delete gone; }, Qt::QueuedConnection);
     else if (m_leaving)

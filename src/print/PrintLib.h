@@ -71,11 +71,10 @@ private:
 
     std::int16_t printStop = 0;
     bool m_running = false;
-    bool m_unloaded = false; ///< In the middle of a run.
-    bool m_leaving = false;  ///< The window is unloaded when the run has wound up.
-    QTimer* m_closing;       ///< Leaves a moment to read how the run ended.
-    QElapsedTimer m_pace;    ///< Since the user answered the print dialog.
-    int m_paced = 0;         ///< Drawings before that.
+    bool m_leaving = false; ///< The window is unloaded when the run has wound up.
+    QTimer* m_closing;      ///< Leaves a moment to read how the run ended.
+    QElapsedTimer m_pace;   ///< Since the user answered the print dialog.
+    int m_paced = 0;        ///< Drawings before that.
 };
 
 } // namespace zv

@@ -210,6 +210,15 @@ TEST_F(DwgViewXPrintTest, AFileThatIsThereAlreadyIsNeverOverwrittenSilently)
     EXPECT_TRUE(readPdf(out(QStringLiteral("door-2.pdf"))).whole);
 }
 
+TEST_F(DwgViewXPrintTest, ANameThatHoldsPercentSignsStaysAsItIs)
+{
+    choosePdf(QStringLiteral("ramp 5%1.pdf"));
+    const std::string drawing = write(QStringLiteral("ramp 5%1.dwg"), rectangle(10, 10));
+    ASSERT_TRUE(printWithDialog(drawing));
+    ASSERT_TRUE(printSilently(drawing));
+    EXPECT_EQ(printed(), (QStringList{QStringLiteral("ramp 5%1-2.pdf"), QStringLiteral("ramp 5%1.pdf")}));
+}
+
 TEST_F(DwgViewXPrintTest, NothingIsPrintedSilentlyWithoutAChoice)
 {
     const std::string drawing = write(QStringLiteral("x.dwg"), rectangle(10, 10));

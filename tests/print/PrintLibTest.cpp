@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPrinter>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
@@ -237,6 +238,30 @@ TEST_F(PrintLibTest, ASecondRunAsksAgain)
     EXPECT_EQ(asked, 2);
     EXPECT_EQ(printed(), (QStringList{"D2.pdf", "D3.pdf", "first.pdf"}))
         << "no yes is left of the run before";
+}
+
+TEST_F(PrintLibTest, AListWithoutADrawingIsSoonDone)
+{
+    makeLibrary("Doors", {});
+    open();
+    ASSERT_TRUE(select({1}));
+    ASSERT_TRUE(print());
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(said("Label1"), "Printed: \n0 of 0");
+    EXPECT_EQ(said("Text1"), "Printing of Library Complete");
+    EXPECT_GT(window().ProgressBar1->maximum(), 0) << "the bar does not go on as if the count did";
+}
+
+TEST_F(PrintLibTest, TheEndByAMissingListLeavesTheWindowToTheProgram)
+{
+    open();
+    ASSERT_TRUE(deleteFileForced(listPath("Stairs")));
+    ASSERT_TRUE(select({2}));
+    ASSERT_TRUE(print());
+    ASSERT_EQ(endedWith, 1);
+    QSignalSpy gone(&window(), &QObject::destroyed);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(gone.count(), 0);
 }
 
 TEST_F(PrintLibTest, AMissingListAtTheCountEndsTheProgram)
