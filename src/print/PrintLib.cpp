@@ -32,6 +32,7 @@ namespace {
 /// How long the end of a stopped run can be read before the window goes.
 constexpr int kReadableMs = 1000;
 constexpr int kStatusLines = 2;
+constexpr int kPathLines = 3; ///< A caption and a long path.
 
 template <class Control> Control* named(const char* name, QWidget* parent)
 {
@@ -56,14 +57,14 @@ QPushButton* button(const char* name, const QString& caption, const QString& tip
 }
 
 /// A text of a few lines that only tells.
-QPlainTextEdit* status(const char* name, const QString& accessibleName, QWidget* parent)
+QPlainTextEdit* status(const char* name, const QString& accessibleName, int lines, QWidget* parent)
 {
     auto* text = named<QPlainTextEdit>(name, parent);
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     text->setAccessibleName(accessibleName);
     const int frame = 2 * (text->frameWidth() + int(text->document()->documentMargin()));
-    text->setFixedHeight(kStatusLines * text->fontMetrics().lineSpacing() + frame);
+    text->setFixedHeight(lines * text->fontMetrics().lineSpacing() + frame);
     text->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     return text;
@@ -111,8 +112,8 @@ void PrintLib::makeViewer()
 void PrintLib::makeStatus()
 {
     Frame3 = frame("Frame3", QStringLiteral("Status"), this);
-    Text1 = status("Text1", tr("Current library"), Frame3);
-    Text3 = status("Text3", tr("Current drawing"), Frame3);
+    Text1 = status("Text1", tr("Current library"), kStatusLines, Frame3);
+    Text3 = status("Text3", tr("Current drawing"), kPathLines, Frame3);
     Label1 = named<QLabel>("Label1", Frame3);
     ProgressBar1 = named<QProgressBar>("ProgressBar1", Frame3);
     ProgressBar1->setAccessibleName(tr("Drawings printed"));
