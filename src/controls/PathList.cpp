@@ -1,8 +1,10 @@
 #include "controls/PathList.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -12,7 +14,8 @@ namespace {
 /// Rows are taken out of a list one after the other, and each time all behind them move up.
 constexpr int kMostRowsTakenOut = 100;
 
-/// Gives every row the list's extent, so that no row has to be measured when the list is laid out.
+/// Gives every row the list's extent, so that no row has to be measured when the list is laid out. A row that
+/// goes beyond the list's edge is told whole in a tool tip.
 class ExtentDelegate final : public QStyledItemDelegate {
 public:
     explicit ExtentDelegate(PathList* list) : QStyledItemDelegate(list), m_list(list) {}
@@ -20,6 +23,14 @@ public:
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
         return {m_list->horizontalExtent(), m_list->fontMetrics().height() + 2};
+    }
+
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem&,
+                   const QModelIndex& index) override
+    {
+        const bool isCut = index.isValid() && m_list->horizontalExtent() > view->viewport()->width();
+        QToolTip::showText(event->globalPos(), isCut ? index.data().toString() : QString(), view);
+        return true;
     }
 
 private:

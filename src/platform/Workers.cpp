@@ -12,6 +12,9 @@ namespace zv {
 namespace {
 
 constexpr std::chrono::milliseconds kIdle(300); ///< How long a thread stays without work.
+/// Of all Workers together, when so many threads hang in reads that nobody waits for any more. Beyond that
+/// each makes do with one.
+constexpr unsigned kMostThreads = 4 * kMostWorkers;
 
 /// Counts the threads of the process. It is never destroyed, since a thread that hangs may outlast all else.
 struct Living {
@@ -80,7 +83,9 @@ void Workers::run(std::function<void()> job)
 {
     const std::lock_guard lock(m_shared->mutex);
     m_shared->jobs.push_back(std::move(job));
-    if (m_shared->jobs.size() <= m_shared->idle || m_shared->threads == m_shared->mostThreads) {
+    const bool mayGrow = m_shared->threads == 0 ||
+                         (m_shared->threads < m_shared->mostThreads && livingWorkers() < kMostThreads);
+    if (m_shared->jobs.size() <= m_shared->idle || !mayGrow) {
         m_shared->wakened.notify_one();
         return;
     }

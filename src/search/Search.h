@@ -10,9 +10,8 @@
 #include <array>
 
 class QAbstractButton;
+class QBoxLayout;
 class QCheckBox;
-class QGridLayout;
-class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
@@ -81,6 +80,7 @@ protected:
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     class RunWindow;
@@ -93,6 +93,7 @@ private:
     void makeActions();
     void layOut();
     QWidget* actionRows();
+    void boundSize();
     void setTabOrders();
     void connectHandlers();
     std::array<QLineEdit*, kKeywords> keywordBoxes() const;
@@ -133,6 +134,8 @@ private:
     void handChoiceBack();
 
     KeywordScan m_scan;
+    QBoxLayout* m_doing;        ///< How a drawing is placed, and the buttons.
+    int m_wideFrom = 0;         ///< From this width on the two stand side by side.
     bool m_deletionDue = false; ///< The program has unloaded the window, and a run is still on its way out.
     bool m_loading = false;
     int m_previewMode = 0; ///< 0 thumbnail, 1 enlarged.

@@ -20,9 +20,10 @@ namespace zv {
 namespace {
 
 constexpr int kGap = 8;
+constexpr int kOptionGap = 2; ///< Between options, which keep room for their bold captions.
+constexpr int kLeastPreview = 60;
 constexpr int kFrameGap = 6; ///< Between a frame's edge and what stands in it.
 constexpr QSize kFirstSize(713, 606);
-constexpr QSize kLeastSize(420, 420);
 
 template <class Control, class... Rest> Control* named(const char* name, QWidget* parent, Rest&&... rest)
 {
@@ -110,7 +111,6 @@ Search::Search(Program& program)
           return props.keywords();
       })
 {
-    setMinimumSize(kLeastSize);
     makeRequest();
     makeRun();
     makePreview();
@@ -285,11 +285,29 @@ void Search::layOut()
     rows->addLayout(count);
     rows->addLayout(middle, 1);
     rows->addWidget(actionRows());
-    // What shrinks first are the list and the preview, down to nothing; everything else stays readable.
+    // What shrinks first are the list, the preview and the description; everything else stays readable.
     for (QWidget* flexible : std::initializer_list<QWidget*>{List1, Text2, DwgThumbnail1, DwgViewX1})
         flexible->setMinimumSize(40, 30);
-    for (QLineEdit* field : {Text12, Text13, Text5, Text6})
+    DwgThumbnail1->setMinimumHeight(kLeastPreview);
+    for (QLineEdit* field : {Text12, Text13, Text5})
         field->setMinimumWidth(40);
+    Text6->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000000 KB")));
+    boundSize();
+}
+
+/// As small as everything can be read; where the action row gets too long for that, its buttons go below.
+void Search::boundSize()
+{
+    m_doing->setDirection(QBoxLayout::LeftToRight);
+    m_wideFrom = layout()->totalMinimumSize().width();
+    m_doing->setDirection(QBoxLayout::TopToBottom);
+    setMinimumSize(layout()->totalMinimumSize());
+}
+
+void Search::resizeEvent(QResizeEvent* event)
+{
+    m_doing->setDirection(width() < m_wideFrom ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    Window::resizeEvent(event);
 }
 
 QWidget* Search::actionRows()
@@ -300,14 +318,23 @@ QWidget* Search::actionRows()
     // The caption of the option that is set is bold; the others must not move for it.
     for (QRadioButton* option : {Option1, Option2, Option3, Option4})
         option->setMinimumWidth(boldWidth(option));
+    modes->setSpacing(kOptionGap);
     modes->addStretch(1);
-    auto* doing = rowOf({Check2, Check3, Label4, Text3});
-    doing->addStretch(1);
+    auto* placing = rowOf({Check2, Check3, Label4, Text3});
+    placing->addStretch(1);
+    auto* commands = new QHBoxLayout;
+    commands->setSpacing(kGap);
+    commands->addStretch(1);
     for (QWidget* command : {Command3, Command1, Command2})
-        doing->addWidget(command);
+        commands->addWidget(command);
+    m_doing = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_doing->setSpacing(kGap);
+    m_doing->addLayout(placing);
+    m_doing->addLayout(commands);
+    Text3->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("000.000")));
     Text3->setMaximumWidth(fontMetrics().horizontalAdvance(QStringLiteral("0000000000")));
     rows->addLayout(modes);
-    rows->addLayout(doing);
+    rows->addLayout(m_doing);
     return block;
 }
 
@@ -328,8 +355,10 @@ void Search::connectHandlers()
         m_scan.scanAllLibraries = all ? 1 : 0;
     });
     connect(Command11, &QPushButton::clicked, this, &Search::search);
-    for (QLineEdit* box : keywordBoxes())
+    for (QLineEdit* box : keywordBoxes()) {
         connect(box, &QLineEdit::returnPressed, this, &Search::search);
+        box->installEventFilter(this);
+    }
     connect(Command4, &QPushButton::clicked, this, &Search::clearOrStop);
     connect(List1, &PathList::rowSelected, this, [this] { selectResult(); });
     connect(List1, &PathList::rowClickedAgain, this, [this] { selectResult(); });

@@ -1,5 +1,6 @@
 #include "controls/Clip.h"
 #include "controls/DwgThumbnail.h"
+#include "controls/DwgViewX.h"
 #include "controls/LockedCombo.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
@@ -129,9 +130,10 @@ void Search::beginRun()
     m_sinceShown.start();
 }
 
-/// The files' fields, the count of hits, and the preview.
+/// The files' fields, the count of hits, and the preview, large or small.
 void Search::emptyPanes()
 {
+    DwgViewX1->setDrawing({});
     static_cast<void>(DwgThumbnail1->setDrawing({}));
     Text2->clear();
     for (QLineEdit* field : {Text4, Text5, Text6})

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <latch>
+#include <list>
 #include <stdexcept>
 #include <vector>
 
@@ -77,6 +78,25 @@ TEST_F(WorkersTest, DropWhatWaitsAndDoNotWaitForWhatHangs)
     EXPECT_EQ(hanging.get(), 1);
     EXPECT_TRUE(waitForWorkers(std::chrono::seconds(5)));
     EXPECT_FALSE(second);
+}
+
+TEST_F(WorkersTest, ManyThatHangLeaveEachFurtherOneASingleThread)
+{
+    constexpr unsigned kHanging = 4 * kMostWorkers;
+    std::promise<void> share;
+    const std::shared_future<void> comesBack = share.get_future().share();
+    const auto hang = [comesBack] { comesBack.wait(); };
+    std::list<Workers> given(4);
+    for (Workers& workers : given)
+        for (unsigned i = 0; i < kMostWorkers; ++i)
+            static_cast<void>(workers.start(hang));
+    EXPECT_EQ(livingWorkers(), kHanging);
+    given.clear();
+    Workers further;
+    for (int i = 0; i < 3; ++i)
+        static_cast<void>(further.start(hang));
+    EXPECT_EQ(livingWorkers(), kHanging + 1);
+    share.set_value();
 }
 
 TEST_F(WorkersTest, AFailureOfTheLanguageComesOutOfTheFuture)

@@ -7,25 +7,18 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QEvent>
-#include <QLineEdit>
 #include <QRadioButton>
+
+#include <filesystem>
+#include <utility>
 
 namespace zv {
 namespace {
 
 using enum ProfileFile;
 using Events = std::vector<std::string>;
-
-/// A dialog that stands in for one of the program's own.
-class Dialog final : public Window {
-public:
-    Dialog(Program& program, const QString& name) : Window(program, name, name)
-    {
-        auto* text = new QLineEdit(this);
-        text->setObjectName(QStringLiteral("Text1"));
-    }
-};
 
 class NoSplash final : public LoadSplash {
 public:
@@ -48,10 +41,6 @@ protected:
         ASSERT_TRUE(clickRow("List1", 0, "Search"));
         ASSERT_TRUE(press(option));
         qApp->installEventFilter(&m_watch);
-    }
-    void know(const QString& name)
-    {
-        program->add(name, [this, name] { return new Dialog(*program, name); });
     }
     std::string drawing() { return drawings(1)[0]; }
     /// Whether a text went to the host; its carriage returns are written <CR>.
@@ -142,31 +131,77 @@ TEST_F(SearchActionTest, AnExplodedBlockIsTypedAtThePointThatIsPicked)
     EXPECT_TRUE(typed("_.-insert<CR>*" + drawing() + "<CR>3,4,0<CR>1.00<CR>")) << place.transcript();
 }
 
-TEST_F(SearchActionTest, AnXrefGoesOnInItsDialogWhichIsToldWhereItCameFrom)
+TEST_F(SearchActionTest, AnXrefIsAttachedByItsDialogWhichBringsTheWindowBack)
 {
-    place.run("");
-    know("Xattach");
+    place.run("variable dimscale 96.0");
     choose("Option1");
     ASSERT_TRUE(press("Command3"));
     EXPECT_EQ(program->fields().xrefState, 7);
-    EXPECT_TRUE(visible("Text1", "Xattach"));
-    EXPECT_FALSE(search().isVisible());
-    EXPECT_EQ(events.back(), "log " + drawing() + ", Search and Insert as Xref");
-    EXPECT_EQ(program->fields().searchDrawing, drawing());
+    EXPECT_EQ(text("Text1", "Xattach").toStdString(), drawing());
+    EXPECT_EQ(text("Text9", "Xattach"), "96");
+    EXPECT_EQ(text("Text11", "Xattach"), "48") << "as it is stored in the drawing";
+    EXPECT_EQ(control<QComboBox>("Combo1", "Xattach")->currentText(), "1/4\"=1'");
+    EXPECT_TRUE(control<QCheckBox>("Check4", "Xattach")->isChecked());
+    EXPECT_EQ(events,
+              (Events{"hide Search", "show Xattach", "log " + drawing() + ", Search and Insert as Xref"}));
+    events.clear();
+    ASSERT_TRUE(click("Command3", "Xattach"));
+    EXPECT_TRUE(typed("(command \"._xref\" \"Attach\"\"" + drawing() +
+                      "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\"\"R\"\"0.00\")<CR>"))
+        << place.transcript();
+    EXPECT_EQ(events, (Events{"hide Xattach", "hide Zelvora", "show Search"}));
+    EXPECT_EQ(program->loaded("Xattach"), nullptr);
+    EXPECT_TRUE(search().isTopmost());
+    EXPECT_EQ(results().size(), 1);
+    ASSERT_TRUE(press("Command2"));
+    EXPECT_TRUE(main().isVisible());
 }
 
-TEST_F(SearchActionTest, OpeningGoesOnInItsDialogWithTheCopysNameFilledIn)
+TEST_F(SearchActionTest, AnXrefOfABlocksNameIsRefused)
+{
+    setKey(Master, "LibLoad", "xbcheck", "1");
+    place.run("block D1");
+    choose("Option1");
+    ASSERT_TRUE(press("Command3"));
+    EXPECT_EQ(lastMessage(), "D1 Already Exists as a Block in this Drawing!");
+    EXPECT_EQ(program->loaded("Xattach"), nullptr);
+    EXPECT_TRUE(search().isVisible());
+    EXPECT_EQ(events.back(), "log " + drawing() + ", Search and Insert as Xref");
+}
+
+TEST_F(SearchActionTest, OpeningGoesOnInItsDialogWhichBringsTheWindowBack)
 {
     place.run("");
-    know("cmode");
     setKey(User, "Settings", "ProjectPath", folder.file("project"));
+    std::filesystem::create_directory(folder.file("project"));
     choose("Option3");
     ASSERT_TRUE(press("Command3"));
     EXPECT_EQ(program->fields().cmodeState, 7);
-    EXPECT_EQ(text("Text1", "cmode").toStdString(),
-              joinPath(folder.file("project"), fileNamePart(drawing())));
-    EXPECT_FALSE(search().isVisible());
-    EXPECT_EQ(events.back(), "log " + drawing() + ", Search and Open/Copy");
+    EXPECT_EQ(text("Label1", "cmode").toStdString(), "Open: " + drawing());
+    const std::string copy = joinPath(folder.file("project"), fileNamePart(drawing()));
+    EXPECT_EQ(text("Text1", "cmode").toStdString(), copy);
+    EXPECT_EQ(events, (Events{"show cmode", "hide Search", "log " + drawing() + ", Search and Open/Copy"}));
+    events.clear();
+    ASSERT_TRUE(click("Command3", "cmode"));
+    EXPECT_TRUE(typed(std::string("Open"))) << place.transcript();
+    EXPECT_TRUE(typed(copy)) << place.transcript();
+    EXPECT_TRUE(fileExists(copy));
+    EXPECT_EQ(events, (Events{"hide cmode", "hide Zelvora", "show Search"}));
+    EXPECT_EQ(results().size(), 1);
+}
+
+TEST_F(SearchActionTest, ACancelledDialogBringsTheWindowBackWithItsResults)
+{
+    place.run("");
+    choose("Option1");
+    for (const auto& [option, dialog] : {std::pair("Option1", "Xattach"), std::pair("Option3", "cmode")}) {
+        ASSERT_TRUE(press(option));
+        ASSERT_TRUE(press("Command3"));
+        ASSERT_TRUE(click("Command2", dialog));
+        EXPECT_TRUE(search().isVisible()) << dialog;
+        EXPECT_EQ(results().size(), 1) << dialog;
+    }
+    EXPECT_FALSE(typed(std::string("SendCommand"))) << place.transcript();
 }
 
 TEST_F(SearchActionTest, ANoToTheHostBringsTheWindowBackAndIsLogged)

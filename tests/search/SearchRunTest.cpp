@@ -1,10 +1,12 @@
 #include "controls/Clip.h"
 #include "controls/DwgThumbnail.h"
+#include "controls/DwgViewX.h"
 #include "controls/PathList.h"
 #include "platform/Files.h"
 #include "search/SearchFixture.h"
 
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -268,6 +270,36 @@ TEST_F(SearchRun, EnterInAKeywordStartsAndEscapeStops)
     EXPECT_LT(results().size(), 40);
     QTest::keyClick(search().Text8, Qt::Key_Escape);
     EXPECT_GE(results().size(), 1) << "without a run there is nothing to stop";
+}
+
+TEST_F(SearchRun, EnterHeldDownStartsOneSearch)
+{
+    makeLibrary("Doors", drawings(40));
+    open();
+    search().Combo1->setShownText("Doors");
+    search().Text1->setText("D");
+    int begun = 0;
+    QObject::connect(search().List1->model(), &QAbstractItemModel::modelReset, [&] { ++begun; });
+    const auto press = [this](bool repeated) {
+        QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", repeated);
+        QCoreApplication::sendEvent(search().Text1, &key);
+    };
+    inATurn([&] { press(true); });
+    press(false);
+    press(true);
+    EXPECT_EQ(begun, 1);
+    EXPECT_EQ(results().size(), 40);
+}
+
+TEST_F(SearchRun, ClearEmptiesTheLargeViewAsWell)
+{
+    open();
+    find("D");
+    ASSERT_TRUE(clickRow("List1", 1, "Search"));
+    ASSERT_TRUE(press("Command5"));
+    ASSERT_TRUE(search().DwgViewX1->hasDrawing());
+    ASSERT_TRUE(press("Command4"));
+    EXPECT_FALSE(search().DwgViewX1->hasDrawing());
 }
 
 TEST_F(SearchRun, ProgressIsToldWhileItRuns)
