@@ -23,6 +23,7 @@ class CaptionFrame;
 class ClipPlayer;
 class DwgThumbnail;
 class DwgViewX;
+class ElidedLabel;
 class LockedCombo;
 class PathList;
 class PictureBox;
@@ -50,7 +51,8 @@ public:
 
     // The run and its results.
     ClipPlayer* Animation1;
-    QLabel *Label5, *Label6, *LabelProgress;
+    QLabel *Label5, *Label6;
+    ElidedLabel* LabelProgress;
     QLineEdit *Text12, *Text13;
     QLabel *Label2, *Label3;
     QLineEdit* Text4;

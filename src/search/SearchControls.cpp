@@ -2,6 +2,7 @@
 #include "controls/Clip.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/ElidedLabel.h"
 #include "controls/LockedCombo.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
@@ -157,7 +158,7 @@ void Search::makeRun()
     Animation1 = named<ClipPlayer>("Animation1", this);
     Label5 = captioned<QLabel>("Label5", QStringLiteral("Scanning:"), this);
     Label6 = captioned<QLabel>("Label6", QStringLiteral("Library:"), this);
-    LabelProgress = named<QLabel>("LabelProgress", this);
+    LabelProgress = named<ElidedLabel>("LabelProgress", this);
     LabelProgress->setAccessibleName(tr("Progress of the search"));
     Text12 = shown("Text12", tr("Drawing under test"), this);
     Text13 = shown("Text13", tr("Library under test"), this);
@@ -298,10 +299,9 @@ void Search::layOut()
 /// As small as everything can be read; where the action row gets too long for that, its buttons go below.
 void Search::boundSize()
 {
-    m_doing->setDirection(QBoxLayout::LeftToRight);
-    m_wideFrom = layout()->totalMinimumSize().width();
-    m_doing->setDirection(QBoxLayout::TopToBottom);
     setMinimumSize(layout()->totalMinimumSize());
+    m_doing->setDirection(QBoxLayout::LeftToRight);
+    m_wideFrom = m_doing->minimumSize().width() + 2 * kGap;
 }
 
 void Search::resizeEvent(QResizeEvent* event)
@@ -327,7 +327,7 @@ QWidget* Search::actionRows()
     commands->addStretch(1);
     for (QWidget* command : {Command3, Command1, Command2})
         commands->addWidget(command);
-    m_doing = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_doing = new QBoxLayout(QBoxLayout::TopToBottom);
     m_doing->setSpacing(kGap);
     m_doing->addLayout(placing);
     m_doing->addLayout(commands);

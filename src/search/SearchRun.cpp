@@ -1,6 +1,7 @@
 #include "controls/Clip.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/ElidedLabel.h"
 #include "controls/LockedCombo.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"

@@ -428,6 +428,19 @@ TEST_F(SearchWindow, ALoadOfTheMainWindowUnloadsItAndShowsNothingTooEarly)
     EXPECT_TRUE(appears("Zelvora"));
 }
 
+TEST_F(SearchWindow, ItsButtonsGoBelowWhereItIsTooNarrowForOneRow)
+{
+    open();
+    search().resize(1000, 700);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(search().Command3->geometry().center().y(), search().Check2->geometry().center().y());
+    search().resize(search().minimumSize());
+    QCoreApplication::processEvents();
+    EXPECT_GT(search().Command3->geometry().top(), search().Check2->geometry().bottom());
+    for (const QAbstractButton* each : search().findChildren<QAbstractButton*>())
+        EXPECT_GE(each->width(), each->minimumSizeHint().width()) << each->objectName().toStdString();
+}
+
 TEST_F(SearchWindow, EveryControlCanBeReachedByTab)
 {
     open();
