@@ -179,7 +179,7 @@ ScanRun::Outcome ScanRun::scanLines(const std::shared_ptr<ListFeed>& feed, const
         m_ahead.pop_front();
         m_readsAhead -= line.keywords ? 1 : 0;
         ++m_progress.line;
-        m_progress.lines = std::max(feed->knownLines(), m_progress.line);
+        m_progress.lines = std::max(feed->expectedLines(), m_progress.line);
         if (!line.isWhole())
             return Outcome::Failed;
         if (const Outcome outcome = testLine(line, name); outcome != Outcome::Done)

@@ -11,7 +11,8 @@
 
 namespace zv {
 
-/// How far a run is. Lines are those of the library under scan, as far as they are known.
+/// How far a run is. Lines are those of the library under scan; of a long
+/// list their count is what its length lets expect, until it has been read whole.
 struct ScanProgress {
     int library = 0, libraries = 0; ///< The one under scan, from 1, of how many.
     std::size_t line = 0, lines = 0;

@@ -39,6 +39,14 @@ std::optional<std::string> ListFeed::takeRest()
     return rest;
 }
 
+std::size_t ListFeed::expectedLines() const
+{
+    const std::uint64_t size = m_file->size();
+    if (m_place == 0 || m_place >= size)
+        return m_knownLines;
+    return static_cast<std::size_t>(double(m_knownLines) * double(size) / double(m_place));
+}
+
 Result<bool> ListFeed::readOn()
 {
     m_file->refreshSize();

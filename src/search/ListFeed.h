@@ -27,8 +27,9 @@ public:
     /// Reads on in the file. False at its end, as it is now. Errors: Failed; TooLarge, no line is so long.
     Result<bool> readOn();
 
-    /// Lines at hand or taken: of a list that has been read whole, all of them.
-    std::size_t knownLines() const { return m_knownLines; }
+    /// How many lines the list has. Of one that has not been read whole yet, as many as its length lets
+    /// expect.
+    std::size_t expectedLines() const;
 
 private:
     std::unique_ptr<ByteSource> m_file;
