@@ -293,9 +293,6 @@ bool Search::eventFilter(QObject* watched, QEvent* event)
         return Window::eventFilter(watched, event);
     const auto* key = static_cast<QKeyEvent*>(event);
     const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-    // A key that is held down starts one search, or acts once, and not again with each repetition.
-    if (isReturn && key->isAutoRepeat())
-        return true;
     // The text is stored as it stands before the key does its work.
     if (watched == Text3)
         profiles().write(keys::search::writeXYZ, toBytes(Text3->text()));

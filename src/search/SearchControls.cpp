@@ -355,10 +355,8 @@ void Search::connectHandlers()
         m_scan.scanAllLibraries = all ? 1 : 0;
     });
     connect(Command11, &QPushButton::clicked, this, &Search::search);
-    for (QLineEdit* box : keywordBoxes()) {
+    for (QLineEdit* box : keywordBoxes())
         connect(box, &QLineEdit::returnPressed, this, &Search::search);
-        box->installEventFilter(this);
-    }
     connect(Command4, &QPushButton::clicked, this, &Search::clearOrStop);
     connect(List1, &PathList::rowSelected, this, [this] { selectResult(); });
     connect(List1, &PathList::rowClickedAgain, this, [this] { selectResult(); });

@@ -7,7 +7,6 @@
 #include "search/SearchFixture.h"
 
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -271,25 +270,6 @@ TEST_F(SearchRun, EnterInAKeywordStartsAndEscapeStops)
     EXPECT_LT(results().size(), 40);
     QTest::keyClick(search().Text8, Qt::Key_Escape);
     EXPECT_GE(results().size(), 1) << "without a run there is nothing to stop";
-}
-
-TEST_F(SearchRun, EnterHeldDownStartsOneSearch)
-{
-    makeLibrary("Doors", drawings(40));
-    open();
-    search().Combo1->setShownText("Doors");
-    search().Text1->setText("D");
-    int begun = 0;
-    QObject::connect(search().List1->model(), &QAbstractItemModel::modelReset, [&] { ++begun; });
-    const auto press = [this](bool repeated) {
-        QKeyEvent key(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r", repeated);
-        QCoreApplication::sendEvent(search().Text1, &key);
-    };
-    inATurn([&] { press(true); });
-    press(false);
-    press(true);
-    EXPECT_EQ(begun, 1);
-    EXPECT_EQ(results().size(), 40);
 }
 
 TEST_F(SearchRun, ClearEmptiesTheLargeViewAsWell)
