@@ -1,6 +1,7 @@
 #include "config/MasterFolder.h"
 
 #include "config/Keys.h"
+#include "platform/FileCopy.h"
 #include "platform/Files.h"
 #include "platform/Folders.h"
 #include "platform/Profile.h"
@@ -12,22 +13,24 @@ namespace zv {
 
 namespace {
 
-void copyInto(const std::string& folder, const std::string& fromFolder, const std::string& name,
-              const std::string& newName)
+/// Over no profile that another program has made there meanwhile.
+void copyProfile(const std::string& from, const std::string& to)
 {
-    static_cast<void>(copyFile(joinPath(fromFolder, name), joinPath(folder, newName)).ok());
+    if (const Result<std::string> bytes = readFile(from))
+        static_cast<void>(createFile(to, *bytes).ok());
 }
 
-// The names come from the old master folder, the files from the installation folder: a library of another
-// master folder does not move.
+// The profile comes last: a folder that has one is taken as it is, so that until then a move that was cut
+// off is begun anew. The names come from the old master folder, the files from the installation folder: a
+// library of another master folder does not move.
 void seed(const std::string& installationFolder, const std::string& folder)
 {
+    for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
+        static_cast<void>(copyIntoPlace(joinPath(installationFolder, name), joinPath(folder, name)).ok());
     for (const std::string& name : filesIn(installationFolder, ".ini").valueOr({})) {
         if (sameName(name, kProfileName))
-            copyInto(folder, installationFolder, name, kProfileName);
+            copyProfile(joinPath(installationFolder, name), joinPath(folder, kProfileName));
     }
-    for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
-        copyInto(folder, installationFolder, name, name);
 }
 
 /// Not known of a folder that cannot be listed.

@@ -174,7 +174,8 @@ void Options::connectHandlers()
     });
     connect(Check4, &QCheckBox::toggled, this, [this](bool on) {
         writeFlag(key::FDS, on);
-        values().Fds = on ? 1 : 0;
+        if (!m_settingUnknown)
+            values().Fds = on ? 1 : 0;
     });
     connect(Check5, &QCheckBox::toggled, this, &Options::setLogging);
     connect(Check6, &QCheckBox::toggled, this, &Options::setQueueOnly);
@@ -189,27 +190,39 @@ void Options::load()
 {
     setTopmost(values().AlwaysOnTop == 1);
     const Profiles stored = profiles();
-    Check4->setChecked(stored.number(key::FDS) == 1);
-    const bool copies = stored.number(key::projectfolder) == 1;
+    m_settingUnknown = false;
+    Check4->setChecked(readSetting(key::FDS) == 1);
+    const bool copies = readSetting(key::projectfolder) == 1;
     Check2->setChecked(copies);
     Option1->setEnabled(copies);
     Option2->setEnabled(copies);
-    const int forced = stored.number(key::forcecopy);
+    const int forced = readSetting(key::forcecopy);
     if (forced == 1)
         Option2->setChecked(true);
     else if (forced == 0)
         Option1->setChecked(true);
-    Check6->setChecked(stored.number(key::CartOnly) == 1);
-    Check1->setChecked(stored.number(key::userlib) == 1);
+    Check6->setChecked(readSetting(key::CartOnly) == 1);
+    Check1->setChecked(readSetting(key::userlib) == 1);
     const std::string fonts = stored.text(key::fontpath);
     Text1->setText(toText(fonts.empty() ? values().FontPath : fonts));
-    const std::string log = stored.text(key::LogPath);
+    const Result<std::string> storedLog = stored.stored(key::LogPath);
+    m_settingUnknown = m_settingUnknown || !storedLog;
+    const std::string log = storedLog.valueOr(values().LogPath);
     Text2->setText(toText(log));
-    const bool logging = stored.number(key::WriteLog) == 1;
+    const bool logging = readSetting(key::WriteLog) == 1;
     enableLogPath(logging);
     Check5->setChecked(logging);
     if (logging && !log.empty())
         values().LogPath = log;
+    m_settingUnknown = false;
+}
+
+/// From the first setting on that cannot be read the load writes none.
+int Options::readSetting(const NumberKey& key)
+{
+    const Result<int> stored = profiles().storedNumber(key);
+    m_settingUnknown = m_settingUnknown || !stored;
+    return stored.valueOr(key.fallback);
 }
 
 void Options::unloading()
@@ -222,12 +235,14 @@ void Options::unloading()
 
 void Options::writeFlag(const ProfileKey& key, bool set)
 {
-    profiles().writeFlag(key, set);
+    if (!m_settingUnknown)
+        profiles().writeFlag(key, set);
 }
 
 void Options::writeText(const ProfileKey& key, const QLineEdit* field)
 {
-    profiles().write(key, toBytes(field->text()));
+    if (!m_settingUnknown)
+        profiles().write(key, toBytes(field->text()));
 }
 
 /// The chosen option stays chosen while it is disabled.
@@ -240,7 +255,7 @@ void Options::setXrefCopies(bool allowed)
 
 void Options::setForceCopy(bool forced)
 {
-    if (!Check2->isChecked())
+    if (!Check2->isChecked() || m_settingUnknown)
         return;
     writeFlag(key::forcecopy, forced);
     values().ForceCopy = forced ? 1 : 0;

@@ -38,6 +38,7 @@ private:
     void layOut();
     void connectHandlers();
 
+    int readSetting(const NumberKey& key);
     void writeFlag(const ProfileKey& key, bool set);
     void writeText(const ProfileKey& key, const QLineEdit* field);
     void setXrefCopies(bool allowed);
@@ -52,7 +53,8 @@ private:
     void save();
     void leave();
 
-    int ClosedByButton = 1; ///< 2 once Ok or Cancel has been pressed.
+    int ClosedByButton = 1;        ///< 2 once Ok or Cancel has been pressed.
+    bool m_settingUnknown = false; ///< While the load shows what it could not read.
 };
 
 } // namespace zv

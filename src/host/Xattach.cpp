@@ -273,9 +273,12 @@ void Xattach::readCopySettings()
         Check5->setChecked(true);
     }
     // The user's own choice comes last, also where the office wants the copy made.
-    const int copies = profiles().number(keys::xattach::projectcopy);
+    const Result<int> stored = profiles().storedNumber(keys::xattach::projectcopy);
+    const int copies = stored.valueOr(keys::xattach::projectcopy.fallback);
+    m_settingUnknown = !stored;
     if (copies == 1 || copies == 0)
         Check5->setChecked(copies == 1);
+    m_settingUnknown = false;
     Text8->setText(toText(profiles().text(keys::xattach::projectpath)));
     if (!Check5->isChecked())
         Command1->setEnabled(false);
@@ -352,7 +355,8 @@ void Xattach::setCopying(bool on)
         return;
     Command1->setEnabled(on);
     Text8->setEnabled(on);
-    profiles().writeFlag(keys::xattach::projectcopy, on);
+    if (!m_settingUnknown)
+        profiles().writeFlag(keys::xattach::projectcopy, on);
 }
 
 void Xattach::pickScale(int index)

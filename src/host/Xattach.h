@@ -61,6 +61,8 @@ private:
     void showSize();
     XrefOrder order() const;
     void insert();
+
+    bool m_settingUnknown = false; ///< While the load shows what it could not read.
 };
 
 } // namespace zv

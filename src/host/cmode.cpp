@@ -67,8 +67,11 @@ void cmode::load()
 {
     stayOnTop();
     m_drawing = chosenDrawing();
-    const bool copies = profiles().number(keys::cmode::projectcopy) == 1;
+    const Result<int> stored = profiles().storedNumber(keys::cmode::projectcopy);
+    const bool copies = stored.valueOr(keys::cmode::projectcopy.fallback) == 1;
+    m_settingUnknown = !stored;
     Check5->setChecked(copies);
+    m_settingUnknown = false;
     Command1->setEnabled(copies);
     Text1->setEnabled(copies);
     const std::string folder = profiles().text(keys::cmode::projectpath);
@@ -81,7 +84,8 @@ void cmode::setCopying(bool on)
 {
     Command1->setEnabled(on);
     Text1->setEnabled(on);
-    profiles().writeFlag(keys::cmode::projectcopy, on);
+    if (!m_settingUnknown)
+        profiles().writeFlag(keys::cmode::projectcopy, on);
 }
 
 void cmode::rememberFolder(const std::string& folder)

@@ -33,7 +33,8 @@ private:
     void setCopying(bool on);
     void open();
 
-    std::string m_drawing; ///< As the caller had it when the dialog came up.
+    std::string m_drawing;         ///< As the caller had it when the dialog came up.
+    bool m_settingUnknown = false; ///< While the load shows what it could not read.
 };
 
 } // namespace zv

@@ -21,14 +21,14 @@ std::string nameKey(std::size_t number)
 
 } // namespace
 
-int libraryCount(const std::string& profileFile)
+Result<int> libraryCount(const std::string& profileFile)
 {
-    return profileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
+    return readProfileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
 }
 
 Result<std::vector<std::string>> tryCatalogue(const std::string& profileFile)
 {
-    const Result<int> stored = readProfileInt(profileFile, kCount.section, kCount.key, kCount.fallback);
+    const Result<int> stored = libraryCount(profileFile);
     if (!stored)
         return stored.error();
     const int most = static_cast<int>(kMostListLines);

@@ -14,8 +14,8 @@ std::vector<std::string> readCatalogue(const std::string& profileFile);
 /// profile is there, and what it holds is not known.
 Result<std::vector<std::string>> tryCatalogue(const std::string& profileFile);
 
-/// The stored count of libraries, -1 when there is none.
-int libraryCount(const std::string& profileFile);
+/// The stored count of libraries, -1 when there is none. Errors: Denied, Failed: as tryCatalogue().
+Result<int> libraryCount(const std::string& profileFile);
 
 /// The name of the library of `number`, from 1; empty when there is none.
 std::string libraryName(const std::string& profileFile, int number);

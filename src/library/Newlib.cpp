@@ -62,8 +62,14 @@ void Newlib::load()
     takeOutOfPlay();
     ListPath = listFilePath(values().MasterPath, profiles().text(keys::newlib::LastLoad));
     repairLibraryCount(masterProfile());
+    // What is written later is what is read here.
+    const auto catalogue = tryCatalogue(masterProfile());
+    if (!catalogue) {
+        endWith(masterProfile(), catalogue.error());
+        return;
+    }
     QStringList names;
-    for (const std::string& name : readCatalogue(masterProfile()))
+    for (const std::string& name : *catalogue)
         names << toText(name);
     for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
         combo->add(names);

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -103,6 +104,7 @@ private:
     // The catalogue.
     std::string listOf(const QString& library) const;
     std::string masterProfile() const;
+    std::optional<int> storedCount();
     bool rewriteCatalogue(const LibraryCombo& rows, int count);
     bool saveLibrary();
     bool addToCatalogue();

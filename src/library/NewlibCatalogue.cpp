@@ -19,6 +19,16 @@
 
 namespace zv {
 
+/// Nothing when the count cannot be read, and the run of the program ends.
+std::optional<int> Newlib::storedCount()
+{
+    const auto count = libraryCount(masterProfile());
+    if (count)
+        return *count;
+    endWith(masterProfile(), count.error());
+    return {};
+}
+
 /// Writes the rows of a combo box as the catalogue; its scratch file stays for the caller to remove.
 bool Newlib::rewriteCatalogue(const LibraryCombo& rows, int count)
 {
@@ -31,18 +41,25 @@ bool Newlib::rewriteCatalogue(const LibraryCombo& rows, int count)
 bool Newlib::addToCatalogue()
 {
     const bool isNew = EditMode == ModeNew || EditMode == ModeNewStarted;
-    const int count = libraryCount(masterProfile()) + (isNew ? 1 : 0);
+    const auto count = storedCount();
+    if (!count)
+        return false;
     if (isNew) {
         for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
             combo->add({Text1->text()});
     }
-    if (!rewriteCatalogue(*Combo2, count) ||
+    if (!rewriteCatalogue(*Combo2, *count + (isNew ? 1 : 0)) ||
         !wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
         return false;
-    // A library that no drawing was added to has no list yet.
+    // A library that no drawing was added to has no list yet, unless another editor has made it meanwhile.
     const std::string list = listOf(Text1->text());
-    if (!fileExists(list) && !wentWell(list, createFile(list, {})))
-        return false;
+    if (!fileExists(list)) {
+        const auto made = createFile(list, {});
+        if (!made && made.error().code != ErrorCode::Busy) {
+            endWith(list, made.error());
+            return false;
+        }
+    }
     markCatalogueChanged(values().MasterPath);
     return true;
 }
@@ -115,7 +132,9 @@ void Newlib::done()
 
 void Newlib::renameLibrary()
 {
-    const int count = libraryCount(masterProfile());
+    const auto count = storedCount();
+    if (!count)
+        return;
     const std::string oldList = listOf(Combo1->currentText());
     const QString name = Text2->text();
     if (name.isEmpty()) {
@@ -129,7 +148,7 @@ void Newlib::renameLibrary()
     }
     Combo1->setShownText(name);
     // The catalogue is written after the file has its name, so that a failure here leaves it as it was.
-    if (!wentWell(oldList, renameFile(oldList, listOf(name))) || !rewriteCatalogue(*Combo1, count))
+    if (!wentWell(oldList, renameFile(oldList, listOf(name))) || !rewriteCatalogue(*Combo1, *count))
         return;
     Text2->clear();
     if (!wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
@@ -140,7 +159,9 @@ void Newlib::renameLibrary()
 
 void Newlib::deleteLibrary()
 {
-    const int count = libraryCount(masterProfile());
+    const auto count = storedCount();
+    if (!count)
+        return;
     const QString name = Combo3->currentText();
     if (name.isEmpty()) {
         messages().show({"Please Select a Library to Delete ", "No Library Selected", MessageIcon::Warning});
@@ -152,7 +173,7 @@ void Newlib::deleteLibrary()
         const int row = Combo3->currentIndex();
         for (LibraryCombo* combo : {Combo3, Combo2, Combo1})
             combo->removeRow(row);
-        if (!rewriteCatalogue(*Combo3, count - 1) || !finishDeletion(list))
+        if (!rewriteCatalogue(*Combo3, *count - 1) || !finishDeletion(list))
             return;
     }
     EditMode = ModeIdle;

@@ -67,7 +67,5 @@ Result<void> deleteFileForced(const std::string& path);
 /// Gives a file another name. Errors: Busy, a file or folder of that name is there, the file itself among
 /// them; NotFound, Denied, Failed.
 Result<void> renameFile(const std::string& from, const std::string& to);
-/// Copies a file over whatever file is there. Errors: NotFound, Denied, Failed.
-Result<void> copyFile(const std::string& from, const std::string& to);
 
 } // namespace zv

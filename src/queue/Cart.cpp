@@ -105,7 +105,9 @@ void Cart::load()
 {
     stayOnTop();
     if (!fileExists(path())) {
-        if (const auto made = writeFile(path(), {}); !made) {
+        // Another program of the user may have begun it meanwhile, or it is there and cannot be asked for.
+        const auto made = createFile(path(), {});
+        if (!made && made.error().code != ErrorCode::Busy) {
             program().fail(namingFile(path(), made.error()));
             return;
         }

@@ -120,7 +120,7 @@ ScanRun::Outcome ScanRun::scanOneLibrary()
 ScanRun::Outcome ScanRun::scanAllLibraries()
 {
     const int most = static_cast<int>(kMostListLines);
-    m_progress.libraries = std::clamp(libraryCount(m_window.masterProfile()), 0, most);
+    m_progress.libraries = std::clamp(libraryCount(m_window.masterProfile()).valueOr(0), 0, most);
     while (m_progress.library != m_progress.libraries) {
         if (!turn())
             return Outcome::Ended;

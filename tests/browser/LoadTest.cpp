@@ -1,11 +1,11 @@
 #include "config/WindowGeometry.h"
 #include "controls/DwgViewX.h"
 #include "controls/PictureButton.h"
-#include "platform/FileSteps.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "platform/System.h"
 #include "support/OfficeFixture.h"
+#include "support/OneStepFails.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -50,23 +50,6 @@ TEST_F(LoadTest, FirstRunMakesTheFilesAndShowsNoLibrary)
     EXPECT_EQ(text("StatusBar1Panel4"), "MyLib Name: " + login());
 }
 
-/// Lets one opening of a file fail.
-class OneOpenFails final : public FileWatch {
-public:
-    explicit OneOpenFails(int number) : m_number(number) { watchFiles(this); }
-    ~OneOpenFails() override { watchFiles(nullptr); }
-
-    StepOutcome before(FileStep step) override
-    {
-        return step == FileStep::Open && m_opened++ == m_number ? StepOutcome::Failed : StepOutcome::Made;
-    }
-    bool wasReached() const { return m_opened > m_number; }
-
-private:
-    int m_number;
-    int m_opened = 0;
-};
-
 TEST_F(LoadTest, ASettingThatCannotBeReadIsNotWrittenOverByItsDefault)
 {
     setKey(User, "Settings", "insertmode", "0");
@@ -77,7 +60,7 @@ TEST_F(LoadTest, ASettingThatCannotBeReadIsNotWrittenOverByItsDefault)
     bool reached = true;
     for (int number = 0; reached; ++number) {
         {
-            const OneOpenFails files(number);
+            const OneStepFails files(FileStep::Open, number);
             program->loadAnew(QStringLiteral("Zelvora"));
             reached = files.wasReached();
         }

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "support/OfficeFixture.h"
+#include "support/OneStepFails.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
@@ -17,6 +18,7 @@
 #include <QTimer>
 
 #include <map>
+#include <tuple>
 
 namespace zv {
 namespace {
@@ -88,6 +90,36 @@ TEST_F(OptionsTest, AFreshOfficeShowsItsDefaultsAndTheLoadWritesWhatTheyTick)
     EXPECT_EQ(text("Text1", kWindow), toText(joinPath(installation, "fonts"))) << "the running font folder";
     EXPECT_EQ(stored(), (Keys{{"fds", "1"}}));
     EXPECT_EQ(program->values().Fds, 1);
+}
+
+TEST_F(OptionsTest, ARuleThatCannotBeReadIsNotWrittenOverByItsDefault)
+{
+    for (const auto& [section, name] : {std::pair{"Mylib", "userlib"},
+                                        {"masterxref", "projectfolder"},
+                                        {"masterxref", "forcecopy"},
+                                        {"FileLog", "WriteLog"},
+                                        {"ShopCart", "CartOnly"}})
+        setKey(Installation, section, name, "1");
+    setKey(Installation, "libload", "FDS", "0");
+    setKey(Installation, "FileLog", "LogPath", "/logs/office.csv");
+    open();
+    const Keys before = stored();
+    const auto running = [this] {
+        const PublicValues& now = program->values();
+        return std::tuple(now.Fds, now.ForceCopy, now.LogPath);
+    };
+    const auto ran = running();
+    bool reached = true;
+    for (int number = 0; reached; ++number) {
+        {
+            const OneStepFails files(FileStep::Open, number);
+            program->loadAnew(kWindow);
+            reached = files.wasReached();
+        }
+        ASSERT_EQ(stored(), before) << "opening " << number;
+        ASSERT_EQ(running(), ran) << "opening " << number;
+        ASSERT_EQ(text("Text2", kWindow), "/logs/office.csv") << "opening " << number;
+    }
 }
 
 TEST_F(OptionsTest, TheLoadShowsAndWritesBackWhatIsStored)

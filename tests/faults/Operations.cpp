@@ -1,12 +1,17 @@
 #include "faults/Operations.h"
 
+#include "config/MasterFolder.h"
 #include "config/StartUp.h"
 #include "library/Catalogue.h"
 #include "library/ListFile.h"
 #include "log/ActivityLog.h"
+#include "platform/FileCopy.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "queue/QueueFile.h"
+
+#include <algorithm>
+#include <filesystem>
 
 namespace zv {
 
@@ -57,6 +62,12 @@ void addListOperations(std::vector<FileOperation>& all)
                    [](const Folder& folder) {
                        return createList(folder.file(kList), {{"/d/z.dwg", "Z"}}).ok();
                    },
+                   bytesOf(kList)});
+    all.push_back({"empty list made", nothing(),
+                   [](const Folder& folder) { return createFile(folder.file(kList), {}).ok(); },
+                   bytesOf(kList)});
+    all.push_back({"list emptied", holds(kList, kThreeLines),
+                   [](const Folder& folder) { return createList(folder.file(kList), {}).ok(); },
                    bytesOf(kList)});
     const auto add = [](const Folder& folder) {
         return appendToList(folder.file(kList), {{"/d/y.dwg", "Y"}, {"/d/z.dwg", "Z"}}).ok();
@@ -123,6 +134,45 @@ void addCatalogueOperations(std::vector<FileOperation>& all)
                    bytesOf("$liblist.tmp")});
 }
 
+void addFolderOperations(std::vector<FileOperation>& all)
+{
+    all.push_back({"change of the catalogue noted", holds(kProfile, kCatalogue),
+                   [](const Folder& folder) {
+                       markCatalogueChanged(folder.path());
+                       return true;
+                   },
+                   [](const Folder& folder) {
+                       const std::string bytes = folder.read(kProfile);
+                       const bool noted = bytes.find("del=1") != std::string::npos;
+                       return bytes.starts_with(kCatalogue) ? std::string(noted ? "noted" : "") : bytes;
+                   },
+                   false});
+    all.push_back({"profile of a new master folder", holds(kProfile, kCatalogue),
+                   [](const Folder& folder) {
+                       std::filesystem::create_directory(folder.file("new"));
+                       PublicValues values;
+                       moveMasterFolder(folder.path(), folder.file("new"), values);
+                       return true;
+                   },
+                   [](const Folder& folder) {
+                       // Where the master folder lies is written behind this, key by key.
+                       const std::string bytes = bytesOf("new/Zelvora.ini")(folder);
+                       return bytes.substr(0, bytes.find('[')) +
+                              bytes.substr(std::min(bytes.find("[L"), bytes.size()));
+                   },
+                   false});
+    const auto copy = [](const Folder& folder) {
+        return copyIntoPlace(folder.file("a.dwg"), folder.file("b.dwg")).ok();
+    };
+    all.push_back({"drawing copied", holds("a.dwg", "new drawing"), copy, bytesOf("b.dwg")});
+    all.push_back({"drawing copied over another",
+                   [](const Folder& folder) {
+                       folder.write("a.dwg", "new drawing");
+                       folder.write("b.dwg", "old");
+                   },
+                   copy, bytesOf("b.dwg")});
+}
+
 void addQueueOperations(std::vector<FileOperation>& all)
 {
     const auto add = [](const Folder& folder) { return addToQueue(folder.file(kQueue), "/d/z.dwg").ok(); };
@@ -153,6 +203,7 @@ std::vector<FileOperation> fileOperations()
     addListOperations(all);
     addProfileOperations(all);
     addCatalogueOperations(all);
+    addFolderOperations(all);
     addQueueOperations(all);
     addLogOperations(all);
     for (FileOperation& operation : systemFileOperations())

@@ -2,6 +2,7 @@
 
 #include "controls/ElidedLabel.h"
 #include "host/HostDialogs.h"
+#include "support/OneStepFails.h"
 #include "support/PlainHost.h"
 #include <QPushButton>
 
@@ -79,6 +80,21 @@ TEST_F(CmodeTest, TheBoxIsStoredAndTheFieldFollowsIt)
     window.Check5->click();
     EXPECT_FALSE(window.Command1->isEnabled() || window.Text1->isEnabled());
     EXPECT_EQ(key(User, "Settings", "projectcopy"), "0");
+}
+
+TEST_F(CmodeTest, AChoiceThatCannotBeReadIsNotWrittenOverByItsDefault)
+{
+    setKey(User, "Settings", "projectcopy", "0");
+    open();
+    bool reached = true;
+    for (int number = 0; reached; ++number) {
+        {
+            const OneStepFails files(FileStep::Open, number);
+            program->loadAnew("cmode");
+            reached = files.wasReached();
+        }
+        ASSERT_EQ(key(User, "Settings", "projectcopy"), "0") << "opening " << number;
+    }
 }
 
 TEST_F(CmodeTest, OpensTheLibrarysDrawingItselfWithoutACopy)

@@ -3,6 +3,7 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "host/HostDialogs.h"
+#include "support/OneStepFails.h"
 #include "support/PlainHost.h"
 #include <QPushButton>
 
@@ -218,6 +219,23 @@ TEST_F(XattachTest, ReturnAndTheWheelOverTheClosedScalesPickNone)
 }
 
 // ---- the copy to the project folder
+
+TEST_F(XattachTest, AChoiceThatCannotBeReadIsNotWrittenOverByItsDefault)
+{
+    offices("1", "0");
+    setKey(User, "Settings", "projectcopy", "0");
+    start();
+    bool reached = true;
+    for (int number = 0; reached; ++number) {
+        {
+            const OneStepFails files(FileStep::Open, number);
+            openXattach(*program, OpenedFrom::MainWindow, paths[0], "");
+            reached = files.wasReached();
+        }
+        program->unload("Xattach");
+        ASSERT_EQ(key(User, "Settings", "projectcopy"), "0") << "opening " << number;
+    }
+}
 
 TEST_F(XattachTest, TheOfficesKeysAndTheUsersSettleTheCopy)
 {

@@ -74,7 +74,7 @@ TEST_F(CatalogueTest, TheCountIsWrittenAsGiven)
 {
     ASSERT_TRUE(writeCatalogue(folder.path(), {"a"}, 5));
     EXPECT_EQ(readCatalogue(folder.file("Zelvora.ini")), (Names{"a", "", "", "", ""}));
-    EXPECT_EQ(libraryCount(folder.file("Zelvora.ini")), 5);
+    EXPECT_EQ(libraryCount(folder.file("Zelvora.ini")).valueOr(0), 5);
 }
 
 TEST_F(CatalogueTest, ACatalogueOfManyLongNamesComesBack)

@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QTest>
 
+#include <filesystem>
+
 namespace zv {
 namespace {
 
@@ -51,6 +53,68 @@ TEST_F(EditorCatalogueTest, TheFirstLibrarySavedGetsTheFirstKey)
     EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), "");
     EXPECT_EQ(editor().Dirty, 1);
     EXPECT_NE(program->loaded("Newlib"), nullptr);
+}
+
+/// As where the disk does not give the profile any more.
+class UnreadableCatalogueTest : public EditorCatalogueTest {
+protected:
+    void loseProfile()
+    {
+        std::filesystem::rename(m_profile, m_profile + ".kept");
+        std::filesystem::create_directory(m_profile);
+    }
+    void expectEndWithout(const std::string& newList)
+    {
+        EXPECT_EQ(program->exitStatus(), 1);
+        EXPECT_NE(lastBox().find(m_profile), std::string::npos) << lastBox();
+        EXPECT_FALSE(exists("$liblist.tmp"));
+        EXPECT_FALSE(exists(newList));
+        EXPECT_EQ(listBytes("Doors"), linesOf(drawings(1)));
+    }
+
+    const std::string m_profile = joinPath(master, "Zelvora.ini");
+};
+
+TEST_F(UnreadableCatalogueTest, IsNotShownAsAnEmptyOne)
+{
+    makeCatalogue({"Doors"});
+    makeLibrary("Doors", drawings(1));
+    start();
+    loseProfile();
+    click("Command1");
+    expectEndWithout("New.lst");
+}
+
+TEST_F(UnreadableCatalogueTest, GetsNoLibraryAdded)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    typeIn("Text1", "New");
+    loseProfile();
+    press("Command9");
+    expectEndWithout("New.lst");
+}
+
+TEST_F(UnreadableCatalogueTest, HasNoLibraryRenamed)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    EXPECT_TRUE(chooseIn("Combo1", "Doors"));
+    typeIn("Text2", "Gates");
+    loseProfile();
+    press("Command4");
+    expectEndWithout("Gates.lst");
+}
+
+TEST_F(UnreadableCatalogueTest, HasNoLibraryDeleted)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    EXPECT_TRUE(chooseIn("Combo3", "Doors"));
+    loseProfile();
+    messages.yes = true;
+    press("Command6");
+    expectEndWithout("New.lst");
 }
 
 TEST_F(EditorCatalogueTest, EveryWriteSortsAndRenumbers)

@@ -136,19 +136,6 @@ TEST_F(FilesTest, RenamingKeepsTheBytesAndTakesNoOtherFilesPlace)
     EXPECT_FALSE(renameFile(folder.file("b"), folder.file("no/such")));
 }
 
-TEST_F(FilesTest, CopyingGoesOverAFileThatIsThere)
-{
-    const std::string from = folder.write("a", "new");
-    const std::string to = folder.write("b", "older and longer");
-    ASSERT_TRUE(copyFile(from, to));
-    EXPECT_EQ(folder.read("b"), "new");
-    EXPECT_EQ(copyFile(folder.file("c"), to).error().code, ErrorCode::NotFound);
-    EXPECT_FALSE(copyFile(from, from));
-    EXPECT_EQ(folder.read("a"), "new");
-    EXPECT_FALSE(copyFile(from, folder.path()));
-    EXPECT_FALSE(copyFile(from, folder.file("no/such")));
-}
-
 TEST_F(FilesTest, SourcesReadPartsAndRefuseWhatIsPastTheEnd)
 {
     Result<std::unique_ptr<ByteSource>> source = openByteSource(folder.write("a", "0123456789"));

@@ -4,6 +4,7 @@
 #include "controls/PathList.h"
 #include "platform/Files.h"
 #include "support/OfficeFixture.h"
+#include "support/OneStepFails.h"
 
 #include <QPlainTextEdit>
 #include <QTest>
@@ -54,6 +55,19 @@ TEST_F(CartTest, ShowsTheQueueAsItStandsAboveTheDisabledMainWindow)
     EXPECT_EQ(cart().windowTitle(), "Drawing Queue");
     EXPECT_TRUE(cart().isTopmost());
     EXPECT_FALSE(main().isEnabled());
+}
+
+TEST_F(CartTest, AQueueThatCannotBeAskedForIsNotBegunAnew)
+{
+    ASSERT_TRUE(writeFile(userFile(".crt"), lines(paths)));
+    start();
+    {
+        const OneStepFails files(FileStep::Status, 0);
+        program->load("Cart");
+        ASSERT_TRUE(files.wasReached());
+    }
+    EXPECT_EQ(queue(), lines(paths));
+    EXPECT_EQ(cart().List1->count(), 3);
 }
 
 TEST_F(CartTest, HasTheCaptionsAndTipsThatUsersKnow)

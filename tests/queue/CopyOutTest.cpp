@@ -1,6 +1,7 @@
 #include "queue/CopyOut.h"
 
 #include "platform/Files.h"
+#include "support/OneStepFails.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -49,6 +50,20 @@ TEST_F(CopyOutTest, EachDrawingGoesToTheFolderUnderItsOwnName)
     EXPECT_EQ(folder.read("to/A.dwg") + folder.read("to/B.dwg"), "ab");
     EXPECT_TRUE(asked.empty());
     EXPECT_EQ(told, (std::vector<std::size_t>{1, 2}));
+}
+
+TEST_F(CopyOutTest, NothingIsWrittenOverBecauseItCouldNotBeAskedFor)
+{
+    folder.write("to/A.dwg", "old");
+    bool reached = true;
+    for (int number = 0; reached; ++number) {
+        {
+            const OneStepFails files(FileStep::Status, number);
+            static_cast<void>(copy({a}));
+            reached = files.wasReached();
+        }
+        ASSERT_EQ(folder.read("to/A.dwg"), "old") << "question " << number;
+    }
 }
 
 TEST_F(CopyOutTest, NoSkipsThatDrawingOnly)

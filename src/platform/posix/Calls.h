@@ -115,9 +115,24 @@ inline int flock(int file, int operation)
     return fails(FileStep::Lock) ? -1 : ::flock(file, operation);
 }
 
+inline int access(const char* path, int mode)
+{
+    return fails(FileStep::Status) ? -1 : ::access(path, mode);
+}
+
 inline int fchmod(int file, mode_t rights)
 {
     return fails(FileStep::Rights) ? -1 : ::fchmod(file, rights);
+}
+
+inline int fchown(int file, uid_t owner, gid_t group)
+{
+    return fails(FileStep::Rights) ? -1 : ::fchown(file, owner, group);
+}
+
+inline int futimens(int file, const timespec* times)
+{
+    return fails(FileStep::Rights) ? -1 : ::futimens(file, times);
 }
 
 inline int rename(const char* from, const char* to)

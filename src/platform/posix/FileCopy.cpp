@@ -1,5 +1,6 @@
 #include "platform/FileCopy.h"
 
+#include "platform/posix/Calls.h"
 #include "platform/posix/Descriptor.h"
 
 #include <cerrno>
@@ -18,10 +19,15 @@ constexpr std::size_t kChunk = 256 * 1024;
 constexpr mode_t kRights = 0777;
 constexpr mode_t kAnyoneMayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 
-std::optional<struct stat> statusOf(const std::string& path)
+/// Of what stands at the path, nothing where nothing does. Errors: Denied, Failed: nobody knows.
+Result<std::optional<struct stat>> statusOf(const std::string& path)
 {
     struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
+    if (calls::stat(path.c_str(), &status) == 0)
+        return std::optional(status);
+    if (errno == ENOENT)
+        return std::optional<struct stat>();
+    return writingError(path);
 }
 
 bool isSame(const struct stat& a, const struct stat& b)
@@ -29,12 +35,12 @@ bool isSame(const struct stat& a, const struct stat& b)
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-/// What a link leads to is what the copy replaces, not the link.
-std::string behindLinks(const std::string& path)
+/// What a link leads to is what the copy replaces, not the link. Errors: Denied, Failed.
+Result<std::string> behindLinks(const std::string& path)
 {
-    char* const real = ::realpath(path.c_str(), nullptr);
+    char* const real = calls::realpath(path.c_str());
     if (!real)
-        return path;
+        return writingError(path);
     const std::string found = real;
     std::free(real);
     return found;
@@ -46,22 +52,13 @@ std::string nameBeside(const std::string& target)
     return target.substr(0, target.rfind('/') + 1) + ".zelvora-" + std::to_string(::getpid()) + ".tmp";
 }
 
-/// As NotFound is told of the source, what is missing of the target is a failure.
-Error targetError(const std::string& path)
-{
-    Error error = systemError(path);
-    if (error.code == ErrorCode::NotFound)
-        error.code = ErrorCode::Failed;
-    return error;
-}
-
 /// The copy while it has not taken its place.
 class Beside {
 public:
     Beside(const std::string& target, mode_t rights) : m_path(nameBeside(target)), m_file(open(rights))
     {
         // Left by a run that was ended by force.
-        if (!m_file && errno == EEXIST && ::unlink(m_path.c_str()) == 0)
+        if (!m_file && errno == EEXIST && calls::unlink(m_path.c_str()) == 0)
             m_file = open(rights);
     }
     Beside(const Beside&) = delete;
@@ -69,20 +66,21 @@ public:
     ~Beside()
     {
         if (m_file && !m_placed)
-            ::unlink(m_path.c_str());
+            calls::unlink(m_path.c_str());
     }
 
     const Descriptor& file() const { return m_file; }
     bool takePlaceOf(const std::string& target)
     {
-        m_placed = ::rename(m_path.c_str(), target.c_str()) == 0;
+        m_placed = calls::rename(m_path.c_str(), target.c_str()) == 0;
         return m_placed;
     }
 
 private:
     Descriptor open(mode_t rights) const
     {
-        return Descriptor(::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights));
+        return Descriptor(
+            calls::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, rights));
     }
 
     std::string m_path;
@@ -95,7 +93,7 @@ Result<void> copyBytes(const Descriptor& source, const std::string& from, const 
 {
     std::vector<char> buffer(kChunk);
     for (;;) {
-        const ssize_t count = ::read(source.number(), buffer.data(), buffer.size());
+        const ssize_t count = calls::read(source.number(), buffer.data(), buffer.size());
         if (count == 0)
             return {};
         if (count < 0 && errno == EINTR)
@@ -113,7 +111,7 @@ Result<void> copyBytes(const Descriptor& source, const std::string& from, const 
 bool isSameFile(const std::string& a, const std::string& b)
 {
     const auto first = statusOf(a), second = statusOf(b);
-    return first && second && isSame(*first, *second);
+    return first && second && *first && *second && isSame(**first, **second);
 }
 
 Result<void> copyIntoPlace(const std::string& from, const std::string& to)
@@ -122,32 +120,37 @@ Result<void> copyIntoPlace(const std::string& from, const std::string& to)
     if (!source)
         return source.error();
     struct stat old {};
-    if (::fstat(source->number(), &old) != 0)
+    if (calls::fstat(source->number(), &old) != 0)
         return systemError(from);
-    const auto there = statusOf(to);
+    const auto asked = statusOf(to);
+    if (!asked)
+        return asked.error();
+    const std::optional<struct stat>& there = *asked;
     if (there) {
         if (isSame(old, *there))
             return {};
         if (!S_ISREG(there->st_mode))
             return Error{ErrorCode::Failed, to + ": not a regular file"};
-        if (!(there->st_mode & kAnyoneMayWrite) || ::access(to.c_str(), W_OK) != 0)
+        if (!(there->st_mode & kAnyoneMayWrite) || calls::access(to.c_str(), W_OK) != 0)
             return Error{ErrorCode::Denied, to + ": read-only"};
     }
-    const std::string target = there ? behindLinks(to) : to;
-    Beside copy(target, old.st_mode & kRights);
+    const Result<std::string> target = there ? behindLinks(to) : to;
+    if (!target)
+        return target.error();
+    Beside copy(*target, old.st_mode & kRights);
     if (!copy.file())
-        return targetError(to);
+        return writingError(to);
     if (const auto copied = copyBytes(*source, from, copy.file(), to); !copied)
         return copied;
     if (there) {
-        ::fchmod(copy.file().number(), there->st_mode & kRights);
-        static_cast<void>(::fchown(copy.file().number(), there->st_uid, there->st_gid) == 0);
+        calls::fchmod(copy.file().number(), there->st_mode & kRights);
+        static_cast<void>(calls::fchown(copy.file().number(), there->st_uid, there->st_gid) == 0);
     }
     const timespec times[2] = {old.st_atim, old.st_mtim};
-    ::futimens(copy.file().number(), times);
+    calls::futimens(copy.file().number(), times);
     // A disk on another machine may tell only now that it is full.
-    if (::fsync(copy.file().number()) != 0 || !copy.takePlaceOf(target))
-        return targetError(to);
+    if (calls::fsync(copy.file().number()) != 0 || !copy.takePlaceOf(*target))
+        return writingError(to);
     return {};
 }
 

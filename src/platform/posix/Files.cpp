@@ -225,29 +225,4 @@ Result<void> renameFile(const std::string& from, const std::string& to)
     return error;
 }
 
-Result<void> copyFile(const std::string& from, const std::string& to)
-{
-    Result<Descriptor> source = openForReading(from);
-    if (!source)
-        return source.error();
-    struct stat old {};
-    struct stat there {};
-    if (calls::fstat(source->number(), &old) == 0 && calls::stat(to.c_str(), &there) == 0 &&
-        old.st_dev == there.st_dev && old.st_ino == there.st_ino)
-        return Error{ErrorCode::Denied, to + ": is the file itself"};
-    Result<std::string> bytes = readAll(*source, from, kAnySize);
-    if (!bytes)
-        return bytes.error();
-    Result<Descriptor> target = openForWriting(to, O_WRONLY | O_TRUNC);
-    if (!target)
-        return target.error();
-    if (Result<void> written = writeAll(*target, to, *bytes); !written) {
-        calls::unlink(to.c_str());
-        return written;
-    }
-    const timespec times[2] = {old.st_atim, old.st_mtim};
-    ::futimens(target->number(), times);
-    return {};
-}
-
 } // namespace zv

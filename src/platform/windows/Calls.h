@@ -77,6 +77,22 @@ inline bool move(const std::string& from, const std::string& to)
            ::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_WRITE_THROUGH);
 }
 
+/// Gives a file its name, also where another one has it.
+inline bool moveOver(const std::string& from, const std::string& to)
+{
+    return !fails(FileStep::Rename) && ::MoveFileExW(widePath(from).c_str(), widePath(to).c_str(),
+                                                     MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
+inline bool copy(const std::string& from, const std::string& to)
+{
+    if (outcomeOf(FileStep::Write) != StepOutcome::Made) {
+        ::SetLastError(ERROR_DISK_FULL);
+        return false;
+    }
+    return ::CopyFileW(widePath(from).c_str(), widePath(to).c_str(), FALSE);
+}
+
 /// Lets an open file take the place of another in one step.
 inline bool replace(HANDLE file, FILE_RENAME_INFO* name, DWORD size)
 {

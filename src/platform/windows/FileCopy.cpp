@@ -44,20 +44,18 @@ Result<void> copyIntoPlace(const std::string& from, const std::string& to)
         return Error{ErrorCode::NotFound, from + ": no such file"};
     if (isSameFile(from, to))
         return {};
-    const DWORD attributes = ::GetFileAttributesW(widePath(to).c_str());
+    const DWORD attributes = calls::attributes(to);
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
         return Error{ErrorCode::Denied, to + ": read-only"};
-    const std::wstring beside = widePath(nameBeside(to));
+    const std::string beside = nameBeside(to);
     // A source that is read-only makes a copy that is, so that what a run that was ended by force has left
     // could not be written over.
-    ::SetFileAttributesW(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
-    if (::CopyFileW(widePath(from).c_str(), beside.c_str(), FALSE) &&
-        ::MoveFileExW(beside.c_str(), widePath(to).c_str(),
-                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+    calls::setAttributes(beside, FILE_ATTRIBUTE_NORMAL);
+    if (calls::copy(from, beside) && calls::moveOver(beside, to))
         return {};
     const Error error = targetError(to);
-    ::SetFileAttributesW(beside.c_str(), FILE_ATTRIBUTE_NORMAL);
-    ::DeleteFileW(beside.c_str());
+    calls::setAttributes(beside, FILE_ATTRIBUTE_NORMAL);
+    calls::remove(beside);
     return error;
 }
 

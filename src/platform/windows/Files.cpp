@@ -263,13 +263,4 @@ Result<void> renameFile(const std::string& from, const std::string& to)
     return {};
 }
 
-Result<void> copyFile(const std::string& from, const std::string& to)
-{
-    if (!fileExists(from))
-        return Error{ErrorCode::NotFound, from + ": no such file"};
-    if (!::CopyFileW(widePath(from).c_str(), widePath(to).c_str(), FALSE))
-        return writingError(to);
-    return {};
-}
-
 } // namespace zv
