@@ -22,11 +22,12 @@ RunningProgram::RunningProgram(Folders folders, Messages& messages)
     : m_folders(std::move(folders)), m_messages(messages)
 {
     m_profileRetry.setInterval(kProfileRetryMs);
-    connect(&m_profileRetry, &QTimer::timeout, this, [this] {
-        if (!profileWrites().retry())
-            m_profileRetry.stop();
+    connect(&m_profileRetry, &QTimer::timeout, this, &RunningProgram::retryProfiles);
+    profileWrites().whenWaiting([this] {
+        if (!m_endHold)
+            m_endHold.emplace();
+        m_profileRetry.start();
     });
-    profileWrites().whenWaiting([this] { m_profileRetry.start(); });
 }
 
 RunningProgram::~RunningProgram()
@@ -34,6 +35,17 @@ RunningProgram::~RunningProgram()
     qDeleteAll(m_loaded);
     profileWrites().whenWaiting({});
     profileWrites().end(kLastPatience);
+}
+
+void RunningProgram::retryProfiles()
+{
+    if (endIsRequested())
+        profileWrites().end(kLastPatience);
+    else if (profileWrites().retry())
+        return;
+    m_profileRetry.stop();
+    // A signal that came meanwhile is carried out here.
+    m_endHold.reset();
 }
 
 void RunningProgram::add(const QString& name, Factory factory)

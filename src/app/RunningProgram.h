@@ -1,6 +1,7 @@
 #pragma once
 
 #include "config/PublicValues.h"
+#include "platform/EndRequest.h"
 #include "window/BrowserFields.h"
 #include "window/Program.h"
 
@@ -11,6 +12,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace zv {
 
@@ -54,6 +56,7 @@ Q_SIGNALS:
 
 private:
     bool takeOut(const QString& name);
+    void retryProfiles();
 
     Folders m_folders;
     Messages& m_messages;
@@ -64,6 +67,7 @@ private:
     QHash<QString, Window*> m_loaded;
     QSet<QString> m_unloading;
     int m_exitStatus = 0;
+    std::optional<EndRequestHold> m_endHold; ///< No signal ends the program while a setting waits.
     QTimer m_profileRetry; ///< Runs while a setting waits for a profile that another program holds.
 };
 

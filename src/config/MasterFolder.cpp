@@ -13,24 +13,31 @@ namespace zv {
 
 namespace {
 
-/// Over no profile that another program has made there meanwhile.
-void copyProfile(const std::string& from, const std::string& to)
+/// Copies a profile, but over none that another program has made there meanwhile. False when it failed.
+bool copyProfile(const std::string& from, const std::string& to)
 {
-    if (const Result<std::string> bytes = readFile(from))
-        static_cast<void>(createFile(to, *bytes).ok());
+    const Result<std::string> bytes = readFile(from);
+    if (!bytes)
+        return bytes.error().code == ErrorCode::NotFound;
+    const Result<void> made = createFile(to, *bytes);
+    return made || made.error().code == ErrorCode::Busy;
 }
 
 // The profile comes last: a folder that has one is taken as it is, so that until then a move that was cut
 // off is begun anew. The names come from the old master folder, the files from the installation folder: a
-// library of another master folder does not move.
-void seed(const std::string& installationFolder, const std::string& folder)
+// library of another master folder does not move. False when there may be a profile that was not copied.
+bool seed(const std::string& installationFolder, const std::string& folder)
 {
     for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
         static_cast<void>(copyIntoPlace(joinPath(installationFolder, name), joinPath(folder, name)).ok());
-    for (const std::string& name : filesIn(installationFolder, ".ini").valueOr({})) {
+    const auto profiles = filesIn(installationFolder, ".ini");
+    if (!profiles)
+        return false;
+    for (const std::string& name : *profiles) {
         if (sameName(name, kProfileName))
-            copyProfile(joinPath(installationFolder, name), joinPath(folder, kProfileName));
+            return copyProfile(joinPath(installationFolder, name), joinPath(folder, kProfileName));
     }
+    return true;
 }
 
 /// Not known of a folder that cannot be listed.
@@ -45,11 +52,12 @@ bool lacksProfile(const std::string& folder)
 
 void moveMasterFolder(const std::string& installationFolder, const std::string& folder, PublicValues& values)
 {
-    if (lacksProfile(folder))
-        seed(installationFolder, folder);
+    const bool hasItsProfile = !lacksProfile(folder) || seed(installationFolder, folder);
     values.MasterPath = folder;
     const Profiles profiles(installationFolder, values);
-    profiles.write(keys::zvypath::writeMasterZVRpath, folder);
+    // A new profile that holds nothing but this would pass for the office's from then on.
+    if (hasItsProfile)
+        profiles.write(keys::zvypath::writeMasterZVRpath, folder);
     profiles.write(keys::zvypath::writeInstallationZVRpath, folder);
 }
 

@@ -5,6 +5,7 @@
 
 #include <QTest>
 
+#include <csignal>
 #include <optional>
 
 namespace zv {
@@ -42,6 +43,42 @@ TEST_F(BusyProfileTest, ASettingIsWrittenAtTheLatestBeforeTheProgramEnds)
     held.reset();
     program.reset();
     EXPECT_TRUE(isWritten());
+}
+
+/// What a signal does to this process is seen instead.
+class SignalledProgramTest : public BusyProfileTest {
+protected:
+    SignalledProgramTest() : m_before(std::signal(SIGTERM, [](int) { ended = true; })) { ended = false; }
+    ~SignalledProgramTest() override { std::signal(SIGTERM, m_before); }
+
+    static inline bool ended = false;
+
+private:
+    void (*m_before)(int);
+};
+
+TEST_F(SignalledProgramTest, IsEndedOnceTheSettingIsWritten)
+{
+    ASSERT_EQ(::raise(SIGTERM), 0);
+    EXPECT_FALSE(ended);
+    held.reset();
+    EXPECT_TRUE(QTest::qWaitFor([] { return ended; }));
+    EXPECT_TRUE(isWritten());
+}
+
+TEST_F(SignalledProgramTest, IsEndedAllTheSameWhereTheProfileStaysBusy)
+{
+    ASSERT_EQ(::raise(SIGTERM), 0);
+    EXPECT_TRUE(QTest::qWaitFor([] { return ended; }));
+    EXPECT_EQ(folder.read("user.ini"), old);
+}
+
+TEST_F(SignalledProgramTest, IsEndedAtOnceWhereNothingWaits)
+{
+    held.reset();
+    ASSERT_TRUE(QTest::qWaitFor([this] { return isWritten(); }));
+    ASSERT_EQ(::raise(SIGTERM), 0);
+    EXPECT_TRUE(ended);
 }
 
 TEST_F(BusyProfileTest, AtTheEndASettingIsGivenUpWhereTheProfileStaysBusy)

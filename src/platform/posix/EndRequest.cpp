@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::array kRequests = {SIGTERM, SIGINT, SIGHUP};
 
-bool g_held = false;
+int g_holds = 0;
 std::array<int, 2> g_pipe = {-1, -1};
 volatile std::sig_atomic_t g_request = 0;
 std::array<struct sigaction, kRequests.size()> g_before;
@@ -28,11 +28,10 @@ void note(int request)
 
 } // namespace
 
-EndRequestHold::EndRequestHold() : m_isOuter(!g_held)
+EndRequestHold::EndRequestHold()
 {
-    if (!m_isOuter)
+    if (g_holds++ > 0)
         return;
-    g_held = true;
     g_request = 0;
     if (::pipe2(g_pipe.data(), O_CLOEXEC | O_NONBLOCK) != 0)
         g_pipe = {-1, -1};
@@ -49,7 +48,7 @@ EndRequestHold::EndRequestHold() : m_isOuter(!g_held)
 
 EndRequestHold::~EndRequestHold()
 {
-    if (!m_isOuter)
+    if (--g_holds > 0)
         return;
     for (std::size_t i = 0; i < kRequests.size(); ++i)
         ::sigaction(kRequests[i], &g_before[i], nullptr);
@@ -58,9 +57,13 @@ EndRequestHold::~EndRequestHold()
             ::close(end);
         end = -1;
     }
-    g_held = false;
     if (g_request != 0)
         ::raise(g_request);
+}
+
+bool endIsRequested()
+{
+    return g_holds > 0 && g_request != 0;
 }
 
 int endRequestDescriptor()

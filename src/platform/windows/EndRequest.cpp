@@ -2,9 +2,14 @@
 
 namespace zv {
 
-EndRequestHold::EndRequestHold() : m_isOuter(false) {}
+EndRequestHold::EndRequestHold() = default;
 
 EndRequestHold::~EndRequestHold() = default;
+
+bool endIsRequested()
+{
+    return false;
+}
 
 int endRequestDescriptor()
 {
