@@ -41,24 +41,29 @@ std::string commandName(const std::string& entry)
     return upper(std::string_view(entry).substr(std::min(entry.find_first_not_of("_.'"), entry.size())));
 }
 
+std::string continuing(int open)
+{
+    return "(" + std::to_string(open) + ">";
+}
+
 } // namespace
 
 /// How many brackets and texts of an expression are still open; 0 when none is being typed.
-int CommandLine::openBrackets() const
+int CommandLine::openBrackets(std::string_view typed) const
 {
-    const std::size_t first = m_typed.find_first_not_of(kBlanks);
-    if (first == std::string::npos || m_typed[first] != '(' || (m_command && m_command->prompt().takesBlanks))
+    const std::size_t first = typed.find_first_not_of(kBlanks);
+    if (first == std::string::npos || typed[first] != '(' || (m_command && m_command->prompt().takesBlanks))
         return 0;
     int open = 0;
     bool inText = false;
-    for (std::size_t at = first; at < m_typed.size(); ++at) {
-        if (inText && m_typed[at] == '\\')
+    for (std::size_t at = first; at < typed.size(); ++at) {
+        if (inText && typed[at] == '\\')
             ++at;
-        else if (m_typed[at] == '"')
+        else if (typed[at] == '"')
             inText = !inText;
-        else if (!inText && m_typed[at] == '(')
+        else if (!inText && typed[at] == '(')
             ++open;
-        else if (!inText && m_typed[at] == ')')
+        else if (!inText && typed[at] == ')')
             --open;
     }
     return std::max(open, 1);
@@ -66,8 +71,8 @@ int CommandLine::openBrackets() const
 
 Prompt CommandLine::prompt() const
 {
-    if (const int open = openBrackets(); open > 0)
-        return {"(" + std::to_string(open) + ">", true, false, {}};
+    if (const int open = openBrackets(m_typed); open > 0)
+        return {continuing(open), true, false, {}};
     return m_command ? m_command->prompt() : Prompt{"Command:", false, false, {}};
 }
 
@@ -92,9 +97,10 @@ bool CommandLine::pick(const dwg::Point3& point)
 
 void CommandLine::cancel()
 {
-    if (m_command || openBrackets() > 0)
+    if (m_command || openBrackets(m_typed) > 0)
         m_workshop.front().write("*Cancel*");
     m_typed.clear();
+    m_echoed = 0;
     stop();
     changed();
 }
@@ -102,6 +108,7 @@ void CommandLine::cancel()
 void CommandLine::run(std::unique_ptr<Command> command)
 {
     m_typed.clear();
+    m_echoed = 0;
     stop();
     begin(std::move(command));
     changed();
@@ -176,15 +183,19 @@ bool CommandLine::takeExpression()
     LispItem item;
     std::size_t used = 0;
     const LispOutcome outcome = readLisp(m_typed, item, used);
-    if (outcome == LispOutcome::Incomplete)
+    if (outcome == LispOutcome::Incomplete) {
+        if (m_typed.size() > m_echoed && kEnds.find(m_typed.back()) != std::string_view::npos)
+            echo(m_typed.size());
         return false;
+    }
     if (outcome == LispOutcome::Malformed) {
         m_typed.clear();
+        m_echoed = 0;
         m_workshop.front().write("; error: malformed expression");
         return false;
     }
-    m_workshop.front().write((m_command ? m_command->prompt().text : "Command:") + " " +
-                             m_typed.substr(0, used));
+    echo(used);
+    m_echoed = 0;
     // The Enter behind an expression belongs to it.
     if (used < m_typed.size() && m_typed.find_first_of("\r\n ", used) == used)
         ++used;
@@ -194,6 +205,17 @@ bool CommandLine::takeExpression()
         stop();
     evaluate(item);
     return true;
+}
+
+/// Writes what was typed of an expression, up to `end`, to the history, behind the prompt that it stood at.
+void CommandLine::echo(std::size_t end)
+{
+    std::string text = m_typed.substr(m_echoed, end - m_echoed);
+    text.erase(text.find_last_not_of(kEnds) + 1);
+    const std::string command = m_command ? m_command->prompt().text : "Command:";
+    const int open = openBrackets(std::string_view(m_typed).substr(0, m_echoed));
+    m_workshop.front().write((open > 0 ? continuing(open) : command) + " " + text);
+    m_echoed = end;
 }
 
 void CommandLine::evaluate(const LispItem& item)

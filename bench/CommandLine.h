@@ -43,7 +43,8 @@ private:
         AutomationValue value;
     };
 
-    int openBrackets() const;
+    int openBrackets(std::string_view typed) const;
+    void echo(std::size_t end);
     void advance();
     bool advanceScript();
     bool advanceTyped();
@@ -63,6 +64,7 @@ private:
     std::deque<ScriptItem> m_script;
     bool m_paused = false; ///< The script waits for the user's answer to one prompt.
     std::string m_typed;
+    std::size_t m_echoed = 0; ///< As far as the history has it already, of an expression that is not closed.
     std::string m_lastName;
     bool m_advancing = false;
 };

@@ -31,6 +31,19 @@ TEST_F(Prompts, AnOpenExpressionCountsItsBracketsAndEscapeEndsIt)
     EXPECT_EQ(prompt(), "Specify center point for circle:");
 }
 
+TEST_F(Prompts, EachLineOfAnExpressionIsSeenAsItIsEntered)
+{
+    line.type("(setvar\r");
+    EXPECT_EQ(history.back(), "Command: (setvar");
+    line.type("\"DIMSCALE\"\r");
+    EXPECT_EQ(history.back(), "(1> \"DIMSCALE\"");
+    const std::size_t before = history.size();
+    line.type("24)\r");
+    EXPECT_EQ(history[before], "(1> 24)");
+    line.type("(princ\r");
+    EXPECT_EQ(history.back(), "Command: (princ");
+}
+
 TEST_F(Prompts, AnExpressionMayBeClosedLater)
 {
     line.type("(setvar \"DIMSCALE\"\r");
