@@ -1,5 +1,5 @@
 #pragma once
-// What nearly every window includes; compiled once for each library of windows.
+// What nearly every window includes; compiled once for all libraries of windows.
 #include <QtWidgets/QtWidgets>
 #include <memory>
 #include <string>
