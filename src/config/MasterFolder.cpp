@@ -23,13 +23,10 @@ bool copyProfile(const std::string& from, const std::string& to)
     return made || made.error().code == ErrorCode::Busy;
 }
 
-// The profile comes last: a folder that has one is taken as it is, so that until then a move that was cut
-// off is begun anew. The names come from the old master folder, the files from the installation folder: a
-// library of another master folder does not move. False when there may be a profile that was not copied.
-bool seed(const std::string& installationFolder, const std::string& folder)
+/// Copies the profile of the installation folder if it has one. False when there may be one that was not
+/// copied.
+bool seedProfile(const std::string& installationFolder, const std::string& folder)
 {
-    for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
-        static_cast<void>(copyIntoPlace(joinPath(installationFolder, name), joinPath(folder, name)).ok());
     const auto profiles = filesIn(installationFolder, ".ini");
     if (!profiles)
         return false;
@@ -38,6 +35,16 @@ bool seed(const std::string& installationFolder, const std::string& folder)
             return copyProfile(joinPath(installationFolder, name), joinPath(folder, kProfileName));
     }
     return true;
+}
+
+// The names come from the old master folder, the files from the installation folder: a library of another
+// master folder does not move.
+bool seed(const std::string& installationFolder, const std::string& folder)
+{
+    const bool hasItsProfile = seedProfile(installationFolder, folder);
+    for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
+        static_cast<void>(copyIntoPlace(joinPath(installationFolder, name), joinPath(folder, name)).ok());
+    return hasItsProfile;
 }
 
 /// Not known of a folder that cannot be listed.
