@@ -134,10 +134,11 @@ TEST_F(ThumbnailTest, OrdinaryPictureIsKeptWholeUntilItsLinesAreStretched)
 /// Whether the cell's middle comes to this colour; what it reads anew may take a moment.
 bool middleBecomes(DwgThumbnail& cell, QColor color)
 {
-    return QTest::qWaitFor([&cell, color] {
+    const auto becomes = [&cell, color] {
         const QImage shown = cell.grab().toImage();
         return shown.pixelColor(shown.rect().center()) == color;
-    });
+    };
+    return QTest::qWaitFor(becomes, 30'000);
 }
 
 TEST_F(ThumbnailTest, LargerPictureIsReadAgainForAnotherGroundAndKeptAsPaintedWhenItHasGone)
