@@ -33,8 +33,8 @@ constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
 
 // Heights in pixels.
 constexpr int kFrameMargins = 12;
-constexpr int kLeastBox = 90; ///< Width in which the name of a library can be told.
-constexpr int kNarrow = 290;  ///< Width of a window whose tabs need every pixel.
+constexpr int kLeastBox = 90;          ///< Width in which the name of a library can be told.
+constexpr int kNarrow = 290;           ///< Width of a window whose tabs need every pixel.
 constexpr int kPage = 40;              ///< Of the tools, with their captions left out.
 constexpr int kLowPage = 26;           ///< The same where every pixel counts.
 constexpr int kLowestWithStatus = 260; ///< What stands above the action area, and the status bar.
@@ -126,16 +126,15 @@ void Zelvora::fitToRoom()
     Resizer1->setLeast(Picture4, {0, ActionRows->heightForWidth(room)});
 
     const int row = fontMetrics().height() + 2;
-    const int list =
-        2 * row + 2 * List1->frameWidth() + List1->horizontalScrollBar()->sizeHint().height();
+    const int list = 2 * row + 2 * List1->frameWidth() + List1->horizontalScrollBar()->sizeHint().height();
     const int frame = Frame1->naturalCaptionHeight() + kFrameMargins + list;
     Resizer1->setLeast(Frame1, {Frame1->fontMetrics().horizontalAdvance(Frame2->title()) + 32, frame});
     Resizer1->setLeast(List1, {0, list});
     // The box of libraries is worth more than the word before it, and so are the tabs than a mark's.
-    const int rowWidth = width() * Resizer1->designPlace(LibraryRow).width() * kTwipsPerPixel /
-                         kMainWindowDesign.width();
-    LabelLibrary->setVisible(rowWidth > LabelLibrary->sizeHint().width() + Command4->sizeHint().width() +
-                                            kLeastBox);
+    const int rowWidth =
+        width() * Resizer1->designPlace(LibraryRow).width() * kTwipsPerPixel / kMainWindowDesign.width();
+    LabelLibrary->setVisible(rowWidth >
+                             LabelLibrary->sizeHint().width() + Command4->sizeHint().width() + kLeastBox);
     Check2->setText(width() < kNarrow ? QString() : tr("On top"));
     const QSize mark(Check2->sizeHint().width(), row + 6);
     Resizer1->setLeast(Check2, mark);

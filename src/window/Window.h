@@ -36,8 +36,8 @@ public:
     /// Puts the window above all others, or takes it down. It stays where it is, shown or hidden.
     void setTopmost(bool topmost);
     bool isTopmost() const { return m_topmost; }
-    /// For a dialog that stands on top whatever the user wants: puts it there now, and again after each of its
-    /// messages.
+    /// For a dialog that stands on top whatever the user wants: puts it there now, and again after each of
+    /// its messages.
     void stayOnTop();
 
 protected:
