@@ -77,9 +77,9 @@ void Tour::keep(const QPixmap& picture, const QString& name)
         std::fprintf(stderr, "zelvora-tour: %s cannot be written\n", qPrintable(file));
 }
 
-bool Tour::chooseLibrary(const QString& name)
+bool Tour::chooseLibrary(const QString& name, const char* window)
 {
-    auto* libraries = qobject_cast<QComboBox*>(control("Combo1"));
+    auto* libraries = qobject_cast<QComboBox*>(control("Combo1", window));
     const int index = libraries ? libraries->findText(name) : -1;
     if (index < 0)
         return false;

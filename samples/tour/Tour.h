@@ -28,7 +28,7 @@ public:
     QWidget* control(const char* name, const char* window = "Zelvora") const;
     /// Waits until a window is shown.
     bool appears(const char* window);
-    bool chooseLibrary(const QString& name);
+    bool chooseLibrary(const QString& name, const char* window = "Zelvora");
     void click(const char* name, const char* window = "Zelvora");
     void enter(const char* field, const QString& text, const char* window);
     void doubleClick(const char* name);

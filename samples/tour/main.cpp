@@ -16,7 +16,6 @@
 #include "window/TextBytes.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
@@ -211,14 +210,15 @@ void pickPoint(Tour& tour, const QString& name, const QString& x, const QString&
     zv::tour::xdotool({QStringLiteral("key"), QStringLiteral("Return")});
 }
 
-/// Searches a word over all libraries and places a drawing that was found.
+/// Searches a word in a library and places a drawing that was found.
 bool searchAndPlace(Tour& tour, const Bench& bench)
 {
     tour.click("Command4");
     auto* results = qobject_cast<QListWidget*>(tour.control("List1", "Search"));
     if (!results)
         return false;
-    qobject_cast<QCheckBox*>(tour.control("Check1", "Search"))->setChecked(true);
+    if (!tour.chooseLibrary(QStringLiteral("Plumbing Fixtures"), "Search"))
+        return false;
     qobject_cast<QLineEdit*>(tour.control("Text1", "Search"))->setText(QStringLiteral("valve"));
     tour.click("Command11", "Search");
     if (results->count() == 0) {
@@ -226,7 +226,7 @@ bool searchAndPlace(Tour& tour, const Bench& bench)
         return false;
     }
     results->setCurrentRow(0);
-    tour.picture(QStringLiteral("searched-all-libraries"), "Search");
+    tour.picture(QStringLiteral("searched"), "Search");
     qobject_cast<QRadioButton*>(tour.control("Option2", "Search"))->setChecked(true);
     tour.click("Command3", "Search");
     pickPoint(tour, QStringLiteral("bench-asks-where-the-hit-goes"), QStringLiteral("420"),
