@@ -6,6 +6,7 @@
 #include "queue/CopyOut.h"
 #include "queue/QueueFile.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QListWidget>
 #include <benchmark/benchmark.h>
