@@ -196,7 +196,9 @@ void DwgThumbnail::readAgain()
             [path = toBytes(m_fileName), room = pictureRoom()] { return readThumbnail(path, room); });
     if (m_slow || m_reading.wait_for(kAtOnce) != std::future_status::ready) {
         m_slow = true;
-        m_look.start(kLookMs, this);
+        // A cell that is painted over and over would put off each look before it comes.
+        if (!m_look.isActive())
+            m_look.start(kLookMs, this);
         return;
     }
     m_picture = m_reading.get().valueOr(QImage());

@@ -1,5 +1,6 @@
 #include "host/DialogFixture.h"
 
+#include "host/CommandText.h"
 #include "platform/Files.h"
 
 #include <algorithm>
@@ -184,10 +185,11 @@ TEST_F(Attaching, ACopyIsMadeUnderTheNameInCapitalsAndAttached)
     place.run("");
     attach();
     EXPECT_EQ(folder.read("BOLT.DWG"), "drawing");
-    EXPECT_EQ(events, (kDialogFound + kActivated + Events{"remember " + folder.path()} + kHostShown +
-                       Events{typed("(command \"._xref\" \"Attach\"\"" + folder.file("BOLT.DWG") +
-                                    "\"\"X\"\"1.00\"\"Y\"\"2\"\"Z\"\"3\"\"R\"\"0.00\")<CR>")} +
-                       ended));
+    EXPECT_EQ(events,
+              (kDialogFound + kActivated + Events{"remember " + folder.path()} + kHostShown +
+               Events{typed("(command \"._xref\" \"Attach\"\"" + withForwardSlashes(folder.file("BOLT.DWG")) +
+                            "\"\"X\"\"1.00\"\"Y\"\"2\"\"Z\"\"3\"\"R\"\"0.00\")<CR>")} +
+               ended));
 }
 
 TEST_F(Attaching, ACopyThatFailsLeavesTheOldTargetAndTheAttachGoesOnWithIt)
@@ -199,7 +201,7 @@ TEST_F(Attaching, ACopyThatFailsLeavesTheOldTargetAndTheAttachGoesOnWithIt)
     place.run("");
     attach();
     EXPECT_EQ(folder.read("GONE.DWG"), "old");
-    EXPECT_NE(events[events.size() - 5].find(folder.file("GONE.DWG")), std::string::npos);
+    EXPECT_NE(events[events.size() - 5].find(withForwardSlashes(folder.file("GONE.DWG"))), std::string::npos);
 }
 
 TEST_F(Attaching, WithoutAFolderItIsToldAndTheDialogComesBackAsItWasCalled)

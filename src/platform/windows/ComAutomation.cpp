@@ -32,7 +32,8 @@ public:
     /// meanwhile. `task` must own all that it uses, for a call that is given up is left to itself. With a
     /// limit so is one that takes longer. Errors: Cancelled, the wait was given up; Failed, the limit has
     /// passed.
-    template <class Task> auto ask(Task task, milliseconds limit = milliseconds::max()) -> decltype(task())
+    template <class Task>
+    auto ask(Task task, std::optional<milliseconds> limit = std::nullopt) -> decltype(task())
     {
         return untilFree(m_waiting, [&]() -> decltype(task()) {
             const auto begun = m_waiting.patience.now();
@@ -43,7 +44,7 @@ public:
                     leaveThread();
                     return Waiting::givenUp();
                 }
-                if (m_waiting.patience.now() - begun >= limit) {
+                if (limit && m_waiting.patience.now() - begun >= *limit) {
                     leaveThread();
                     return Error{ErrorCode::Failed, "the program did not answer in time"};
                 }

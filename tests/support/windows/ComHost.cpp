@@ -73,14 +73,6 @@ private:
     std::vector<DWORD> m_running, m_classes;
 };
 
-/// Answers what calls there are, after waiting for one for at most `timeoutMs`.
-void serve(DWORD timeoutMs)
-{
-    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs, QS_ALLINPUT);
-    for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
-        ::DispatchMessageW(&message);
-}
-
 } // namespace
 
 int main(int argc, char** argv)
@@ -99,13 +91,13 @@ int main(int argc, char** argv)
         std::erase_if(model.listening, [&](const HostModel::Listening& door) {
             return passed >= std::chrono::milliseconds(door.afterMs) && doors.open(door.name);
         });
-        serve(model.listening.empty() ? 100 : 20);
+        serveCalls(model.listening.empty() ? 100 : 20);
         // The test that wrote the script takes it away when it has ended.
         if (::_access(argv[1], 0) != 0)
             break;
     }
     // Nobody may find a host that is about to end, but its last answer still goes out.
     doors.closeAll();
-    serve(life.ends ? 200 : 0);
+    serveCalls(life.ends ? 200 : 0);
     ::TerminateProcess(::GetCurrentProcess(), 0);
 }

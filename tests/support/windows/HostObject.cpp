@@ -20,7 +20,8 @@ const char* const kMembers[] = {"version",     "caption",     "visible",        
                                 "blocks",      "utility",     "objectsnapmode", "activespace",
                                 "name",        "isxref",      "islayout",       "sendcommand",
                                 "getvariable", "setvariable", "getpoint",       "translatecoordinates",
-                                "getstring"};
+                                "getstring",   "application", "documents",      "open",
+                                "add",         "close"};
 
 /// Counts for a COM object, which deletes itself with the last one.
 template <class Interface> class Counted : public Interface {
@@ -260,8 +261,9 @@ HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, E
         m_rejected = !m_rejected;
         return m_rejected ? RPC_E_CALL_REJECTED : RPC_E_SERVERCALL_RETRYLATER;
     case HostModel::Outcome::Silent:
-        ::Sleep(INFINITE);
-        return E_FAIL;
+        // It still answers others, as a program does that asks its user something.
+        for (;;)
+            serveCalls(INFINITE);
     case HostModel::Outcome::Garbage:
         if (answer != nullptr)
             answer->vt = VT_CY;
@@ -315,6 +317,13 @@ void HostObject::put(const HostModel::Value& value, VARIANT& answer)
 IDispatch* makeHostObject(HostModel& model, HostLife& life, const HostModel::Object& object)
 {
     return new HostObject(model, life, object);
+}
+
+void serveCalls(DWORD timeoutMs)
+{
+    ::MsgWaitForMultipleObjects(0, nullptr, FALSE, timeoutMs, QS_ALLINPUT);
+    for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
+        ::DispatchMessageW(&message);
 }
 
 } // namespace zv::test

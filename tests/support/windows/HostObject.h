@@ -15,4 +15,7 @@ struct HostLife {
 /// outlive it.
 IDispatch* makeHostObject(HostModel& model, HostLife& life, const HostModel::Object& object);
 
+/// Answers what calls there are, after waiting for one for at most `timeoutMs`.
+void serveCalls(DWORD timeoutMs);
+
 } // namespace zv::test
