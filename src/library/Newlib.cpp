@@ -154,7 +154,8 @@ void Newlib::enterExisting()
 
 void Newlib::chooseExisting()
 {
-    setInPlay(Text5, true);
+    // Its ground stays: there is no row yet whose label it could show.
+    Text5->setEnabled(true);
     Command5->setEnabled(true);
     Text1->clear();
     setInPlay(Text1, false);
@@ -234,18 +235,17 @@ void Newlib::clickFile(int row)
 }
 
 /// Shows a drawing's preview, size and properties. When something of it cannot be read, `told` is what the
-/// user is told of, and the size shown stays. False then.
-bool Newlib::showDrawing(const std::string& path, const std::string& told)
+/// user is told of, and the size shown stays. A row without a path shows nothing, and the texts stay.
+void Newlib::showDrawing(const std::string& path, const std::string& told)
 {
-    const bool shown = DwgThumbnail1->setDrawing(path) && readDrawing(path);
+    const bool shown = (DwgThumbnail1->setDrawing(path) && readDrawing(path)) || path.empty();
     setRedText(Text3, !shown);
     setRedText(Text4, !shown);
     if (shown)
-        return true;
+        return;
     Text3->setPlainText(toText("Error Loading: " + told));
     Text4->setPlainText(QStringLiteral("NA"));
     static_cast<void>(DwgThumbnail1->setDrawing(joinPath(program().folders().installation, "failed.dwg")));
-    return false;
 }
 
 bool Newlib::readDrawing(const std::string& path)

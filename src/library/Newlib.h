@@ -119,6 +119,7 @@ private:
     // The list.
     bool readList(std::vector<std::string>& paths);
     bool fillList();
+    void showChanged();
     void tellTooLong();
     void takePaths();
     void add();
@@ -129,7 +130,7 @@ private:
     void clickFile(int row);
     void clickList(int row);
     void showLabel(int row);
-    bool showDrawing(const std::string& path, const std::string& told);
+    void showDrawing(const std::string& path, const std::string& told);
     bool readDrawing(const std::string& path);
     void blankDetails();
 

@@ -254,6 +254,11 @@ void Newlib::connectHandlers()
         connect(list, &PathList::rowSelected, this, click);
         connect(list, &PathList::rowClickedAgain, this, click);
     }
+    // Selecting all by the keys leaves the row as it is.
+    connect(File1, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!File1->selectedItems().isEmpty())
+            Command1->setEnabled(true);
+    });
     on(Command1, &Newlib::add);
     on(Command2, &Newlib::removeLine);
     on(Command3, &Newlib::removeAll);

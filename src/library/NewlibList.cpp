@@ -50,6 +50,13 @@ bool Newlib::fillList()
     return readList(paths);
 }
 
+/// The list is another one than the one that was shown: another user has changed it.
+void Newlib::showChanged()
+{
+    if (fillList())
+        Text7->setText(QString::number(List1->count()));
+}
+
 void Newlib::tellTooLong()
 {
     messages().show({ListPath + " would have more than " + std::to_string(kMostListLines) +
@@ -145,7 +152,7 @@ void Newlib::removeLine()
     takePaths();
     const auto removed = removeListLine(ListPath, std::size_t(row) + 1, path);
     if (!removed && removed.error().code == ErrorCode::Busy) {
-        fillList();
+        showChanged();
         return;
     }
     if (!wentWell(ListPath, removed))
@@ -203,7 +210,7 @@ void Newlib::move(int step)
     List1->setCurrentRow(target);
     const auto moved = moveListLine(ListPath, std::size_t(row) + 1, std::size_t(target) + 1, path);
     if (!moved && moved.error().code == ErrorCode::Busy)
-        fillList();
+        showChanged();
     else
         wentWell(ListPath, moved);
 }
@@ -218,8 +225,11 @@ void Newlib::relabel()
     const std::string path = toBytes(List1->item(row)->text());
     takePaths();
     const auto changed = changeListLabel(ListPath, std::size_t(row) + 1, toBytes(Text5->text()), path);
-    const bool another = !changed && changed.error().code == ErrorCode::Busy;
-    if ((!another && !wentWell(ListPath, changed)) || !fillList() || another)
+    if (!changed && changed.error().code == ErrorCode::Busy) {
+        showChanged();
+        return;
+    }
+    if (!wentWell(ListPath, changed) || !fillList())
         return;
     SelectedRow = std::int16_t(row + 1);
     List1->setCurrentRow(SelectedRow - 1);

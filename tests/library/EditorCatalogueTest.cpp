@@ -4,6 +4,7 @@
 #include "controls/PathList.h"
 #include "library/LibraryCombo.h"
 #include "platform/Files.h"
+#include "support/OneStepFails.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -317,6 +318,54 @@ TEST_F(EditorCatalogueTest, ALibraryWhoseListIsGoneIsDeletedFromTheCatalogue)
     ASSERT_TRUE(press("Command6"));
     EXPECT_EQ(profileBytes(), profileWith(0, {}));
     EXPECT_EQ(endedWith, -1);
+}
+
+TEST_F(EditorCatalogueTest, AListThatCannotBeDeletedEndsTheDeletionInSilence)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    ASSERT_TRUE(chooseIn("Combo3", "Doors"));
+    editor().EditMode = Newlib::ModeNew;
+    messages.yes = true;
+    {
+        const OneStepFails disk(FileStep::Delete, 0);
+        ASSERT_TRUE(press("Command6"));
+        ASSERT_TRUE(disk.wasReached());
+    }
+    EXPECT_EQ(messages.shown.size(), 1u) << "the question alone";
+    EXPECT_EQ(endedWith, -1);
+    EXPECT_EQ(editor().EditMode, Newlib::ModeNew);
+    EXPECT_EQ(listBytes("Doors"), linesOf(drawings(1)));
+    EXPECT_EQ(key(Master, "Library", "libnum"), "0");
+    EXPECT_TRUE(exists("$liblist.tmp"));
+    EXPECT_EQ(key(Master, "LibLoad", "del"), "(none)") << "what comes after it is left out";
+}
+
+TEST_F(EditorCatalogueTest, TheLibraryThatTheUserHadInViewStaysNotedThroughAWrite)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    setKey(User, "LibLoad", "LastLoad", "Doors");
+    rename("Doors", "Gates");
+    EXPECT_EQ(key(User, "LibLoad", "LastLoad"), "Doors");
+    ASSERT_TRUE(press("Command11"));
+    ASSERT_TRUE(appears("Zelvora"));
+    EXPECT_EQ(text("Combo1"), "Doors") << "a name that no library has any more";
+    EXPECT_EQ(rows("List1"), QStringList());
+    EXPECT_EQ(endedWith, -1);
+}
+
+TEST_F(EditorCatalogueTest, DoneInAnOpenLibraryAsksNothingAndKeepsItsList)
+{
+    makeLibrary("Doors", drawings(1));
+    open({"Doors"});
+    const std::string before = profileBytes();
+    ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+    ASSERT_TRUE(press("Command11"));
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_EQ(listBytes("Doors"), linesOf(drawings(1)));
+    EXPECT_EQ(profileBytes(), before);
+    EXPECT_TRUE(appears("Zelvora"));
 }
 
 TEST_F(EditorCatalogueTest, DoneOnANewNameAsksAndSaves)

@@ -91,6 +91,17 @@ TEST_F(EditorListTest, LabelsAreTheNamesInCapitalsWithoutTheirEnding)
     EXPECT_EQ(listBytes("New"), twice + ";A\r\n");
 }
 
+TEST_F(EditorListTest, AnEmptyLabelIsReadAsOne)
+{
+    const std::string path = drawings(1)[0];
+    ASSERT_TRUE(writeFile(listPath("Doors"), path + ";\r\n"));
+    open({"Doors"});
+    ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+    EXPECT_EQ(listed(), texts({path}));
+    ASSERT_TRUE(select(0));
+    EXPECT_EQ(shown("Text5"), "");
+}
+
 TEST_F(EditorListTest, AddWithNothingSelectedDoesNothing)
 {
     openDoors(2);
@@ -133,6 +144,23 @@ TEST_F(EditorListTest, ARowWithoutItsDrawingKeepsItsLabelAndTheSizeShown)
     EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), QString::fromStdString(installation + "/failed.dwg"));
     relabel("gone");
     EXPECT_EQ(listBytes("Doors"), linesOf(drawings(1)) + "/no/such.dwg;gone\r\n");
+}
+
+TEST_F(EditorListTest, ARowWithoutAPathBlanksThePreviewAndLeavesTheTexts)
+{
+    const std::string path = drawings(1)[0];
+    ASSERT_TRUE(writeFile(listPath("Doors"), linesOf({path}) + ";LOOSE\r\n"));
+    open({"Doors"});
+    ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+    EXPECT_EQ(listed(), (QStringList{QString::fromStdString(path), ""}));
+    ASSERT_TRUE(select(0));
+    const QString comments = shown("Text3"), size = shown("Text6");
+    ASSERT_TRUE(select(1));
+    EXPECT_EQ(shown("Text5"), "LOOSE");
+    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), "");
+    EXPECT_EQ(shown("Text3"), comments);
+    EXPECT_EQ(shown("Text6"), size);
+    EXPECT_NE(editor().Text3->palette().color(QPalette::Text), QColor(Qt::red));
 }
 
 TEST_F(EditorListTest, RemovingAMiddleRowSelectsTheOneThatMovedIntoTheGap)
@@ -196,14 +224,20 @@ TEST_F(EditorListTest, RemovingAllAsksAndEmptiesTheList)
 TEST_F(EditorListTest, RemovingAllFromANewLibraryEmptiesTheListOfItsName)
 {
     drawings(2);
+    folder.write("drawings/big.dwg", std::string(10240, 'x'));
     open({"Doors"});
     typeIn("Text1", "New");
-    ASSERT_TRUE(add({"D1.dwg", "D2.dwg"}));
+    ASSERT_TRUE(add({"D1.dwg", "D2.dwg", "big.dwg"}));
+    const std::int32_t added = editor().AddedKB;
+    ASSERT_GT(added, 0);
     ASSERT_TRUE(pick({"D1.dwg"}));
     messages.yes = true;
     ASSERT_TRUE(press("Command3"));
     EXPECT_EQ(listBytes("New"), "");
-    EXPECT_GT(editor().AddedKB, -1);
+    EXPECT_EQ(editor().AddedKB, added);
+    ASSERT_TRUE(pick({"D2.dwg"}));
+    ASSERT_TRUE(press("Command1"));
+    EXPECT_EQ(listBytes("New"), linesOf({drawings(2)[1]})) << "the emptied list is the one that grows";
 }
 
 TEST_F(EditorListTest, MovesChangeTheOrderInTheFile)
@@ -257,6 +291,7 @@ TEST_F(EditorListTest, AListThatAnotherUserChangedIsFilledAfreshAndNotWritten)
         ASSERT_TRUE(press(command));
         EXPECT_EQ(listBytes("Doors"), changed) << command;
         EXPECT_EQ(listed(), texts({paths[3], paths[0], paths[1], paths[2]})) << command;
+        EXPECT_EQ(shown("Text7"), "4") << command;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 
+#include "controls/CaptionFrame.h"
 #include "controls/DriveBox.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/FileList.h"
@@ -10,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -123,7 +125,9 @@ TEST_F(EditorModesTest, ChoosingALibraryShowsItsDrawings)
     EXPECT_EQ(editor().ListPath, listPath("Doors"));
     EXPECT_EQ(listed(), texts(drawings(3)));
     EXPECT_EQ(shown("Text7"), "3");
-    EXPECT_TRUE(inPlay("Text5") && usable("Command5"));
+    EXPECT_TRUE(usable("Text5") && usable("Command5"));
+    EXPECT_EQ(groundOf("Text5"), QApplication::palette().color(QPalette::Button))
+        << "no row has a label to show yet";
     for (const char* control : kSource)
         EXPECT_TRUE(inPlay(control)) << control;
     for (const char* control : {"Text1", "Text2", "Combo1", "Combo3"})
@@ -131,6 +135,22 @@ TEST_F(EditorModesTest, ChoosingALibraryShowsItsDrawings)
     EXPECT_FALSE(usable("Command4") || usable("Command6"));
     EXPECT_EQ(selectedRow(), -1);
     EXPECT_FALSE(usable("Command12"));
+}
+
+TEST_F(EditorModesTest, ChoosingAnotherLibraryBlanksTheDrawingInHandAndTheOtherNames)
+{
+    makeLibrary("Doors", drawings(2));
+    open({"Doors", "Windows"});
+    ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+    ASSERT_TRUE(select(1));
+    ASSERT_TRUE(chooseIn("Combo2", "Windows"));
+    EXPECT_EQ(listed(), QStringList());
+    EXPECT_EQ(shown("Text7"), "0");
+    EXPECT_EQ(shown("Text8"), "0 KB");
+    for (const char* text : {"Text1", "Text2", "Text3", "Text4"})
+        EXPECT_EQ(shown(text), "") << text;
+    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), "");
+    EXPECT_TRUE(editor().Combo2->isLocked());
 }
 
 TEST_F(EditorModesTest, ALibrarysSizeIsRoundedAtEveryDrawing)
@@ -313,6 +333,36 @@ TEST_F(EditorModesTest, AClickOnAFileShowsTheDrawing)
     EXPECT_NE(editor().Text3->palette().color(QPalette::Text), QColor(Qt::red));
 }
 
+TEST_F(EditorModesTest, OnlyDrawingsAreOfferedAndTheKeysSelectThemAll)
+{
+    std::filesystem::remove(folder.file("drawings/Placeholder.dwg"));
+    const auto paths = drawings(2);
+    folder.write("drawings/notes.txt", "no drawing");
+    open({});
+    typeIn("Text1", "N");
+    ASSERT_TRUE(pick({}));
+    EXPECT_EQ(rows("File1", "Newlib"), (QStringList{"D1.dwg", "D2.dwg"}));
+    EXPECT_FALSE(usable("Command1"));
+    QTest::keyClick(editor().File1, Qt::Key_A, Qt::ControlModifier);
+    ASSERT_TRUE(press("Command1"));
+    EXPECT_EQ(listBytes("N"), linesOf(paths));
+}
+
+TEST_F(EditorModesTest, OneDrawingIsToldInUnitsOfAThousandRoundedHalfToEven)
+{
+    const std::string path = drawings(1)[0];
+    makeLibrary("Doors", {path});
+    open({"Doors"});
+    ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+    for (const auto& [length, told] : {std::pair(10500, "10 KB"), std::pair(11500, "12 KB")}) {
+        std::filesystem::resize_file(path, length);
+        ASSERT_TRUE(select(0));
+        EXPECT_EQ(shown("Text6"), told);
+        ASSERT_TRUE(pick({"D1.dwg"}));
+        EXPECT_EQ(shown("Text6"), told);
+    }
+}
+
 TEST_F(EditorModesTest, AFileThatIsNoDrawingShowsThePlaceholderInRed)
 {
     const std::string path = folder.write("drawings/bad.dwg", "no drawing");
@@ -348,6 +398,50 @@ TEST_F(EditorModesTest, SetPathDisablesTheEditorForTheOtherWindow)
     EXPECT_FALSE(editor().isTopmost());
     program->unload("ZVYpath");
     editor().setEnabled(true);
+}
+
+TEST_F(EditorModesTest, EachButtonHasItsCaptionAndTip)
+{
+    open({});
+    const struct {
+        PictureButton* button;
+        const char* caption;
+        const char* tip;
+    } buttons[] = {{editor().Command1, "Add", "Add file to list"},
+                   {editor().Command2, "Remove", "Remove selected file from list"},
+                   {editor().Command3, "Remove All", "Remove all files from list"},
+                   {editor().Command4, "OK", "Rename Library"},
+                   {editor().Command5, "OK", "Rename Label"},
+                   {editor().Command6, "&Delete", "Delete Current Library"},
+                   {editor().Command7, "UP", "Move File Up in List"},
+                   {editor().Command8, "&Reset", "Discard"},
+                   {editor().Command9, "&Save", "Apply Changes"},
+                   {editor().Command10, "DN", "Move File Down in List"},
+                   {editor().Command11, "&Done", "Close and Save Changes"},
+                   {editor().Command12, "&Edit", "Edit AutoCAD DWGPROPS"},
+                   {editor().Command14, "&Set Path", "Set Path for Zelvora Libraries (*.lst)"}};
+    for (const auto& [button, caption, tip] : buttons) {
+        EXPECT_EQ(button->text(), caption);
+        EXPECT_EQ(button->toolTip(), tip);
+    }
+}
+
+TEST_F(EditorModesTest, EachFrameAndLabelHasItsCaption)
+{
+    open({});
+    QStringList captions;
+    for (const CaptionFrame* frame :
+         {editor().FrameNew, editor().FrameRename, editor().FrameDelete, editor().FramePath,
+          editor().FrameFiles, editor().FramePreview, editor().FrameProperties})
+        captions << frame->title();
+    for (const QLabel* label : {editor().LabelSelect, editor().LabelTo, editor().LabelLabel,
+                                editor().LabelFiles, editor().LabelSize, editor().LabelNote})
+        captions << label->text();
+    EXPECT_EQ(captions,
+              (QStringList{"Type New Library Name", "Rename Library", "Delete Library", "Set Library Path",
+                           "Add Drawing Files:", "Drawing Preview", "DWG Properties",
+                           "Or Select Existing Library", "To", "Drawing Label:", "Total Files:",
+                           "Total Size:", "Select the Edit button to modify DWGPROPS"}));
 }
 
 TEST_F(EditorModesTest, EveryControlCanBeReachedAndSaysWhatItIs)

@@ -69,6 +69,18 @@ protected:
     ActionServices services{{automation, *outside->splash, [](const std::string&) { return true; }}, {}, {}};
 };
 
+TEST_F(EditorPropertiesTest, AClickInEitherListShowsCommentsAndKeywords)
+{
+    openDoors(1);
+    const std::string drawing = drawings(1)[0];
+    describe(drawing, u"A door");
+    for (const bool inFolder : {true, false}) {
+        ASSERT_TRUE(inFolder ? pick({"D1.dwg"}) : select(0));
+        EXPECT_EQ(shown("Text3"), QString::fromStdString("Drawing Name: " + drawing + "\n\nA door"));
+        EXPECT_EQ(shown("Text4"), "new words");
+    }
+}
+
 TEST_F(EditorPropertiesTest, AChangeMadeInTheHostIsReadAgain)
 {
     runHost();
