@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPrintDialog>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
@@ -77,9 +78,9 @@ void Tour::keep(const QPixmap& picture, const QString& name)
         std::fprintf(stderr, "zelvora-tour: %s cannot be written\n", qPrintable(file));
 }
 
-bool Tour::chooseLibrary(const QString& name, const char* window)
+bool Tour::chooseLibrary(const QString& name, const char* window, const char* combo)
 {
-    auto* libraries = qobject_cast<QComboBox*>(control("Combo1", window));
+    auto* libraries = qobject_cast<QComboBox*>(control(combo, window));
     const int index = libraries ? libraries->findText(name) : -1;
     if (index < 0)
         return false;
@@ -110,15 +111,16 @@ void Tour::doubleClick(const char* name)
     }
 }
 
-void Tour::jumpToRow(int row)
+void Tour::jumpToRow(int row, const char* window)
 {
-    auto* labels = qobject_cast<QListWidget*>(control("List1"));
+    auto* labels = qobject_cast<QListWidget*>(control("List1", window));
     if (!labels || row >= labels->count())
         return;
     labels->scrollToItem(labels->item(row), QAbstractItemView::PositionAtCenter);
     QCoreApplication::processEvents();
+    // A row can be wider than what is seen of it.
     QTest::mouseClick(labels->viewport(), Qt::LeftButton, {},
-                      labels->visualItemRect(labels->item(row)).center());
+                      {3, labels->visualItemRect(labels->item(row)).center().y()});
     QCoreApplication::processEvents();
 }
 
@@ -126,12 +128,46 @@ void Tour::answerNextMessage(const QString& name)
 {
     auto* poll = new QTimer(QApplication::instance());
     QObject::connect(poll, &QTimer::timeout, poll, [this, poll, name] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
+        if (answerMessage(name))
+            poll->deleteLater();
+    });
+    poll->start(50);
+}
+
+std::unique_ptr<QObject> Tour::answerMessages(const QString& name)
+{
+    auto poll = std::make_unique<QTimer>();
+    QObject::connect(poll.get(), &QTimer::timeout, poll.get(), [this, name] { answerMessage(name); });
+    poll->start(50);
+    return poll;
+}
+
+bool Tour::answerMessage(const QString& name)
+{
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box)
+        return false;
+    keep(box->grab(), name);
+    QAbstractButton* yes = box->button(QMessageBox::Yes);
+    (yes ? yes : box->buttons().first())->click();
+    return true;
+}
+
+void Tour::printNextTo(const QString& file, const QString& name)
+{
+    auto* poll = new QTimer(QApplication::instance());
+    QObject::connect(poll, &QTimer::timeout, poll, [this, poll, file, name] {
+        auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+        auto* printers = dialog ? dialog->findChild<QComboBox*>(QStringLiteral("printers")) : nullptr;
+        auto* field = dialog ? dialog->findChild<QLineEdit*>(QStringLiteral("filename")) : nullptr;
+        if (!printers || !field)
             return;
         poll->deleteLater();
-        keep(box->grab(), name);
-        box->defaultButton() ? box->defaultButton()->click() : box->buttons().first()->click();
+        // Behind the printers there are, if any, stands the file.
+        printers->setCurrentIndex(printers->count() - 1);
+        field->setText(file);
+        keep(dialog->grab(), name);
+        dialog->accept();
     });
     poll->start(50);
 }

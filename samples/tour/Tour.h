@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include <functional>
+#include <memory>
 
 namespace zv::tour {
 
@@ -28,15 +29,20 @@ public:
     QWidget* control(const char* name, const char* window = "Zelvora") const;
     /// Waits until a window is shown.
     bool appears(const char* window);
-    bool chooseLibrary(const QString& name, const char* window = "Zelvora");
+    bool chooseLibrary(const QString& name, const char* window = "Zelvora", const char* combo = "Combo1");
     void click(const char* name, const char* window = "Zelvora");
     void enter(const char* field, const QString& text, const char* window);
     void doubleClick(const char* name);
-    void jumpToRow(int row);
-    /// Keeps a picture of the message box that comes up next and answers it.
+    void jumpToRow(int row, const char* window = "Zelvora");
+    /// Keeps a picture of the message box that comes up next and answers it, a question with Yes.
     void answerNextMessage(const QString& name);
+    /// The same with every message box that comes up as long as the result lives.
+    std::unique_ptr<QObject> answerMessages(const QString& name);
+    /// Has the next print dialog print to a PDF file, and keeps a picture of it.
+    void printNextTo(const QString& file, const QString& name);
 
 private:
+    bool answerMessage(const QString& name);
     void keep(const QPixmap& picture, const QString& name);
 
     Program& m_program;
