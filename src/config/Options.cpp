@@ -189,7 +189,7 @@ void Options::connectHandlers()
 void Options::load()
 {
     setTopmost(values().AlwaysOnTop == 1);
-    const Profiles stored = profiles();
+    m_loading = true;
     m_settingUnknown = false;
     Check4->setChecked(readSetting(key::FDS) == 1);
     const bool copies = readSetting(key::projectfolder) == 1;
@@ -203,9 +203,12 @@ void Options::load()
         Option1->setChecked(true);
     Check6->setChecked(readSetting(key::CartOnly) == 1);
     Check1->setChecked(readSetting(key::userlib) == 1);
-    const std::string fonts = stored.text(key::fontpath);
+    const Result<std::string> storedFonts = profiles().stored(key::fontpath);
+    const std::string fonts = storedFonts.valueOr({});
     Text1->setText(toText(fonts.empty() ? values().FontPath : fonts));
-    const Result<std::string> storedLog = stored.stored(key::LogPath);
+    if (!storedFonts)
+        m_unreadFonts = Text1->text();
+    const Result<std::string> storedLog = profiles().stored(key::LogPath);
     m_settingUnknown = m_settingUnknown || !storedLog;
     const std::string log = storedLog.valueOr(values().LogPath);
     Text2->setText(toText(log));
@@ -215,6 +218,7 @@ void Options::load()
     if (logging && !log.empty())
         values().LogPath = log;
     m_settingUnknown = false;
+    m_loading = false;
 }
 
 /// From the first setting on that cannot be read the load writes none.
@@ -261,10 +265,18 @@ void Options::setForceCopy(bool forced)
     values().ForceCopy = forced ? 1 : 0;
 }
 
+/// A rule is off until its new state is written. The load, which only writes what it has read, leaves it on:
+/// were its second write to fail, the office's rule would be gone without a click.
+void Options::switchOffFirst(const ProfileKey& key)
+{
+    if (!m_loading)
+        writeFlag(key, false);
+}
+
 /// The log's own flag waits for the Ok button.
 void Options::setLogging(bool on)
 {
-    writeFlag(key::WriteLog, false);
+    switchOffFirst(key::WriteLog);
     enableLogPath(on);
     if (!on) {
         values().LogPath = " ";
@@ -278,7 +290,7 @@ void Options::setLogging(bool on)
 /// What the main window lets one choose is changed by the Ok button alone.
 void Options::setQueueOnly(bool only)
 {
-    writeFlag(key::CartOnly, false);
+    switchOffFirst(key::CartOnly);
     values().CartOnly = only ? 1 : 0;
     writeFlag(key::CartOnly, only);
 }
@@ -329,7 +341,9 @@ void Options::applyQueueOnly()
 
 void Options::applyPaths()
 {
-    writeText(key::fontpath, Text1);
+    // A folder that could not be read is not replaced by the one that was shown for want of it.
+    if (m_unreadFonts != Text1->text())
+        writeText(key::fontpath, Text1);
     values().FontPath = toBytes(Text1->text());
     if (MainWindow* main = mainWindow(program()))
         main->DwgViewX1->setFontFolder(values().FontPath);

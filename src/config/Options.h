@@ -2,7 +2,7 @@
 
 #include "window/Window.h"
 
-#include <functional>
+#include <optional>
 
 class QCheckBox;
 class QLabel;
@@ -43,6 +43,7 @@ private:
     void writeText(const ProfileKey& key, const QLineEdit* field);
     void setXrefCopies(bool allowed);
     void setForceCopy(bool forced);
+    void switchOffFirst(const ProfileKey& key);
     void setLogging(bool on);
     void setQueueOnly(bool only);
     void enableLogPath(bool enabled);
@@ -53,8 +54,10 @@ private:
     void save();
     void leave();
 
-    int ClosedByButton = 1;        ///< 2 once Ok or Cancel has been pressed.
-    bool m_settingUnknown = false; ///< While the load shows what it could not read.
+    int ClosedByButton = 1; ///< 2 once Ok or Cancel has been pressed.
+    bool m_loading = false;
+    bool m_settingUnknown = false;        ///< While the load shows what it could not read.
+    std::optional<QString> m_unreadFonts; ///< What stands for a font folder that could not be read.
 };
 
 } // namespace zv

@@ -18,6 +18,7 @@
 #include <QTimer>
 
 #include <map>
+#include <tuple>
 
 namespace zv {
 namespace {
@@ -93,23 +94,55 @@ TEST_F(OptionsTest, AFreshOfficeShowsItsDefaultsAndTheLoadWritesWhatTheyTick)
 
 TEST_F(OptionsTest, ARuleThatCannotBeReadIsNotWrittenOverByItsDefault)
 {
-    setKey(Installation, "Mylib", "userlib", "1");
-    setKey(Installation, "masterxref", "projectfolder", "1");
-    setKey(Installation, "masterxref", "forcecopy", "1");
+    for (const auto& [section, name] : {std::pair{"Mylib", "userlib"},
+                                        {"masterxref", "projectfolder"},
+                                        {"masterxref", "forcecopy"},
+                                        {"FileLog", "WriteLog"},
+                                        {"ShopCart", "CartOnly"}})
+        setKey(Installation, section, name, "1");
     setKey(Installation, "libload", "FDS", "0");
+    setKey(Installation, "FileLog", "LogPath", "/logs/office.csv");
     open();
     const Keys before = stored();
-    bool reached = true;
-    for (int number = 0; reached; ++number) {
-        {
-            const OneStepFails files(FileStep::Open, number);
-            program->loadAnew(kWindow);
-            reached = files.wasReached();
+    const auto running = [this] {
+        const PublicValues& now = program->values();
+        return std::tuple(now.Fds, now.ForceCopy, now.CartOnly, now.LogPath);
+    };
+    const auto ran = running();
+    for (const FileStep step : {FileStep::Open, FileStep::Status, FileStep::Read, FileStep::Lock,
+                                FileStep::Write, FileStep::Flush, FileStep::Rename}) {
+        bool reached = true;
+        for (int number = 0; reached; ++number) {
+            {
+                const OneStepFails files(step, number);
+                program->loadAnew(kWindow);
+                reached = files.wasReached();
+            }
+            const std::string where = std::to_string(int(step)) + ", number " + std::to_string(number);
+            ASSERT_EQ(stored(), before) << "step " << where;
+            ASSERT_EQ(running(), ran) << "step " << where;
+            ASSERT_EQ(text("Text2", kWindow), "/logs/office.csv") << "step " << where;
         }
-        ASSERT_EQ(stored(), before) << "opening " << number;
-        ASSERT_EQ(program->values().Fds, 0) << "opening " << number;
-        ASSERT_EQ(program->values().ForceCopy, 1) << "opening " << number;
     }
+}
+
+TEST_F(OptionsTest, OkLeavesAFontFolderThatCouldNotBeReadAsItIsStored)
+{
+    setKey(Installation, "Printing", "Fontpath", "/fonts/office");
+    open();
+    program->values().FontPath = "/fonts/running";
+    program->unload(kWindow);
+    bool unread = false;
+    for (int number = 0; !unread; ++number) {
+        const OneStepFails files(FileStep::Open, number);
+        program->loadAnew(kWindow);
+        ASSERT_TRUE(files.wasReached());
+        unread = text("Text1", kWindow) == "/fonts/running";
+    }
+    program->show(kWindow);
+    ASSERT_TRUE(appears(kWindow));
+    ASSERT_TRUE(press("Command11"));
+    EXPECT_EQ(stored().at("fontpath"), "/fonts/office");
 }
 
 TEST_F(OptionsTest, TheLoadShowsAndWritesBackWhatIsStored)

@@ -85,18 +85,23 @@ TEST_F(WorkersTest, ManyThatHangLeaveEachFurtherOneASingleThread)
     constexpr unsigned kHanging = 4 * kMostWorkers;
     std::promise<void> share;
     const std::shared_future<void> comesBack = share.get_future().share();
-    const auto hang = [comesBack] { comesBack.wait(); };
+    std::latch begun(kHanging);
+    const auto hang = [comesBack, &begun] {
+        begun.count_down();
+        comesBack.wait();
+    };
     std::list<Workers> given(4);
     for (Workers& workers : given)
         for (unsigned i = 0; i < kMostWorkers; ++i)
             static_cast<void>(workers.start(hang));
+    // A thread that has not begun ends with its Workers.
+    begun.wait();
     EXPECT_EQ(livingWorkers(), kHanging);
     given.clear();
     Workers further;
     for (int i = 0; i < 3; ++i)
-        static_cast<void>(further.start(hang));
-    // One of the threads may not have begun to hang before it was let go.
-    EXPECT_LE(livingWorkers(), kHanging + 1);
+        static_cast<void>(further.start([comesBack] { comesBack.wait(); }));
+    EXPECT_EQ(livingWorkers(), kHanging + 1);
     share.set_value();
 }
 
