@@ -78,7 +78,7 @@ RibbonHover::Picture RibbonHover::pictureOf(const QWidget* control, bool lit) co
     if (control == w.Command11)
         return {b, actionPicture(lit)};
     if (control == w.Command12)
-        return {b, w.fields.EnlargeMode == 1 ? 2 : 1};
+        return {b, w.fields.panels.isEnlarged() ? 2 : 1};
 
     struct Row {
         const QWidget* control;

@@ -32,8 +32,7 @@ class RibbonHover;
 class SortedCombo;
 struct ListLine;
 
-constexpr int kCells = 20;  ///< Of one panel.
-constexpr int kColumns = 5; ///< Of its grid.
+constexpr int kColumns = 5; ///< Of the grid of cells.
 
 /// The main window: shows a library in panels of twenty thumbnails and does with the chosen drawing what the
 /// mode options say. It owns the run: the other windows are reached from here.
@@ -57,7 +56,8 @@ public:
     SortedCombo* Combo1;
     QLabel* Labelx;
     CaptionFrame* Frame4;
-    std::array<DwgThumbnail*, kCells + 1> DwgThumbnails; ///< DwgThumbnail1 to DwgThumbnail20, from index 1.
+    std::array<DwgThumbnail*, kPanelCells + 1>
+        DwgThumbnails; ///< DwgThumbnail1 to DwgThumbnail20, from index 1.
     QWidget* TurnRow;
     PictureButton *Command2, *Command3;
     CaptionFrame* Frame1;
@@ -151,33 +151,29 @@ private:
     void selectLibrary();
     std::string libraryPath(const std::string& name) const;
     void showLibrary(const std::vector<ListLine>& list);
-    void endOfShortList();
     void showMissingLibrary();
     void refuseLongLibrary(const std::string& name);
     void tellLongLibrary(const std::string& path);
     void showTotalFiles(int count);
     void setCaption();
+    void showButtons();
+    void showCells();
     void fillCell(int cell, const std::string& path, Result<QImage> picture);
-    bool showsLine(int cell) const;
-    void hideCellsWithoutLine();
-    bool fillPanel(int first, Blank blank);
-    void setAllCellsVisible(bool visible);
+    void fillCells(const std::vector<ListLine>& list, Blank blank);
+    bool fillPanel(Blank blank);
     void blankAllCells();
     void nextPanel();
     bool turnForward();
     void previousPanel();
     bool turnBack();
-    void arriveAtFirstPanel();
     void selectRow(int row, bool rowChanged);
     void jumpToCell(int cell, int line);
-    void setPanelButtons();
 
     // Selection.
     bool moveCellFocus(int key);
     void clearSelectionMarks();
     void markCell(int marked);
     void selectCell(int cell, int line);
-    int lineOfCell(int cell) const;
     void readSelection(int cell, int target);
     bool showDrawingInformation(const std::string& path);
     /// Ends every reading of a list that is under way.
@@ -198,11 +194,7 @@ private:
     void coverPanel(bool cover);
     bool showInViewer(const std::string& path);
     bool reloadViewer();
-    void stepForward();
-    void stepBack();
-    int startStep();
-    void setStepButtons(int target);
-    bool lineIsReached(int counter, int target);
+    void step(const PanelStep& step);
     void printFromViewer();
 
     // Tabs and pictures.
@@ -227,7 +219,6 @@ private:
     bool m_probeFailed = false;
     bool m_settingUnknown = false;     ///< What is shown stands for a setting that could not be read.
     bool m_lastLibraryTooLong = false; ///< To be told once the window stands.
-    int m_filledCells = 0;             ///< So many, from the first, show a line of the panel.
 };
 
 } // namespace zv

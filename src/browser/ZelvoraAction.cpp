@@ -89,7 +89,7 @@ void Zelvora::runAction(ActionCaller caller, const std::string& drawing)
 /// A cell that shows no drawing acts on nothing, whatever it has shown before.
 void Zelvora::actOnCell(int cell)
 {
-    if (!showsLine(cell))
+    if (!fields.panels.showsLine(cell))
         return;
     runAction(cell == 1 ? ActionCaller::Thumbnail1 : ActionCaller::OtherThumbnail, fields.CellPath[cell]);
 }

@@ -198,7 +198,7 @@ void Zelvora::makePanels()
 {
     Frame4 = frame("Frame4", QStringLiteral("Details/Symbols"), this);
     DwgThumbnails[0] = nullptr;
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         DwgThumbnails[cell] =
             named<DwgThumbnail>(qPrintable(QStringLiteral("DwgThumbnail%1").arg(cell)), Frame4);
     Labelx = named<QLabel>("Labelx", Frame4);
@@ -298,7 +298,7 @@ void Zelvora::makeTimers()
 void Zelvora::setTabOrders()
 {
     QList<QWidget*> order{Combo1, Command4};
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         order << DwgThumbnails[cell];
     order << DwgViewX1 << Command2 << Command3 << List1 << Text1 << Option1 << Option2 << Option3 << Option4
           << Check1 << Check4 << x << Command24 << Command11 << Picture5 << Picture9 << Command12 << Command21
@@ -321,13 +321,13 @@ void Zelvora::connectHandlers()
     connect(List1, &PathList::rowClickedAgain, this, [this](int row) { selectRow(row, false); });
     connect(List1, &PathList::doubleClickedInList, this, &Zelvora::actOnListFocus);
     connect(List1, &PathList::lostFocus, this, [this] {
-        for (int cell = 1; cell <= kCells; ++cell)
+        for (int cell = 1; cell <= kPanelCells; ++cell)
             DwgThumbnails[cell]->setStretchBltMode(int(StretchMode::WhiteOnBlack));
     });
-    for (int cell = 1; cell <= kCells; ++cell) {
+    for (int cell = 1; cell <= kPanelCells; ++cell) {
         DwgThumbnail* thumbnail = DwgThumbnails[cell];
         connect(thumbnail, &DwgThumbnail::clicked, this,
-                [this, cell] { selectCell(cell, lineOfCell(cell)); });
+                [this, cell] { selectCell(cell, fields.panels.lineOfCell(cell)); });
         connect(thumbnail, &DwgThumbnail::doubleClicked, this, [this, cell] { actOnCell(cell); });
         connect(thumbnail, &DwgThumbnail::gotFocus, thumbnail,
                 [thumbnail] { thumbnail->setStretchBltMode(int(StretchMode::BlackOnWhite)); });

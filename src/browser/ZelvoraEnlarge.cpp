@@ -18,15 +18,16 @@ void Zelvora::toggleEnlargeMode()
         return;
     }
     unsetCursor();
-    if (fields.EnlargeMode == 1) {
+    Panels& panels = fields.panels;
+    if (panels.isEnlarged()) {
         coverPanel(false);
-        hideCellsWithoutLine();
-        fields.EnlargeMode = 0;
+        panels.leaveEnlargeMode();
+        showCells();
         Command12->setToolTip(QStringLiteral("Enlarge Selected Drawing"));
         resetPictures();
         return;
     }
-    fields.EnlargeMode = 1;
+    panels.enterEnlargeMode();
     coverPanel(true);
     if (!showInViewer(fields.selectedDrawing)) {
         enlargeFailed();
@@ -34,10 +35,8 @@ void Zelvora::toggleEnlargeMode()
     }
     Command12->setToolTip(QStringLiteral("Return to Thumbnail View"));
     resetPictures();
-    if (fields.FocusCell > 1)
-        Command2->setEnabled(true);
-    if (fields.FocusCell < kCells)
-        Command3->setEnabled(true);
+    panels.enlarged();
+    showButtons();
 }
 
 void Zelvora::enlargeFailed()
@@ -46,11 +45,10 @@ void Zelvora::enlargeFailed()
                          "\r\nVerify the drawing exists or Run Recover.",
                      "Error Loading Drawing File", MessageIcon::Critical});
     coverPanel(false);
-    hideCellsWithoutLine();
-    Command2->setEnabled(true);
-    Command3->setEnabled(true);
+    fields.panels.enlargeFailed();
+    showCells();
+    showButtons();
     Command12->setEnabled(true);
-    fields.EnlargeMode = 0;
 }
 
 /// Cells that lie under the viewer are passed over by Tab, for a focus there could not be seen.
@@ -59,7 +57,7 @@ void Zelvora::coverPanel(bool cover)
     Frame8->setVisible(cover);
     if (cover)
         Frame8->raise();
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         DwgThumbnails[cell]->setFocusPolicy(cover ? Qt::ClickFocus : Qt::StrongFocus);
 }
 
@@ -85,59 +83,13 @@ bool Zelvora::reloadViewer()
 
 // ---- stepping from drawing to drawing
 
-void Zelvora::stepForward()
+/// A list that cannot be read never comes to the step's line, and nothing is shown.
+void Zelvora::step(const PanelStep& step)
 {
-    const int counter = List1->currentRow() == 0 ? -1 : 0;
-    const int target = startStep();
-    fields.TurnedBack = 0;
-    setStepButtons(target);
-    if (lineIsReached(counter, target))
-        List1->setCurrentRow(target - 1);
-}
-
-// The selected cell is raised here as well, and the row that is set lies one before the target: the first
-// press after a selection finds the row selected already, and only the next one moves.
-void Zelvora::stepBack()
-{
-    int counter = 0;
-    if (List1->currentRow() == 1) {
-        counter = 1;
-        Command2->setEnabled(false);
-    }
-    const int target = startStep();
-    fields.TurnedForward = 0;
-    setStepButtons(target);
-    if (lineIsReached(counter, target))
-        List1->setCurrentRow(target - 2);
-}
-
-/// Moves the selected cell on and returns the line that it then stands for.
-int Zelvora::startStep()
-{
-    closeEveryFile();
-    ++fields.FocusCell;
-    const int target = fields.FirstLine + fields.FocusCell - 1;
-    return target == 0 ? 1 : target;
-}
-
-void Zelvora::setStepButtons(int target)
-{
-    Command2->setEnabled(target > 1);
-    const int last = List1->count();
-    if (target == last)
-        Command3->setEnabled(false);
-    else if (target < last)
-        Command3->setEnabled(true);
-    if (fields.FocusCell > 1)
-        Command2->setEnabled(true);
-}
-
-/// Whether a count of the library's lines that starts at `counter` comes to `target`. In a list that cannot
-/// be read it does not, and the step shows nothing.
-bool Zelvora::lineIsReached(int counter, int target)
-{
+    showButtons();
     const auto list = readListFile(fields.LibraryPath);
-    return list && target > counter && target <= counter + int(list->size());
+    if (list && step.isReached(int(list->size())))
+        List1->setCurrentRow(step.row);
 }
 
 void Zelvora::printFromViewer()
@@ -150,7 +102,7 @@ void Zelvora::printFromViewer()
 void Zelvora::resizeEvent(QResizeEvent* event)
 {
     Window::resizeEvent(event);
-    if (fields.EnlargeMode == 1) {
+    if (fields.panels.isEnlarged()) {
         DwgViewX1->zoomExtents();
         DwgViewX1->show();
     }

@@ -153,7 +153,7 @@ void Zelvora::setDesignSize(QSize twips)
 
 void Zelvora::layOutCells()
 {
-    for (int cell = 1; cell <= kCells; ++cell) {
+    for (int cell = 1; cell <= kPanelCells; ++cell) {
         const std::size_t column = std::size_t(cell - 1) % kColumnLeft.size();
         const std::size_t gridRow = std::size_t(cell - 1) / kColumnLeft.size();
         DwgThumbnails[cell]->setGeometry(
@@ -163,7 +163,7 @@ void Zelvora::layOutCells()
     Frame4->setCaptionHeight(part(Frame4->height(), kRowTop[0]));
     showCaptionsTogether(Picture3->children());
     showCaptionsTogether(Picture14->children());
-    if (fields.EnlargeMode == 1)
+    if (fields.panels.isEnlarged())
         DwgViewX1->zoomExtents();
 }
 

@@ -60,13 +60,11 @@ void Zelvora::load()
     findUser();
     registerProperties();
     Combo1->add({toText(values().LoginName)});
-    fields.EnlargeMode = 0;
+    resetPanels();
     Labelx->hide();
     const bool hasLastLibrary = readLastLoad();
     fillCatalogue();
-    resetPanels();
     readAlwaysOnTop();
-    Command3->setEnabled(false);
     const int insertMode = readInsertMode();
     readScaleKeys();
     readRibbonTab();
@@ -150,12 +148,9 @@ void Zelvora::fillCatalogue()
 
 void Zelvora::resetPanels()
 {
+    fields.panels.reset();
     Frame8->hide();
-    fields.CurrentPage = 1;
-    fields.PageCursor = 2;
-    fields.TurnedForward = 0;
-    fields.TurnedBack = 0;
-    Command2->setEnabled(false);
+    showButtons();
 }
 
 void Zelvora::readAlwaysOnTop()
@@ -231,7 +226,8 @@ void Zelvora::loadFirstLibrary(bool hasLastLibrary)
         Combo1->setFocus();
         return;
     }
-    setAllCellsVisible(false);
+    fields.panels.showPrompt();
+    showCells();
     List1->clear();
     Labelx->show();
 }

@@ -56,10 +56,10 @@ void Zelvora::clearSelectionMarks()
 /// Makes this cell the white one and all others black; 0 makes all of them black.
 void Zelvora::markCell(int marked)
 {
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         if (cell != marked)
             DwgThumbnails[cell]->setBitmapBackColor(kBlack);
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         if (cell != marked)
             DwgThumbnails[cell]->setBackColor(kBlack);
     if (marked == 0)
@@ -71,18 +71,11 @@ void Zelvora::markCell(int marked)
 /// `line` is the cell's line in the library, from 1.
 void Zelvora::selectCell(int cell, int line)
 {
-    fields.FocusCell = std::int16_t(cell);
+    fields.panels.FocusCell = std::int16_t(cell);
     markCell(cell);
-    if (fields.EnlargeMode == 0)
+    if (!fields.panels.isEnlarged())
         Command12->setEnabled(true);
     readSelection(cell, line);
-}
-
-/// The line that a cell of the panel in view shows. After a turn past the end the page in the caption is
-/// another one, so it is not reckoned from that.
-int Zelvora::lineOfCell(int cell) const
-{
-    return std::max(fields.FirstLine, 1) + cell - 1;
 }
 
 /// Reads the library up to the selected drawing. Whatever fails on the way ends the reading, with nothing
@@ -102,7 +95,7 @@ void Zelvora::readSelection(int cell, int target)
         ++line;
         fields.LinePath = entry.path;
         // The panel's number, not the target, is where the row is set.
-        if (line == int(fields.CurrentPage)) {
+        if (line == int(fields.panels.CurrentPage)) {
             if (target > List1->count())
                 return;
             List1->setCurrentRow(target - 1);
@@ -113,11 +106,11 @@ void Zelvora::readSelection(int cell, int target)
         fields.selectedDrawing = fields.LinePath;
         if (!showDrawingInformation(fields.selectedDrawing)) {
             // The label is the new drawing's, so the one before it must not stay in sight.
-            if (fields.EnlargeMode == 1)
+            if (fields.panels.isEnlarged())
                 DwgViewX1->setDrawing({});
             return;
         }
-        if (fields.EnlargeMode == 1 && !reloadViewer())
+        if (fields.panels.isEnlarged() && !reloadViewer())
             return;
         // Cell 1 reads on to the end on every panel but the first; nothing comes of it.
         if (cell != 1 || target == 1)
@@ -159,7 +152,7 @@ bool Zelvora::moveCellFocus(int key)
         target = cell - kColumns;
     else if (key == Qt::Key_Down)
         target = cell + kColumns;
-    if (target < 1 || target > kCells || !DwgThumbnails[target]->isVisible())
+    if (target < 1 || target > kPanelCells || !DwgThumbnails[target]->isVisible())
         return false;
     DwgThumbnails[target]->setFocus(Qt::TabFocusReason);
     return true;

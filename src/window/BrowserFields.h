@@ -1,5 +1,6 @@
 #pragma once
 
+#include "library/Panels.h"
 #include "window/DwgPropsX.h"
 
 #include <array>
@@ -15,17 +16,9 @@ struct BrowserFields {
     std::string LibraryPath;     ///< The list in view.
     std::string LibraryName;     ///< Its name, as it was picked.
     std::string LinePath;        ///< Of the line read last.
-    double PageCount = 0;        ///< Panels of the library.
-    double CurrentPage = 1;      ///< Panel in view, from 1.
-    std::int16_t PageCursor = 2; ///< The panel once more, for enabling the buttons.
-    std::int16_t PrevPageCursor = 0;
-    int FirstLine = 0;                    ///< Line number, from 1, of the panel's first cell.
-    std::int16_t LineCount = 0;           ///< Of the last load, at least 20.
-    std::int16_t FocusCell = 0;           ///< The selected cell, from 1.
-    std::array<std::string, 21> CellPath; ///< Drawing behind each cell, from 1.
+    Panels panels;               ///< Of that list.
+    std::array<std::string, kPanelCells + 1> CellPath; ///< Drawing behind each cell, from 1.
     std::int16_t CellFailed = 0;
-    std::int16_t TurnedForward = 0, TurnedBack = 0;
-    std::int16_t EnlargeMode = 0;      ///< 1 while the viewer is shown.
     std::int16_t ViewerBusy = 0;       ///< 1 while the viewer is being refilled.
     std::int16_t queueMode = 0;        ///< 1 while Option4 is the mode.
     std::int16_t OneShotScaleLock = 0; ///< The next click of Check1 or Option1 disables x once.

@@ -35,7 +35,7 @@ TEST_F(EnlargeTest, WithoutSelectionTheMessageAndNothingElse)
     EXPECT_EQ(lastMessage(), "Please Select a Drawing file before running Enlarge Mode");
     EXPECT_EQ(messages.shown[0].title, "Drawing File Not Selected");
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Information);
-    EXPECT_EQ(main().fields.EnlargeMode, 0);
+    EXPECT_EQ(main().fields.panels.EnlargeMode, 0);
     EXPECT_FALSE(visible("Frame8"));
 }
 
@@ -52,7 +52,7 @@ TEST_F(EnlargeTest, TogglesTheViewerAndTheToolTip)
     EXPECT_TRUE(enabled("Command3"));
     ASSERT_TRUE(click("Command12"));
     EXPECT_FALSE(visible("Frame8"));
-    EXPECT_EQ(main().fields.EnlargeMode, 0);
+    EXPECT_EQ(main().fields.panels.EnlargeMode, 0);
     EXPECT_EQ(main().Command12->toolTip(), "Enlarge Selected Drawing");
 }
 
@@ -81,7 +81,7 @@ TEST_F(EnlargeTest, ARefusedDrawingReturnsToThePanels)
     EXPECT_EQ(messages.shown[0].title, "Error Loading Drawing File");
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
     EXPECT_FALSE(visible("Frame8"));
-    EXPECT_EQ(main().fields.EnlargeMode, 0);
+    EXPECT_EQ(main().fields.panels.EnlargeMode, 0);
     for (const char* name : {"Command2", "Command3", "Command12"})
         EXPECT_TRUE(enabled(name)) << name;
     EXPECT_EQ(main().Command12->toolTip(), "View Enlarge Mode") << "as it was";
@@ -96,8 +96,8 @@ TEST_F(EnlargeTest, NextStepsFromDrawingToDrawing)
         EXPECT_EQ(row(), line - 1);
         EXPECT_EQ(viewed(), drawings(45)[std::size_t(line - 1)]);
     }
-    EXPECT_EQ(main().fields.CurrentPage, 2) << "the panel underneath is turned as well";
-    EXPECT_EQ(main().fields.FocusCell, 2);
+    EXPECT_EQ(main().fields.panels.CurrentPage, 2) << "the panel underneath is turned as well";
+    EXPECT_EQ(main().fields.panels.FocusCell, 2);
     EXPECT_TRUE(visible("Frame8"));
 }
 
@@ -119,7 +119,7 @@ TEST_F(EnlargeTest, NextFromTheFirstRowOfTwoMissesTheLastLine)
     enlarge(1);
     ASSERT_TRUE(click("Command3"));
     EXPECT_EQ(row(), 0) << "the count starts one lower on the first row";
-    EXPECT_EQ(main().fields.FocusCell, 2);
+    EXPECT_EQ(main().fields.panels.FocusCell, 2);
 }
 
 TEST_F(EnlargeTest, PreviousChangesNothingAtFirstAndThenMovesForward)
@@ -128,10 +128,10 @@ TEST_F(EnlargeTest, PreviousChangesNothingAtFirstAndThenMovesForward)
     enlarge(5);
     ASSERT_TRUE(click("Command2"));
     EXPECT_EQ(row(), 4);
-    EXPECT_EQ(main().fields.FocusCell, 6);
+    EXPECT_EQ(main().fields.panels.FocusCell, 6);
     ASSERT_TRUE(click("Command2"));
     EXPECT_EQ(row(), 5);
-    EXPECT_EQ(main().fields.FocusCell, 6) << "set afresh by the selection";
+    EXPECT_EQ(main().fields.panels.FocusCell, 6) << "set afresh by the selection";
     EXPECT_EQ(viewed(), drawings(10)[5]);
 }
 
@@ -141,7 +141,7 @@ TEST_F(EnlargeTest, SelectionsReloadTheViewerAndTheListGivesItTheFocus)
     enlarge(1);
     ASSERT_TRUE(clickRow("List1", 22));
     EXPECT_EQ(viewed(), drawings(25)[22]);
-    EXPECT_EQ(main().fields.CurrentPage, 2);
+    EXPECT_EQ(main().fields.panels.CurrentPage, 2);
     EXPECT_EQ(main().fields.ViewerBusy, 0);
     EXPECT_TRUE(control("DwgViewX1")->hasFocus());
     ASSERT_TRUE(click("Command12"));
@@ -155,7 +155,7 @@ TEST_F(EnlargeTest, LoadingAnewIsThumbnailMode)
     program->loadAnew("Zelvora");
     ASSERT_TRUE(appears("Zelvora"));
     EXPECT_FALSE(visible("Frame8"));
-    EXPECT_EQ(main().fields.EnlargeMode, 0);
+    EXPECT_EQ(main().fields.panels.EnlargeMode, 0);
 }
 
 TEST_F(EnlargeTest, ViewerCommandsReachTheViewer)

@@ -117,7 +117,7 @@ TEST_F(PanelsTest, TheLastRowJumpsToTheLastPanel)
     EXPECT_EQ(visibleCells(), 5);
     EXPECT_FALSE(enabled("Command3"));
     EXPECT_TRUE(enabled("Command2"));
-    EXPECT_EQ(main().fields.FocusCell, 5);
+    EXPECT_EQ(main().fields.panels.FocusCell, 5);
     EXPECT_EQ(main().fields.selectedDrawing, drawings(45)[44]);
     EXPECT_TRUE(control("List1")->hasFocus());
     EXPECT_TRUE(cell(5).hasFocusRect());
@@ -131,9 +131,9 @@ TEST_F(PanelsTest, RowsAtTheEdgesOfPanelsJumpToTheirOwn)
     } cases[] = {{19, 1, 20}, {20, 2, 1}, {0, 1, 1}, {39, 2, 20}, {40, 3, 1}};
     for (const auto& jump : cases) {
         ASSERT_TRUE(clickRow("List1", jump.row));
-        EXPECT_EQ(main().fields.CurrentPage, jump.panel);
-        EXPECT_EQ(main().fields.FocusCell, jump.cell);
-        EXPECT_EQ(main().fields.FirstLine, (jump.panel - 1) * 20 + 1);
+        EXPECT_EQ(main().fields.panels.CurrentPage, jump.panel);
+        EXPECT_EQ(main().fields.panels.FocusCell, jump.cell);
+        EXPECT_EQ(main().fields.panels.FirstLine, (jump.panel - 1) * 20 + 1);
         EXPECT_EQ(enabled("Command2"), jump.panel > 1) << jump.row;
         EXPECT_TRUE(enabled("Command3")) << jump.row;
         EXPECT_EQ(main().List1->currentRow(), jump.row);
@@ -156,10 +156,10 @@ TEST_F(PanelsTest, ClickingTheSelectedRowAgainJumpsBackToItsPanel)
     office(45);
     ASSERT_TRUE(clickRow("List1", 2));
     ASSERT_TRUE(click("Command3"));
-    EXPECT_EQ(main().fields.CurrentPage, 2);
+    EXPECT_EQ(main().fields.panels.CurrentPage, 2);
     ASSERT_TRUE(clickRow("List1", 2));
-    EXPECT_EQ(main().fields.CurrentPage, 1);
-    EXPECT_EQ(main().fields.FocusCell, 3);
+    EXPECT_EQ(main().fields.panels.CurrentPage, 1);
+    EXPECT_EQ(main().fields.panels.FocusCell, 3);
 }
 
 TEST_F(PanelsTest, ArrowsInTheListSelectAndTheFocusAloneDoesNot)
@@ -266,7 +266,7 @@ TEST_F(PanelsTest, HiddenCellsKeepWhatTheyHeld)
     ASSERT_TRUE(choose("Combo1", "Other"));
     EXPECT_EQ(visibleCells(), 1);
     EXPECT_EQ(main().fields.CellPath[2], drawings(2)[1]);
-    EXPECT_EQ(main().fields.LineCount, 20);
+    EXPECT_EQ(main().fields.panels.LineCount, 20);
 }
 
 TEST_F(PanelsTest, ALibraryOf32767LinesLoads)
@@ -280,8 +280,8 @@ TEST_F(PanelsTest, ALibraryOf32767LinesLoads)
     EXPECT_EQ(text("StatusBar1Panel3"), "Total Files: 32767");
     EXPECT_EQ(text("Frame4"), "OTHER   Page 1 of 1639");
     ASSERT_TRUE(clickRow("List1", 32766));
-    EXPECT_EQ(main().fields.FirstLine, 32761);
-    EXPECT_EQ(main().fields.FocusCell, 7);
+    EXPECT_EQ(main().fields.panels.FirstLine, 32761);
+    EXPECT_EQ(main().fields.panels.FocusCell, 7);
     ASSERT_TRUE(clickRow("List1", 32765));
     ASSERT_TRUE(click("Command3"));
     EXPECT_EQ(visibleCells(), 0) << "the panel behind the last one";

@@ -44,7 +44,7 @@ TEST_F(SelectionTest, AClickMarksTheCellAndShowsTheDrawing)
 {
     office(5);
     ASSERT_TRUE(click("DwgThumbnail4"));
-    EXPECT_EQ(main().fields.FocusCell, 4);
+    EXPECT_EQ(main().fields.panels.FocusCell, 4);
     EXPECT_EQ(main().fields.selectedDrawing, drawings(5)[3]);
     EXPECT_EQ(main().List1->currentRow(), 3);
     EXPECT_EQ(text("Text1"), information(drawings(5)[3]));
@@ -67,7 +67,7 @@ TEST_F(SelectionTest, EveryCellOfEveryPanelSelectsItsOwnLine)
             ASSERT_TRUE(click(QStringLiteral("DwgThumbnail%1").arg(number)));
             EXPECT_EQ(main().fields.selectedDrawing, drawings(45)[std::size_t(line - 1)]);
             EXPECT_EQ(main().List1->currentRow(), line - 1);
-            EXPECT_EQ(main().fields.CurrentPage, panel);
+            EXPECT_EQ(main().fields.panels.CurrentPage, panel);
         }
         EXPECT_TRUE(click("Command3")) << "one empty panel follows the last";
     }

@@ -280,7 +280,7 @@ bool OfficeFixture::visible(const QString& name, const QString& window)
 int OfficeFixture::visibleCells()
 {
     int count = 0;
-    for (int cell = 1; cell <= kCells; ++cell)
+    for (int cell = 1; cell <= kPanelCells; ++cell)
         count += visible(QStringLiteral("DwgThumbnail%1").arg(cell)) ? 1 : 0;
     return count;
 }
