@@ -15,7 +15,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QScrollBar>
 #include <QStatusBar>
 
 #include <algorithm>
@@ -30,6 +29,8 @@ constexpr double kCellWidth = 5.25;
 constexpr double kCellHeight = 4.3;
 constexpr std::array<double, kColumns> kColumnLeft{43.0, 4.67, 2.465, 1.675, 1.27};
 constexpr std::array kRowTop{21.5, 3.55, 1.94, 1.334};
+
+constexpr int kCaptionMargins = 32; ///< Round the caption of a frame, in its width.
 
 // Heights in pixels.
 constexpr int kFrameMargins = 12;
@@ -73,8 +74,6 @@ void Zelvora::placeControls()
     const QSize line(0, row);
     const auto natural = [row](QWidget* control) { return QSize(control->sizeHint().width(), row); };
 
-    const int captions = fontMetrics().horizontalAdvance(Frame2->title()) + 32;
-
     place(Picture5, 8, 4, 88, 28, Picture5->minimumSizeHint());
     place(Picture9, 96, 4, 88, 28, Picture9->minimumSizeHint());
     place(Picture13, 573, 4, 92, 26, natural(Check2) + QSize(8, 0));
@@ -108,9 +107,9 @@ void Zelvora::placeControls()
     const QSize caption(0, Frame1->naturalCaptionHeight() + 2);
     for (QWidget* frame : std::initializer_list<QWidget*>{Frame1, Frame2, Frame8})
         Resizer1->reserve(frame, {8, 0, 207, 22}, caption);
-    place(Frame1, 482, 100, 223, 216, {captions, 0});
+    place(Frame1, 482, 100, 223, 216);
     place(List1, 8, 22, 207, 186);
-    place(Frame2, 482, 322, 223, 192, {captions, 0});
+    place(Frame2, 482, 322, 223, 192);
     place(Text1, 8, 22, 207, 162);
 
     place(Picture4, 8, 518, 697, 60);
@@ -126,9 +125,13 @@ void Zelvora::fitToRoom()
     Resizer1->setLeast(Picture4, {0, ActionRows->heightForWidth(room)});
 
     const int row = fontMetrics().height() + 2;
-    const int list = 2 * row + 2 * List1->frameWidth() + List1->horizontalScrollBar()->sizeHint().height();
+    const int list = List1->heightOfTwoRows();
     const int frame = Frame1->naturalCaptionHeight() + kFrameMargins + list;
-    Resizer1->setLeast(Frame1, {Frame1->fontMetrics().horizontalAdvance(Frame2->title()) + 32, frame});
+    // The longer of the two captions is cut before the panel is.
+    const QString& caption = width() < kNarrow ? Frame1->title() : Frame2->title();
+    const int captions = Frame1->fontMetrics().horizontalAdvance(caption) + kCaptionMargins;
+    Resizer1->setLeast(Frame1, {captions, frame});
+    Resizer1->setLeast(Frame2, {captions, 0});
     Resizer1->setLeast(List1, {0, list});
     // The box of libraries is worth more than the word before it, and so are the tabs than a mark's.
     const int rowWidth =

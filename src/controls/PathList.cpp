@@ -22,7 +22,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        return {m_list->horizontalExtent(), m_list->fontMetrics().height() + 2};
+        return {m_list->horizontalExtent(), m_list->rowHeight()};
     }
 
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem&,
@@ -72,6 +72,27 @@ void PathList::changeEvent(QEvent* event)
     if (event->type() == QEvent::FontChange)
         m_letterWidths.clear();
     QListWidget::changeEvent(event);
+}
+
+int PathList::rowHeight() const
+{
+    return fontMetrics().height() + 2;
+}
+
+int PathList::heightOfTwoRows() const
+{
+    return 2 * (rowHeight() + frameWidth()) + horizontalScrollBar()->sizeHint().height();
+}
+
+void PathList::resizeEvent(QResizeEvent* event)
+{
+    const auto wanted = height() < heightOfTwoRows() ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded;
+    if (horizontalScrollBarPolicy() != wanted) {
+        setHorizontalScrollBarPolicy(wanted);
+        // A list without the bar takes its rows for as narrow as itself.
+        scheduleDelayedItemsLayout();
+    }
+    QListWidget::resizeEvent(event);
 }
 
 void PathList::addItemWithExtent(const QString& text)

@@ -6,7 +6,8 @@
 namespace zv {
 
 /// A list of paths or labels. A text wider than the list can be scrolled to. Nothing is selected until the
-/// user or the program selects a row; the focus alone does not.
+/// user or the program selects a row; the focus alone does not. Where two rows and the bar below them have no
+/// room, the rows are worth more than the bar.
 class PathList : public QListWidget {
     Q_OBJECT
 
@@ -20,6 +21,9 @@ public:
     /// Fills the list afresh with these rows, of which none is selected.
     void setItemsWithExtent(const QStringList& texts);
     int horizontalExtent() const { return m_extent; } ///< In pixels.
+    int rowHeight() const;
+    /// The height that shows two rows above the bar.
+    int heightOfTwoRows() const;
 
 Q_SIGNALS:
     /// Another row was selected, by the user or by the program.
@@ -32,6 +36,7 @@ protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
     void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

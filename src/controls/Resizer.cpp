@@ -79,10 +79,11 @@ void ProportionalAxis::solve(int whole, int actual)
         pieces.append({indexOf(span.from), indexOf(span.to), double(span.least)});
 
     QVector<double> at(edges.size());
-    // Each edge goes to its share of the whole, or farther where the least lengths before it need more.
+    // Each edge goes to its share of the whole, or farther where the least lengths before it need more. Edges
+    // of controls that do not stand side by side know nothing of each other.
     const auto push = [&](double share) {
         for (qsizetype i = 0; i < edges.size(); ++i) {
-            at[i] = i == 0 ? 0.0 : std::max(edges[i] * share, at[i - 1]);
+            at[i] = edges[i] * share;
             for (const Piece& piece : pieces)
                 if (piece.to == i)
                     at[i] = std::max(at[i], at[piece.from] + piece.least);
@@ -98,7 +99,6 @@ void ProportionalAxis::solve(int whole, int actual)
         // What went too far comes back, and what stands before it gives way.
         at.last() = std::min(at.last(), double(actual));
         for (qsizetype i = edges.size() - 2; i >= 0; --i) {
-            at[i] = std::min(at[i], at[i + 1]);
             for (const Piece& piece : pieces)
                 if (piece.from == i)
                     at[i] = std::min(at[i], at[piece.to] - piece.least);

@@ -212,11 +212,25 @@ TEST_F(LayoutTest, ANarrowWindowKeepsEveryActionInReach)
 TEST_F(LayoutTest, TheListKeepsTwoRowsInALowWindow)
 {
     start();
-    for (const QSize size : {QSize(713, 265), QSize(713, 200), QSize(433, 240), QSize(300, 300)}) {
+    for (const QSize size :
+         {QSize(713, 265), QSize(713, 200), QSize(433, 240), QSize(300, 300), QSize(240, 200)}) {
         resizeTo(size);
         EXPECT_GE(main().List1->viewport()->height(),
                   2 * main().List1->visualItemRect(main().List1->item(0)).height())
             << size.width() << " by " << size.height();
+    }
+}
+
+TEST_F(LayoutTest, ANarrowWindowShowsItsTabsAndItsHelpWhole)
+{
+    start();
+    for (const QSize size : {QSize(240, 200), QSize(240, 400), QSize(260, 700), QSize(300, 300)}) {
+        resizeTo(size);
+        for (const PictureBox* box : {main().Picture5, main().Picture9, main().Picture12})
+            EXPECT_GE(box->width(), box->sizeHint().width()) << nameOf(box) << " at " << size.width();
+        EXPECT_LE(main().Picture9->geometry().right(), main().Picture13->x()) << size.width();
+        EXPECT_LE(main().Picture13->geometry().right(), main().Picture12->x()) << size.width();
+        EXPECT_LE(main().Picture12->geometry().right(), main().rect().right()) << size.width();
     }
 }
 

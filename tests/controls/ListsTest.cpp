@@ -30,6 +30,22 @@ TEST(PathList, ALongPathCanBeScrolledToAndTheExtentNeverShrinks)
     EXPECT_EQ(list.horizontalExtent(), extent);
 }
 
+TEST(PathList, WhereTheBarWouldHideTheSecondRowItIsLeftOutUntilThereIsRoom)
+{
+    PathList list;
+    list.resize(100, 100);
+    list.addItemsWithExtent({QString(200, QLatin1Char('w')), QStringLiteral("b"), QStringLiteral("c")});
+    list.show();
+    const auto hasBar = [&] { return list.horizontalScrollBar()->isVisible(); };
+    EXPECT_TRUE(QTest::qWaitFor(hasBar));
+    list.resize(100, list.heightOfTwoRows() - 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !hasBar(); }));
+    EXPECT_GE(list.viewport()->height(), 2 * list.visualItemRect(list.item(0)).height());
+    list.resize(100, list.heightOfTwoRows());
+    EXPECT_TRUE(QTest::qWaitFor(hasBar));
+    EXPECT_GE(list.viewport()->height(), 2 * list.visualItemRect(list.item(0)).height());
+}
+
 TEST(PathList, FilledAfreshItHasTheNewRowsAndNoneIsSelected)
 {
     const QStringList all{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c"), QStringLiteral("d")};

@@ -70,6 +70,23 @@ TEST(Resizer, PlacesControlsInProportionToTheirDesign)
     EXPECT_EQ(innermost->geometry(), QRect(100, 0, 100, 75));
 }
 
+TEST(Resizer, RowsThatShareNoHeightDoNotPushEachOther)
+{
+    QWidget form;
+    auto* above = new QWidget(&form);
+    auto* left = new QWidget(&form);
+    auto* right = new QWidget(&form);
+    Resizer resizer(&form, {200, 100});
+    resizer.place(above, {0, 0, 50, 40}, {60, 0});
+    resizer.place(left, {0, 50, 100, 40}, {30, 0});
+    resizer.place(right, {100, 50, 100, 40}, {60, 0});
+    resizeTo(form, 100, 100);
+    resizer.layOut();
+    EXPECT_EQ(above->width(), 60);
+    EXPECT_EQ(right->width(), 60);
+    EXPECT_EQ(right->geometry().right(), 99);
+}
+
 TEST(Resizer, FollowsTheFormAndTellsAfterwards)
 {
     QWidget form;
