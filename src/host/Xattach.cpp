@@ -185,10 +185,14 @@ void Xattach::layOut()
     size->addWidget(Text12);
     auto* const about = new QVBoxLayout;
     about->setSpacing(8);
-    about->addWidget(Text1);
     about->addLayout(size);
     about->addWidget(Frame1);
     about->addStretch();
+    // The preview takes what room there is.
+    auto* const seen = new QHBoxLayout;
+    seen->setSpacing(8);
+    seen->addWidget(DwgThumbnail1, 1);
+    seen->addLayout(about);
 
     auto* const folder = new QHBoxLayout;
     folder->setSpacing(8);
@@ -204,18 +208,18 @@ void Xattach::layOut()
     grid->setContentsMargins(8, 8, 8, 8);
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(6);
-    grid->addWidget(DwgThumbnail1, 0, 0);
-    grid->addLayout(about, 0, 1, 1, 2);
-    grid->addWidget(Frame2, 1, 0);
-    grid->addWidget(Frame5, 1, 1);
-    grid->addWidget(Frame3, 1, 2);
-    grid->addWidget(Frame4, 2, 0, 1, 3);
-    grid->addWidget(Check5, 3, 0, 1, 3);
-    grid->addLayout(folder, 4, 0, 1, 3);
-    grid->addLayout(buttons, 5, 0, 1, 3);
+    grid->addWidget(Text1, 0, 0, 1, 3);
+    grid->addLayout(seen, 1, 0, 1, 3);
+    grid->addWidget(Frame2, 2, 0);
+    grid->addWidget(Frame5, 2, 1);
+    grid->addWidget(Frame3, 2, 2);
+    grid->addWidget(Frame4, 3, 0, 1, 3);
+    grid->addWidget(Check5, 4, 0, 1, 3);
+    grid->addLayout(folder, 5, 0, 1, 3);
+    grid->addLayout(buttons, 6, 0, 1, 3);
     for (int column = 0; column < 3; ++column)
         grid->setColumnStretch(column, 1);
-    grid->setRowStretch(0, 1);
+    grid->setRowStretch(1, 1);
     const QList<QWidget*> order = {Text1,  Text12, Option1, Check1,   Text2,    Text3,   Text4, Check2,
                                    Text5,  Text6,  Text7,   Check3,   Text10,   Check4,  Text9, Combo1,
                                    Text11, Check5, Text8,   Command1, Command3, Command2};

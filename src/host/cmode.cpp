@@ -58,9 +58,11 @@ void cmode::layOut()
     column->addWidget(Label1);
     column->addWidget(Check5);
     column->addLayout(target);
-    column->addStretch();
+    column->addSpacing(8);
     column->addLayout(buttons);
-    resize(480, 160);
+    // Room below would show nothing.
+    column->setSizeConstraint(QLayout::SetMinAndMaxSize);
+    resize(480, sizeHint().height());
 }
 
 void cmode::load()

@@ -16,6 +16,12 @@
 #include <QPlainTextEdit>
 
 namespace zv {
+namespace {
+
+constexpr int kWidestButton = 110;
+
+} // namespace
+
 Cart::Cart(Program& program) : Window(program, QStringLiteral("Cart"), QStringLiteral("Drawing Queue"))
 {
     makeControls();
@@ -71,8 +77,11 @@ void Cart::layOut()
     for (QPushButton* control : {Command5, Command1, Command11, Command2, Command3}) {
         // Five of them stand side by side in a small window, too.
         control->setMinimumWidth(control->fontMetrics().horizontalAdvance(control->text()) + 16);
-        inSelection->addWidget(control);
+        control->setMaximumWidth(kWidestButton);
+        inSelection->addWidget(control, 1);
     }
+    // What ends the window stands apart from what works on the list.
+    inSelection->insertStretch(3);
 
     auto* const about = new QVBoxLayout;
     about->setSpacing(8);

@@ -55,9 +55,13 @@ void NewFolder::layOut()
     column->addWidget(Frame1);
     column->addWidget(Label1);
     column->addWidget(Text2);
-    column->addStretch();
+    column->addSpacing(8);
     column->addLayout(buttons);
-    resize(360, 190);
+    // Room below would show nothing.
+    for (QWidget* rigid : {static_cast<QWidget*>(Frame1), static_cast<QWidget*>(Label1)})
+        rigid->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    column->setSizeConstraint(QLayout::SetMinAndMaxSize);
+    resize(360, sizeHint().height());
 }
 
 void NewFolder::load()

@@ -55,6 +55,14 @@ TEST_F(CmodeTest, TellsTheDrawingAndWhereItsCopyWouldGo)
         << "when it comes up, not when it opens";
 }
 
+TEST_F(CmodeTest, GrowsWiderOnly)
+{
+    cmode& window = open();
+    const int height = window.height();
+    window.resize(1400, 1000);
+    EXPECT_EQ(window.size(), QSize(1400, height));
+}
+
 TEST_F(CmodeTest, HasTheCaptionsThatUsersKnow)
 {
     open();

@@ -284,6 +284,17 @@ TEST_F(CopyDialogsTest, ANewFolderIsMadeUnderTheOpenOneAndOpened)
     EXPECT_TRUE(waitUntil([this] { return control("Command11", "CartCopy")->hasFocus(); }));
 }
 
+TEST_F(CopyDialogsTest, TheNewFolderDialogGrowsWiderOnly)
+{
+    openCartCopy({});
+    ASSERT_TRUE(click("Command1", "CartCopy"));
+    ASSERT_TRUE(appears("sNewFolder"));
+    Window* dialog = program->loaded("sNewFolder");
+    const int height = dialog->height();
+    dialog->resize(1400, 1000);
+    EXPECT_EQ(dialog->size(), QSize(1400, height));
+}
+
 TEST_F(CopyDialogsTest, ANewFolderWithoutANameIsAskedFor)
 {
     openCartCopy({});
