@@ -6,6 +6,7 @@
 #include "controls/PanelPictures.h"
 #include "controls/ThumbnailPicture.h"
 #include "platform/Files.h"
+#include "platform/Workers.h"
 #include "search/KeywordScan.h"
 #include "window/DwgPropsX.h"
 
@@ -37,6 +38,7 @@ double memoryInUse()
 }
 
 struct Office : OfficeFixture {
+    using OfficeFixture::control;
     using OfficeFixture::drawings;
     using OfficeFixture::listPath;
     using OfficeFixture::master;
@@ -161,6 +163,33 @@ BENCHMARK(scanOnSlowShare)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->Iterations(1);
+
+/// From the press of the stop button to the end of the run, through the window, while all reads hang.
+void stopWhileReadsHang(benchmark::State& state)
+{
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds kHangs(3000);
+    Office office;
+    office.openOver(kDrawings);
+    auto* const stop = office.control<QAbstractButton>(QStringLiteral("Command4"), QStringLiteral("Search"));
+    for ([[maybe_unused]] auto _ : state) {
+        setRoundTrip(kHangs);
+        Clock::time_point pressed;
+        // The user presses whenever he likes, not when the program happens to look.
+        std::thread user([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(203));
+            pressed = Clock::now();
+            QMetaObject::invokeMethod(stop, &QAbstractButton::click, Qt::QueuedConnection);
+        });
+        office.search("nowhere");
+        const Clock::time_point ended = Clock::now();
+        user.join();
+        state.SetIterationTime(std::chrono::duration<double>(ended - pressed).count());
+        setRoundTrip({});
+        static_cast<void>(waitForWorkers(2 * kHangs));
+    }
+}
+BENCHMARK(stopWhileReadsHang)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(5);
 
 constexpr QSize kRoom(85, 75); ///< Of a cell.
 
