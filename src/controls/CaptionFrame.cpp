@@ -12,6 +12,8 @@ namespace {
 constexpr int kIndent = 8; ///< From the frame's edge to its caption.
 constexpr int kGap = 4;    ///< Between the line and the caption in it.
 constexpr double kCorner = 3;
+/// How small the letters of a caption become in a narrow frame before it loses some of them.
+constexpr int kLeastPercent = 80;
 
 /// What letters take: capitals and what hangs below the line. Accents may touch the edge.
 int letterHeight(const QFontMetrics& metrics)
@@ -40,6 +42,11 @@ QFont CaptionFrame::captionFont() const
     const int wanted = letterHeight(fontMetrics());
     if (m_captionHeight > 0 && m_captionHeight < wanted)
         smaller.setPixelSize(std::max(6, fontInfo().pixelSize() * m_captionHeight / wanted));
+    const int size = QFontInfo(smaller).pixelSize(), least = size * kLeastPercent / 100;
+    const int room = width() - 2 * (kIndent + kGap);
+    for (int pixels = size - 1; pixels >= least && QFontMetrics(smaller).horizontalAdvance(title()) > room;
+         --pixels)
+        smaller.setPixelSize(pixels);
     return smaller;
 }
 

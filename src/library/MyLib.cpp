@@ -9,6 +9,7 @@
 #include "library/Catalogue.h"
 #include "library/FieldColors.h"
 #include "library/ListFile.h"
+#include "library/ShownNames.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "window/MainWindow.h"
@@ -31,7 +32,8 @@ std::string textOf(const QListWidget& list, int row)
     return toBytes(list.item(row)->text());
 }
 
-/// Adds the drawings of a list to a list box. Errors: the list cannot be read.
+/// Adds the drawings of a list to a list box; a box that was empty shows their names. Errors: the list cannot
+/// be read.
 Result<void> fill(PathList& box, const std::string& list)
 {
     const auto lines = readListFile(list);
@@ -42,7 +44,10 @@ Result<void> fill(PathList& box, const std::string& list)
     QStringList paths;
     for (const ListLine& line : *lines)
         paths << toText(line.shownPath());
+    const bool first = box.count() == 0;
     box.setItemsWithExtent(paths);
+    if (first)
+        scrollToNames(box);
     return {};
 }
 
@@ -146,6 +151,7 @@ void MyLib::clickMine(int row)
     SourcePath = MyListPath;
     if (const auto label = listLabel(SourcePath, std::size_t(row) + 1)) {
         Text4->setText(toText(*label));
+        Text4->setCursorPosition(0);
         setGround(Text4, Ground::PaleYellow);
     }
     showDrawing(textOf(*List1, row));

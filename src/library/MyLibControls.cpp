@@ -23,6 +23,7 @@ namespace zv {
 namespace {
 
 constexpr QSize kSmallest(433, 433);
+constexpr int kLeastExternal = 128; ///< Width at which the frame's caption is read whole.
 
 PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
 {
@@ -130,6 +131,7 @@ void MyLib::placeControls()
         top += 34;
     }
     frame(FrameExternal, {280, 294, 153, 58});
+    Resizer1->setLeast(FrameExternal, {kLeastExternal, 0});
     Resizer1->place(Command4, {8, 24, 137, 26}, natural(Command4));
 
     frame(FrameMine, {441, 8, 264, 344});

@@ -15,6 +15,7 @@
 #include "library/FieldColors.h"
 #include "library/LibraryCombo.h"
 #include "library/ListFile.h"
+#include "library/ShownNames.h"
 #include "library/SizeCount.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -177,6 +178,7 @@ void Newlib::chooseExisting()
     std::vector<std::string> paths;
     if (!readList(paths))
         return;
+    scrollToNames(*List1);
     Text7->setText(QString::number(paths.size()));
     EditMode = ModeExisting;
     m_sizes->start(std::move(paths));

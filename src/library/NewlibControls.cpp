@@ -25,6 +25,35 @@ namespace zv {
 namespace {
 
 constexpr QSize kSmallest(433, 433);
+constexpr int kLeastChoice = 150; ///< Width of the frames on the left: their captions are read whole.
+
+/// The least height of a line of controls.
+int rowHeight(const QWidget& window)
+{
+    return window.fontMetrics().height() + 5;
+}
+
+/// The narrowest width at which a label takes no more than two lines.
+int widthForTwoLines(const QLabel& label)
+{
+    const int two = 2 * label.fontMetrics().lineSpacing();
+    int width = label.fontMetrics().horizontalAdvance(label.text()) / 2;
+    while (label.heightForWidth(width) > two)
+        ++width;
+    return width;
+}
+
+/// Gives a label smaller letters where its width asks for it.
+void fitLetters(QLabel& label)
+{
+    QFont letters = label.parentWidget()->font();
+    const int size = QFontInfo(letters).pixelSize();
+    for (int pixels = size - 1;
+         QFontMetrics(letters).horizontalAdvance(label.text()) > label.width() && pixels >= size * 4 / 5;
+         --pixels)
+        letters.setPixelSize(pixels);
+    label.setFont(letters);
+}
 
 PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
 {
@@ -38,6 +67,8 @@ QLineEdit* shownText(const char* name, QWidget* parent)
 {
     auto* text = named<QLineEdit>(name, parent);
     text->setReadOnly(true);
+    // A number that is longer than the field begins where it is read.
+    QObject::connect(text, &QLineEdit::textChanged, text, [text] { text->setCursorPosition(0); });
     return text;
 }
 
@@ -155,27 +186,27 @@ void Newlib::placeControls()
     placeDetails();
     int left = 449;
     for (PictureButton* command : {Command9, Command8, Command11}) {
-        Resizer1->place(command, {left, 572, 80, 26},
-                        {command->minimumSizeHint().width(), std::max(22, fontMetrics().height() + 8)});
+        Resizer1->place(command, {left, 572, 80, 26}, {command->minimumSizeHint().width(), rowHeight(*this)});
         left += 88;
     }
 }
 
 void Newlib::placeLibraryChoice()
 {
-    const int row = std::max(22, fontMetrics().height() + 8);
+    const int row = rowHeight(*this);
     const QSize line(0, row), caption(0, FrameNew->naturalCaptionHeight() + 2);
     const QSize text(0, fontMetrics().height());
     int top = 8;
     for (const auto& [frame, height] :
          {std::pair(FrameNew, 106), std::pair(FrameRename, 88), std::pair(FrameDelete, 88),
           std::pair(FramePath, 58), std::pair(FramePreview, 184)}) {
-        Resizer1->place(frame, {8, top, 190, height}, {128, 0});
+        Resizer1->place(frame, {8, top, 190, height}, {kLeastChoice, 0});
         Resizer1->reserve(frame, {8, 0, 174, 22}, caption);
         top += height + 8;
     }
     Resizer1->place(Text1, {8, 22, 174, 26}, line);
     Resizer1->place(LabelSelect, {8, 52, 174, 18}, text);
+    connect(Resizer1, &Resizer::resized, this, [this] { fitLetters(*LabelSelect); });
     Resizer1->place(Combo2, {8, 72, 174, 26}, line);
     Resizer1->place(Combo1, {8, 22, 174, 26}, line);
     Resizer1->place(LabelTo, {8, 54, 22, 26}, LabelTo->sizeHint());
@@ -189,7 +220,7 @@ void Newlib::placeLibraryChoice()
 
 void Newlib::placeDrawings()
 {
-    const int row = std::max(22, fontMetrics().height() + 8);
+    const int row = rowHeight(*this);
     const QSize line(0, row);
     const auto natural = [row](QWidget* control) { return QSize(control->minimumSizeHint().width(), row); };
     Resizer1->place(FrameFiles, {206, 8, 499, 364});
@@ -205,26 +236,31 @@ void Newlib::placeDrawings()
     Resizer1->place(Command7, {186, 174, 114, 26}, line);
     Resizer1->place(Command10, {186, 206, 114, 26}, line);
     Resizer1->place(List1, {308, 22, 183, 210});
-    Resizer1->place(LabelLabel, {308, 238, 183, 18}, {0, fontMetrics().height()});
-    Resizer1->place(Text5, {308, 258, 129, 26}, line);
+    Resizer1->place(LabelLabel, {186, 238, 305, 18}, {0, fontMetrics().height()});
+    Resizer1->place(Text5, {186, 258, 251, 26}, line);
     Resizer1->place(Command5, {443, 258, 48, 26}, natural(Command5));
-    Resizer1->place(LabelFiles, {308, 298, 84, 26}, {LabelFiles->sizeHint().width(), row});
-    Resizer1->place(Text7, {396, 298, 95, 26}, line);
-    Resizer1->place(LabelSize, {308, 330, 84, 26}, {LabelSize->sizeHint().width(), row});
-    Resizer1->place(Text8, {396, 330, 95, 26}, line);
+    Resizer1->place(LabelFiles, {186, 298, 114, 26}, {LabelFiles->sizeHint().width(), row});
+    Resizer1->place(Text7, {308, 298, 183, 26}, line);
+    Resizer1->place(LabelSize, {186, 330, 114, 26}, {LabelSize->sizeHint().width(), row});
+    Resizer1->place(Text8, {308, 330, 183, 26}, line);
 }
 
 void Newlib::placeDetails()
 {
-    const int row = std::max(22, fontMetrics().height() + 8);
-    Resizer1->place(FrameProperties, {206, 380, 499, 184});
-    Resizer1->reserve(FrameProperties, {8, 0, 483, 22}, {0, FrameProperties->naturalCaptionHeight() + 2});
+    const int row = rowHeight(*this), letters = fontMetrics().height();
+    const int caption = FrameProperties->naturalCaptionHeight() + 2, note = 2 * fontMetrics().lineSpacing();
+    const int keywords = letters + 12; // A line of it, with the edges of the text.
+    constexpr int kGaps = 6 * 3;
+    Resizer1->place(FrameProperties, {206, 380, 499, 184},
+                    {0, caption + letters + keywords + row + note + row + kGaps});
+    Resizer1->reserve(FrameProperties, {8, 0, 483, 22}, {0, caption});
     Resizer1->place(Text3, {8, 22, 300, 154});
-    Resizer1->place(LabelKeywords, {316, 22, 175, 18}, {0, fontMetrics().height()});
-    Resizer1->place(Text4, {316, 42, 175, 36});
+    Resizer1->place(LabelKeywords, {316, 22, 175, 18}, {0, letters});
+    Resizer1->place(Text4, {316, 42, 175, 36}, {0, keywords});
     Resizer1->place(LabelFileSize, {316, 84, 72, 26}, {LabelFileSize->sizeHint().width(), row});
-    Resizer1->place(Text6, {394, 84, 97, 26}, {0, row});
-    Resizer1->place(LabelNote, {316, 114, 175, 34}, {0, 2 * fontMetrics().height()});
+    Resizer1->place(Text6, {394, 84, 97, 26},
+                    {fontMetrics().horizontalAdvance(QStringLiteral("99999 KB")) + 12, row});
+    Resizer1->place(LabelNote, {316, 114, 175, 34}, {widthForTwoLines(*LabelNote), note});
     Resizer1->place(Command12, {421, 150, 70, 26}, {Command12->minimumSizeHint().width(), row});
 }
 

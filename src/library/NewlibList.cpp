@@ -9,6 +9,7 @@
 #include "library/FieldColors.h"
 #include "library/LibraryCombo.h"
 #include "library/ListFile.h"
+#include "library/ShownNames.h"
 #include "library/SizeCount.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
@@ -100,10 +101,16 @@ void Newlib::add()
         rows << toText(entry.path);
         AddedKB = totalWith(AddedKB, entry.path);
     }
+    const bool first = List1->count() == 0;
     List1->addItemsWithExtent(rows);
+    if (first)
+        scrollToNames(*List1);
     Text8->setText(QStringLiteral("%1 KB").arg(AddedKB));
     Text7->setText(QString::number(List1->count()));
     File1->refresh();
+    // The keys would go on to Remove All.
+    if (Command1->hasFocus())
+        File1->setFocus();
     Command1->setEnabled(false);
     if (EditMode == ModeNew) {
         Dirty = 1;
@@ -200,6 +207,7 @@ void Newlib::move(int step)
         return;
     }
     (step < 0 ? MoveUpPending : MoveDownPending) = 1;
+    const bool byKeys = button->hasFocus();
     const std::string path = toBytes(List1->item(row)->text());
     {
         // Only the selecting of the new row is a click.
@@ -208,6 +216,9 @@ void Newlib::move(int step)
         List1->insertItem(target, List1->takeItem(row));
     }
     List1->setCurrentRow(target);
+    // At an end the keys would go on to the other direction.
+    if (byKeys && !button->isEnabled())
+        List1->setFocus();
     const auto moved = moveListLine(ListPath, std::size_t(row) + 1, std::size_t(target) + 1, path);
     if (!moved && moved.error().code == ErrorCode::Busy)
         showChanged();

@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 
+#include "controls/CaptionFrame.h"
 #include "controls/FileList.h"
 #include "controls/FolderList.h"
 #include "controls/PathList.h"
@@ -9,6 +10,7 @@
 #include "window/TextBytes.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
 
 namespace zv {
@@ -114,6 +116,27 @@ bool EditorFixture::inPlay(const char* name)
 QColor EditorFixture::groundOf(const char* name)
 {
     return control(QLatin1String(name), "Newlib")->palette().color(QPalette::Active, QPalette::Base);
+}
+
+void EditorFixture::labelsAreReadWhole(QWidget& window)
+{
+    for (const QSize size : {QSize(433, 433), QSize(713, 606), QSize(1400, 1000)}) {
+        window.resize(size);
+        EXPECT_TRUE(waitUntil([&] { return window.size() == size; }));
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            const int needed = label->wordWrap() ? label->heightForWidth(label->width()) : 0;
+            const int words = label->wordWrap() ? 0 : label->fontMetrics().horizontalAdvance(label->text());
+            EXPECT_GE(label->height(), needed) << label->objectName().toStdString() << " at " << size.width();
+            EXPECT_GE(label->width(), words) << label->objectName().toStdString() << " at " << size.width();
+        }
+        for (const CaptionFrame* frame : window.findChildren<CaptionFrame*>()) {
+            // A caption is drawn smaller, down to this, before it is cut.
+            QFont letters = frame->font();
+            letters.setPixelSize(QFontInfo(letters).pixelSize() * 4 / 5);
+            EXPECT_GE(frame->width() - 24, QFontMetrics(letters).horizontalAdvance(frame->title()))
+                << frame->objectName().toStdString() << " at " << size.width();
+        }
+    }
 }
 
 int EditorFixture::selectedRow()

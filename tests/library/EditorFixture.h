@@ -43,6 +43,8 @@ protected:
         type(QLatin1String(name), what, QStringLiteral("Newlib"));
     }
     QColor groundOf(const char* name);
+    /// Expects that no label and no caption of a window is cut at the sizes in use.
+    static void labelsAreReadWhole(QWidget& window);
     /// The last message whole: title, icon, text.
     std::string lastBox() const;
 };

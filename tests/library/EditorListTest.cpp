@@ -3,6 +3,7 @@
 #include "controls/DwgThumbnail.h"
 #include "controls/FileList.h"
 #include "controls/PathList.h"
+#include "controls/PictureButton.h"
 #include "platform/Files.h"
 
 #include <QApplication>
@@ -263,6 +264,23 @@ TEST_F(EditorListTest, MovesChangeTheOrderInTheFile)
     EXPECT_EQ(editor().MoveDownPending, 0);
     EXPECT_EQ(editor().Dirty, 0);
     EXPECT_FALSE(exists("Doors.ls$"));
+}
+
+TEST_F(EditorListTest, AButtonThatDisablesItselfHandsTheKeysToItsList)
+{
+    openDoors(3);
+    ASSERT_TRUE(pick({"D1.dwg"}));
+    editor().Command1->setFocus();
+    QTest::keyClick(editor().Command1, Qt::Key_Space);
+    EXPECT_EQ(QApplication::focusWidget(), editor().File1);
+    ASSERT_TRUE(select(1));
+    editor().Command7->setFocus();
+    QTest::keyClick(editor().Command7, Qt::Key_Space);
+    EXPECT_EQ(selectedRow(), 0);
+    EXPECT_EQ(QApplication::focusWidget(), editor().List1);
+    editor().Command10->setFocus();
+    QTest::keyClick(editor().Command10, Qt::Key_Space);
+    EXPECT_EQ(QApplication::focusWidget(), editor().Command10) << "it can go on";
 }
 
 TEST_F(EditorListTest, WhatAnotherUserAddedStaysThroughAMove)

@@ -14,6 +14,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTest>
 
 namespace zv {
@@ -151,6 +152,26 @@ TEST_F(EditorModesTest, ChoosingAnotherLibraryBlanksTheDrawingInHandAndTheOtherN
         EXPECT_EQ(shown(text), "") << text;
     EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), "");
     EXPECT_TRUE(editor().Combo2->isLocked());
+}
+
+TEST_F(EditorModesTest, WhatIsSeenOfTheDrawingsBeginsBehindTheirCommonFolder)
+{
+    const std::string far = "/office/" + std::string(200, 'f') + "/";
+    makeLibrary("One", {far + "Door.dwg", far + "Window.dwg"});
+    makeLibrary("Two", {far + "Door.dwg", "/office/Window.dwg"});
+    makeLibrary("None", {far + "Door.dwg", "Window.dwg"});
+    makeLibrary("Short", {"/a/Door.dwg", "/a/Window.dwg"});
+    open({"One", "Two", "None", "Short"});
+    const auto seenFrom = [this](const char* library) {
+        EXPECT_TRUE(chooseIn("Combo2", library));
+        return editor().List1->horizontalScrollBar()->value();
+    };
+    const QFontMetrics letters = editor().List1->fontMetrics();
+    EXPECT_GT(editor().List1->width(), letters.horizontalAdvance("Window.dwg"));
+    EXPECT_GT(seenFrom("One"), letters.horizontalAdvance(QString::fromStdString(far)) / 2);
+    EXPECT_EQ(seenFrom("Two"), letters.horizontalAdvance("/office/"));
+    EXPECT_EQ(seenFrom("None"), 0);
+    EXPECT_LE(seenFrom("Short"), letters.horizontalAdvance("/a/"));
 }
 
 TEST_F(EditorModesTest, ALibrarysSizeIsRoundedAtEveryDrawing)
@@ -442,6 +463,12 @@ TEST_F(EditorModesTest, EachFrameAndLabelHasItsCaption)
                            "Add Drawing Files:", "Drawing Preview", "DWG Properties",
                            "Or Select Existing Library", "To", "Drawing Label:", "Total Files:",
                            "Total Size:", "Select the Edit button to modify DWGPROPS"}));
+}
+
+TEST_F(EditorModesTest, EveryLabelIsReadWholeAtEverySize)
+{
+    open({"Doors"});
+    labelsAreReadWhole(editor());
 }
 
 TEST_F(EditorModesTest, EveryControlCanBeReachedAndSaysWhatItIs)

@@ -1,7 +1,9 @@
 #include "EditorFixture.h"
 
+#include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/PathList.h"
+#include "controls/PictureButton.h"
 #include "library/MyLib.h"
 #include "platform/Files.h"
 #include "platform/System.h"
@@ -10,6 +12,7 @@
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
@@ -268,6 +271,53 @@ TEST_F(MyLibTest, ALabelIsChangedInTheUsersList)
     EXPECT_EQ(myBytes(), linesOf({paths[0]}) + paths[1] + ";Mine\r\n");
     EXPECT_EQ(window().List1->currentRow(), 1);
     EXPECT_EQ(QApplication::focusWidget(), window().List1);
+}
+
+TEST_F(MyLibTest, EveryLabelIsReadWholeAtEverySize)
+{
+    openMyLib();
+    labelsAreReadWhole(window());
+}
+
+TEST_F(MyLibTest, ALongLabelIsShownFromItsBeginning)
+{
+    const std::string path = drawings(1)[0];
+    ASSERT_TRUE(writeFile(mine(), path + ";" + std::string(300, 'L') + "\r\n"));
+    openMyLib();
+    ASSERT_TRUE(selectIn("List1", 0));
+    EXPECT_EQ(window().Text4->cursorPosition(), 0);
+}
+
+TEST_F(MyLibTest, DrawingsFromAnEarlierRuleStayWhereBrowsingIsNotAllowed)
+{
+    setKey(Installation, "MyLib", "Userlib", "0");
+    fillMine({"/elsewhere/own.dwg"});
+    openMyLib();
+    EXPECT_FALSE(enabled("Command4", "MyLib"));
+    EXPECT_EQ(rowsOf("List1"), texts({"/elsewhere/own.dwg"}));
+}
+
+TEST_F(MyLibTest, EachButtonAndFrameHasItsCaption)
+{
+    openMyLib();
+    const struct {
+        PictureButton* button;
+        const char* caption;
+    } buttons[] = {{window().Command1, "Add"},        {window().Command2, "Remove"},
+                   {window().Command3, "Remove All"}, {window().Command4, "&Browse"},
+                   {window().Command5, "O&k"},        {window().Command6, "&Help"},
+                   {window().Command8, "&Cancel"},    {window().Command11, "&Ok"}};
+    for (const auto& [button, caption] : buttons)
+        EXPECT_EQ(button->text(), caption);
+    EXPECT_EQ(window().Command6->toolTip(), "Zelvora Help Menu");
+    EXPECT_EQ(window().Command11->toolTip(), "Close and Save Changes");
+    EXPECT_EQ(window().Command8->toolTip(), "Discard");
+    EXPECT_EQ(window().FrameSource->title(), "Select Library");
+    EXPECT_EQ(window().FrameMine->title(), "MyLib For User");
+    EXPECT_EQ(window().FrameExternal->title(), "Add External Files:");
+    EXPECT_EQ(window().FrameInfo->title(), "Drawing Info");
+    EXPECT_EQ(window().LabelComments->text(), "Drawing Comments:");
+    EXPECT_EQ(window().LabelKeywords->text(), "Keywords:");
 }
 
 TEST_F(MyLibTest, EveryWayOutBringsTheMainWindowBackAndDiscardsNothing)
