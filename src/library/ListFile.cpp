@@ -156,7 +156,7 @@ Result<void> appendToList(const std::string& listPath, const std::vector<ListEnt
         return old.error();
     if (textLines(old.valueOr({})).size() + entries.size() > kMostListLines)
         return tooManyLines(listPath);
-    return appendLines(listPath, joined(entries));
+    return appendLines(listPath, joined(entries), listWorkingCopy(listPath));
 }
 
 Result<void> removeListLine(const std::string& listPath, std::size_t index,

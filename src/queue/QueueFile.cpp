@@ -10,6 +10,11 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
+std::string workingCopyOf(const std::string& queuePath)
+{
+    return queuePath + ".new";
+}
+
 } // namespace
 
 std::string queuePath(const std::string& userFolder, const std::string& loginName)
@@ -20,7 +25,7 @@ std::string queuePath(const std::string& userFolder, const std::string& loginNam
 Result<void> addToQueue(const std::string& queuePath, const std::string& drawing,
                         const std::function<void()>& whileOpen)
 {
-    return appendLines(queuePath, drawing + kLineEnd, whileOpen);
+    return appendLines(queuePath, drawing + kLineEnd, workingCopyOf(queuePath), whileOpen);
 }
 
 bool isQueuedPath(std::string_view path)
@@ -46,7 +51,7 @@ Result<void> saveQueue(const std::string& queuePath, const std::vector<std::stri
     std::string bytes;
     for (const std::string& drawing : drawings)
         bytes += drawing + kLineEnd;
-    return replaceFile(queuePath, queuePath + ".new", bytes);
+    return replaceFile(queuePath, workingCopyOf(queuePath), bytes);
 }
 
 } // namespace zv

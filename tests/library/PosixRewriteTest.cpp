@@ -110,22 +110,5 @@ TEST_F(PosixRewriteTest, TwoProcessesThatRewriteOneListLeaveAWholeOne)
     EXPECT_FALSE(fileExists(folder.file("a.ls$")));
 }
 
-TEST_F(PosixRewriteTest, DrawingsThatAreAddedDuringRewritesAreNotLost)
-{
-    constexpr int kRounds = 50;
-    const std::string path = folder.write("a.lst", "a.dwg;0\r\n");
-    const pid_t child = ::fork();
-    for (int i = 1; i <= kRounds; ++i) {
-        if (child != 0)
-            static_cast<void>(changeListLabel(path, 1, std::to_string(i)).ok());
-        else
-            static_cast<void>(appendToList(path, {{"n" + std::to_string(i) + ".dwg", "N"}}).ok());
-    }
-    if (child == 0)
-        ::_exit(0);
-    ::waitpid(child, nullptr, 0);
-    EXPECT_EQ(readListFile(path).valueOr({}).size(), 1u + kRounds);
-}
-
 } // namespace
 } // namespace zv

@@ -1,6 +1,7 @@
 #include "platform/Files.h"
 
 #include "support/FailingFiles.h"
+#include "support/KilledProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -51,6 +52,21 @@ TEST_F(PosixFilesTest, ADanglingLinkIsNoPlaceForANewFile)
     EXPECT_FALSE(fileExists(folder.file("gone")));
 }
 
+TEST_F(PosixFilesTest, AFileThatIsMadeLeavesNothingElseBehindWhereverTheProgramEnds)
+{
+    bool killed = true;
+    for (int step = 0; killed; ++step) {
+        const TemporaryFolder own;
+        killed = runUntilKilled([&] {
+            const FailingFiles files(Fault::Killed, step);
+            return createFile(own.file("a.csv"), "header\r\n").ok();
+        });
+        for (const auto& left : std::filesystem::directory_iterator(own.path()))
+            EXPECT_EQ(left.path().filename(), "a.csv") << "killed at step " << step;
+        EXPECT_TRUE(killed || own.read("a.csv") == "header\r\n");
+    }
+}
+
 TEST_F(PosixFilesTest, AFileThatCannotBeAskedForIsNotMissing)
 {
     const FailingFiles files(Fault::Fails, 0);
@@ -77,7 +93,7 @@ TEST_F(PosixFilesTest, WhatIsReadWhileALineIsAddedDoesNotHoldUpOthers)
 {
     const std::string path = folder.file("a");
     bool added = false;
-    ASSERT_TRUE(appendLines(path, "one\r\n", [&] {
+    ASSERT_TRUE(appendLines(path, "one\r\n", {}, [&] {
         const int other = ::open(path.c_str(), O_RDWR);
         added = ::flock(other, LOCK_EX | LOCK_NB) == 0;
         ::close(other);

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
+#include <string>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -149,6 +150,15 @@ inline int renameNew(const char* from, const char* to)
 inline int link(const char* from, const char* to)
 {
     return fails(FileStep::Link) ? -1 : ::link(from, to);
+}
+
+/// Gives an open file without a name its first one.
+inline int linkOpen(int file, const char* to)
+{
+    if (fails(FileStep::Link))
+        return -1;
+    const std::string open = "/proc/self/fd/" + std::to_string(file);
+    return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, to, AT_SYMLINK_FOLLOW);
 }
 
 inline int unlink(const char* path)

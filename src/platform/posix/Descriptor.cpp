@@ -118,6 +118,13 @@ Result<void> writeAll(const Descriptor& file, const std::string& path, std::stri
     return {};
 }
 
+Result<void> writeFlushed(const Descriptor& file, const std::string& path, std::string_view bytes)
+{
+    if (Result<void> written = writeAll(file, path, bytes); !written)
+        return written;
+    return calls::fsync(file.number()) == 0 ? Result<void>() : writingError(path);
+}
+
 Result<void> lockFile(const Descriptor& file, const std::string& path, std::chrono::milliseconds patience)
 {
     const auto end = std::chrono::steady_clock::now() + patience;

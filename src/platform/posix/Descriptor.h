@@ -50,6 +50,8 @@ Result<Descriptor> openForWriting(const std::string& path, int flags);
 Result<std::string> readAll(const Descriptor& file, const std::string& path, std::uint64_t most);
 /// Writes all bytes. Errors: Failed.
 Result<void> writeAll(const Descriptor& file, const std::string& path, std::string_view bytes);
+/// The same, and flushes them to disk.
+Result<void> writeFlushed(const Descriptor& file, const std::string& path, std::string_view bytes);
 
 /// Waits, at most `patience`, until no other open file has the file's lock, and takes it until the
 /// descriptor is closed. A file system without locks gives it at once. Errors: Busy, another one keeps it;

@@ -13,7 +13,20 @@ constexpr std::chrono::milliseconds kRewritePatience{2000};
 /// How long one that adds waits for the end of a rewrite; it is not held up by a program that never ends.
 constexpr std::chrono::milliseconds kAppendPatience{500};
 constexpr std::string_view kLineEnd = "\r\n";
+constexpr std::string_view kNewEnding = ".new"; ///< Of a file that is being made.
 constexpr int kMostTries = 100;
+
+std::string folderPart(const std::string& path)
+{
+    const std::size_t separator = path.rfind(kPathSeparator);
+    return separator == std::string::npos ? "." : path.substr(0, separator + 1);
+}
+
+/// Network file systems and old ones.
+bool hasNoNamelessFiles(int reason)
+{
+    return reason == EOPNOTSUPP || reason == EISDIR || reason == EINVAL || reason == ENOSYS;
+}
 
 /// Takes a line back that did not fit on the disk, so that no half of it stays.
 void takeBack(const Descriptor& file, off_t end, ssize_t count)
@@ -136,16 +149,25 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
-    const std::string made = path + "." + std::to_string(::getpid());
-    Result<WorkingCopy> copy = WorkingCopy::open(made, {});
-    if (!copy)
-        return copy.error();
-    return copy->become(path, bytes);
+    // A file without a name leaves nothing behind, wherever the program is ended.
+    const Descriptor file(calls::open(folderPart(path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    if (!file) {
+        if (!hasNoNamelessFiles(errno))
+            return writingError(path);
+        Result<WorkingCopy> copy = WorkingCopy::open(path + std::string(kNewEnding), kRewritePatience);
+        return copy ? copy->become(path, bytes) : copy.error();
+    }
+    if (Result<void> written = writeFlushed(file, path, bytes); !written)
+        return written;
+    if (calls::linkOpen(file.number(), path.c_str()) == 0)
+        return {};
+    return errno == EEXIST ? Error{ErrorCode::Busy, path + ": is there already"} : writingError(path);
 }
 
-Result<void> appendLines(const std::string& path, std::string_view lines,
+Result<void> appendLines(const std::string& path, std::string_view lines, const std::string&,
                          const std::function<void()>& whileOpen)
 {
+    // A rewrite holds the file itself, so its working copy need not be asked.
     Result<Descriptor> file = openForAppending(path);
     if (!file)
         return file.error();

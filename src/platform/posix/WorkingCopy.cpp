@@ -100,14 +100,14 @@ Result<void> WorkingCopy::replace(const std::string& target, std::string_view by
     } else if (errno != ENOENT) {
         return writingError(target);
     }
-    if (Result<void> written = fill(bytes); !written)
+    if (Result<void> written = writeFlushed(m_file, m_path, bytes); !written)
         return written;
     return place(target);
 }
 
 Result<void> WorkingCopy::become(const std::string& target, std::string_view bytes)
 {
-    if (Result<void> written = fill(bytes); !written)
+    if (Result<void> written = writeFlushed(m_file, m_path, bytes); !written)
         return written;
     // A rename would take the place of a file that somebody made meanwhile; a second name does not.
     if (calls::link(m_path.c_str(), target.c_str()) == 0)
@@ -126,15 +126,6 @@ Result<void> WorkingCopy::place(const std::string& target)
     if (calls::rename(m_path.c_str(), target.c_str()) != 0)
         return writingError(target);
     m_placed = true;
-    return {};
-}
-
-Result<void> WorkingCopy::fill(std::string_view bytes)
-{
-    if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
-        return written;
-    if (calls::fsync(m_file.number()) != 0)
-        return writingError(m_path);
     return {};
 }
 

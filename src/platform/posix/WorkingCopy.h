@@ -36,7 +36,6 @@ public:
 private:
     WorkingCopy(std::string path, Descriptor file) : m_path(std::move(path)), m_file(std::move(file)) {}
 
-    Result<void> fill(std::string_view bytes);
     Result<void> place(const std::string& target);
 
     std::string m_path;

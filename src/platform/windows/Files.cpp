@@ -13,6 +13,9 @@ constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELE
 constexpr std::size_t kChunk = 1u << 20;
 /// How long another program's rewrite of the same list is waited for.
 constexpr std::chrono::milliseconds kRewritePatience{2000};
+/// How long one that adds waits for the end of a rewrite.
+constexpr std::chrono::milliseconds kAppendPatience{500};
+constexpr std::string_view kNewEnding = ".new"; ///< Of a file that is being made.
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr int kMostTries = 100;
 
@@ -39,6 +42,28 @@ private:
     OVERLAPPED m_place{};
     bool m_locked = false;
 };
+
+/// Opens a file to be added to. Without the right to write elsewhere the system itself puts each write at the
+/// end. The lock and the look at the last line need the right to read, which a file that users may only add
+/// to does not give. Errors: Denied, Failed.
+Result<FileHandle> openForAppending(const std::string& path)
+{
+    const auto end = std::chrono::steady_clock::now() + kAppendPatience;
+    for (;;) {
+        FileHandle file(path, FILE_APPEND_DATA | FILE_READ_DATA, kShareAll, OPEN_ALWAYS);
+        if (file)
+            return file;
+        if (::GetLastError() == ERROR_ACCESS_DENIED) {
+            FileHandle blind(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
+            if (blind)
+                return blind;
+        }
+        // A program that has just rewritten the file lets go of it a moment later.
+        if (::GetLastError() != ERROR_SHARING_VIOLATION || std::chrono::steady_clock::now() >= end)
+            return writingError(path);
+        ::Sleep(1);
+    }
+}
 
 /// Whether the file's last line has no end.
 Result<bool> endsOpen(const FileHandle& file, const std::string& path, LARGE_INTEGER size)
@@ -69,19 +94,6 @@ void takeBack(const std::string& path, LARGE_INTEGER before, DWORD count)
 bool isThere(DWORD reason)
 {
     return reason == ERROR_FILE_EXISTS || reason == ERROR_ALREADY_EXISTS;
-}
-
-/// Writes a new file, in place of one that a crash has left, and flushes it to disk.
-Result<void> writeNewFlushed(const std::string& path, std::string_view bytes)
-{
-    calls::remove(path);
-    const FileHandle file(path, GENERIC_WRITE, 0, CREATE_NEW,
-                          FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
-    if (!file)
-        return writingError(path);
-    if (Result<void> written = writeAll(file, path, bytes); !written)
-        return written;
-    return calls::flush(file.get()) ? Result<void>() : writingError(path);
 }
 
 } // namespace
@@ -177,27 +189,28 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
-    const std::string made = path + "." + std::to_string(::GetCurrentProcessId());
-    Result<void> written = writeNewFlushed(made, bytes);
-    if (written && !calls::move(made, path))
-        written = isThere(::GetLastError()) ? Error{ErrorCode::Busy, path + ": is there already"}
-                                            : writingError(path);
-    if (!written)
-        calls::remove(made);
-    return written;
+    if (bytes.empty()) {
+        const FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, CREATE_NEW,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        if (!file && isThere(::GetLastError()))
+            return Error{ErrorCode::Busy, path + ": is there already"};
+        return file ? Result<void>() : writingError(path);
+    }
+    Result<WorkingCopy> copy = WorkingCopy::open(path + std::string(kNewEnding), kRewritePatience);
+    return copy ? copy->become(path, bytes) : copy.error();
 }
 
-Result<void> appendLines(const std::string& path, std::string_view lines,
+Result<void> appendLines(const std::string& path, std::string_view lines, const std::string& workingCopy,
                          const std::function<void()>& whileOpen)
 {
-    // Without the right to write elsewhere the system itself puts each write at the end. The lock and the
-    // look at the last line need the right to read, which a file that users may only add to does not give.
-    std::optional<FileHandle> file;
-    file.emplace(path, FILE_APPEND_DATA | FILE_READ_DATA, kShareAll, OPEN_ALWAYS);
-    if (!*file && ::GetLastError() == ERROR_ACCESS_DENIED)
-        file.emplace(path, FILE_APPEND_DATA, kShareAll, OPEN_ALWAYS);
-    if (!*file)
-        return writingError(path);
+    // A rewrite has read the file and puts another in its place. A folder that takes no new files has none,
+    // and a program that never ends its rewrite holds nobody up.
+    std::optional<Result<WorkingCopy>> rewritesWait;
+    if (!workingCopy.empty())
+        rewritesWait.emplace(WorkingCopy::open(workingCopy, kAppendPatience));
+    Result<FileHandle> file = openForAppending(path);
+    if (!file)
+        return file.error();
     {
         const AppendLock alone(*file);
         LARGE_INTEGER before{};
@@ -215,6 +228,7 @@ Result<void> appendLines(const std::string& path, std::string_view lines,
             return Error{ErrorCode::Failed, path + ": the disk is full"};
         }
     }
+    rewritesWait.reset();
     if (whileOpen)
         whileOpen();
     return {};

@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t kChunk = 1u << 20;
 constexpr DWORD kLockPauseMs = 1;
+/// How long one that has the target open is waited for.
+constexpr std::chrono::milliseconds kReadersPatience{500};
 
 bool isGone(DWORD reason)
 {
@@ -97,22 +99,52 @@ WorkingCopy::~WorkingCopy()
 
 Result<void> WorkingCopy::replace(const std::string& target, std::string_view bytes)
 {
+    if (Result<void> written = fill(bytes); !written)
+        return written;
+    allowWriting(target);
+    // A file that somebody reads or adds to at this moment keeps its place until it is closed.
+    const auto end = std::chrono::steady_clock::now() + kReadersPatience;
+    while (!place(target, true)) {
+        const DWORD reason = ::GetLastError();
+        if ((!isHeld(reason) && reason != ERROR_ACCESS_DENIED) || std::chrono::steady_clock::now() >= end) {
+            ::SetLastError(reason);
+            return writingError(target);
+        }
+        ::Sleep(kLockPauseMs);
+    }
+    return {};
+}
+
+Result<void> WorkingCopy::become(const std::string& target, std::string_view bytes)
+{
+    if (Result<void> written = fill(bytes); !written)
+        return written;
+    if (place(target, false))
+        return {};
+    const DWORD reason = ::GetLastError();
+    if (reason == ERROR_FILE_EXISTS || reason == ERROR_ALREADY_EXISTS)
+        return Error{ErrorCode::Busy, target + ": is there already"};
+    return writingError(target);
+}
+
+Result<void> WorkingCopy::fill(std::string_view bytes)
+{
     if (Result<void> written = writeAll(m_file, m_path, bytes); !written)
         return written;
-    if (!calls::flush(m_file.get()))
-        return writingError(m_path);
-    allowWriting(target);
+    return calls::flush(m_file.get()) ? Result<void>() : writingError(m_path);
+}
+
+bool WorkingCopy::place(const std::string& target, bool overAnother)
+{
     const std::wstring name = widePath(target);
     const std::size_t nameBytes = name.size() * sizeof(wchar_t);
     std::vector<char> buffer(sizeof(FILE_RENAME_INFO) + nameBytes);
     auto* const info = reinterpret_cast<FILE_RENAME_INFO*>(buffer.data());
-    info->ReplaceIfExists = TRUE;
+    info->ReplaceIfExists = overAnother;
     info->FileNameLength = static_cast<DWORD>(nameBytes);
     std::memcpy(info->FileName, name.data(), nameBytes);
-    if (!calls::replace(m_file.get(), info, static_cast<DWORD>(buffer.size())))
-        return writingError(target);
-    m_placed = true;
-    return {};
+    m_placed = calls::replace(m_file.get(), info, static_cast<DWORD>(buffer.size()));
+    return m_placed;
 }
 
 } // namespace zv

@@ -33,9 +33,15 @@ public:
     /// Writes the bytes, flushes them to disk, and takes the place of `target`, read-only or not. On failure
     /// `target` is as it was. Errors: Denied, Failed.
     Result<void> replace(const std::string& target, std::string_view bytes);
+    /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
+    Result<void> become(const std::string& target, std::string_view bytes);
 
 private:
     WorkingCopy(std::string path, FileHandle file) : m_path(std::move(path)), m_file(std::move(file)) {}
+
+    Result<void> fill(std::string_view bytes);
+    /// Gives it the target's name. False with the system's reason.
+    bool place(const std::string& target, bool overAnother);
 
     std::string m_path;
     FileHandle m_file;
