@@ -134,7 +134,7 @@ void MyLib::chooseLibrary()
     }
     const auto filled = fill(*List2, SourcePath);
     if (!filled && filled.error().code == ErrorCode::TooLarge)
-        tellTooLong(SourcePath);
+        tellTooLong(filled.error());
     else
         wentWell(SourcePath, filled);
 }
@@ -179,11 +179,9 @@ bool MyLib::fillMine(const std::string& list)
     return wentWell(list, fill(*List1, list));
 }
 
-void MyLib::tellTooLong(const std::string& list)
+void MyLib::tellTooLong(const Error& error)
 {
-    messages().show({list + " would have more than " + std::to_string(kMostListLines) +
-                         " drawings, which is the most that a library can hold.",
-                     "Library Too Long", MessageIcon::Critical});
+    messages().show({error.text, "Library Too Long", MessageIcon::Critical});
 }
 
 void MyLib::append(const std::vector<std::string>& drawings)
@@ -193,7 +191,7 @@ void MyLib::append(const std::vector<std::string>& drawings)
         entries.push_back({drawing, drawingName(drawing)});
     const auto written = appendToList(MyListPath, entries);
     if (!written && written.error().code == ErrorCode::TooLarge)
-        tellTooLong(MyListPath);
+        tellTooLong(written.error());
     else if (wentWell(MyListPath, written))
         fillMine(MyListPath);
 }

@@ -68,7 +68,7 @@ private:
     void relabel();
     bool fillMine(const std::string& list);
     void append(const std::vector<std::string>& drawings);
-    void tellTooLong(const std::string& list);
+    void tellTooLong(const Error& error);
     void takePaths();
     bool wentWell(const std::string& path, const Result<void>& done);
     void closeByButton();

@@ -105,7 +105,7 @@ private:
     std::string listOf(const QString& library) const;
     std::string masterProfile() const;
     std::optional<int> storedCount();
-    bool rewriteCatalogue(const LibraryCombo& rows, int count);
+    Result<void> rewriteCatalogue(const LibraryCombo& rows, int count) const;
     bool saveLibrary();
     bool addToCatalogue();
     void save();
@@ -118,9 +118,8 @@ private:
 
     // The list.
     bool readList(std::vector<std::string>& paths);
-    bool fillList();
-    void showChanged();
-    void tellTooLong();
+    bool fillList(int expected);
+    void tellTooLong(const Error& error);
     void takePaths();
     void add();
     void removeLine();

@@ -30,12 +30,12 @@ std::optional<int> Newlib::storedCount()
 }
 
 /// Writes the rows of a combo box as the catalogue; its scratch file stays for the caller to remove.
-bool Newlib::rewriteCatalogue(const LibraryCombo& rows, int count)
+Result<void> Newlib::rewriteCatalogue(const LibraryCombo& rows, int count) const
 {
     std::vector<std::string> names;
     for (const QString& row : rows.rows())
         names.push_back(toBytes(row));
-    return wentWell(masterProfile(), writeCatalogue(values().MasterPath, names, count));
+    return writeCatalogue(values().MasterPath, names, count);
 }
 
 bool Newlib::addToCatalogue()
@@ -48,7 +48,7 @@ bool Newlib::addToCatalogue()
         for (LibraryCombo* combo : {Combo1, Combo2, Combo3})
             combo->add({Text1->text()});
     }
-    if (!rewriteCatalogue(*Combo2, *count + (isNew ? 1 : 0)) ||
+    if (!wentWell(masterProfile(), rewriteCatalogue(*Combo2, *count + (isNew ? 1 : 0))) ||
         !wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
         return false;
     // A library that no drawing was added to has no list yet, unless another editor has made it meanwhile.
@@ -148,8 +148,15 @@ void Newlib::renameLibrary()
     }
     Combo1->setShownText(name);
     // The catalogue is written after the file has its name, so that a failure here leaves it as it was.
-    if (!wentWell(oldList, renameFile(oldList, listOf(name))) || !rewriteCatalogue(*Combo1, *count))
+    const std::string newList = listOf(name);
+    if (!wentWell(oldList, renameFile(oldList, newList)))
         return;
+    if (const auto written = rewriteCatalogue(*Combo1, *count); !written) {
+        // The catalogue goes on naming the old list.
+        static_cast<void>(renameFile(newList, oldList));
+        endWith(masterProfile(), written.error());
+        return;
+    }
     Text2->clear();
     if (!wentWell(masterProfile(), removeCatalogueScratch(values().MasterPath)))
         return;
@@ -173,7 +180,7 @@ void Newlib::deleteLibrary()
         const int row = Combo3->currentIndex();
         for (LibraryCombo* combo : {Combo3, Combo2, Combo1})
             combo->removeRow(row);
-        if (!rewriteCatalogue(*Combo3, *count - 1) || !finishDeletion(list))
+        if (!wentWell(masterProfile(), rewriteCatalogue(*Combo3, *count - 1)) || !finishDeletion(list))
             return;
     }
     EditMode = ModeIdle;

@@ -22,6 +22,12 @@
 // What changes the list of the library in hand.
 
 namespace zv {
+namespace {
+
+/// Instead of the rows that are expected, where the list is known to be another one.
+constexpr int kChanged = -1;
+
+} // namespace
 
 /// Fills the list box from the list in hand, and gives its paths. False when the run of the program ends, or
 /// the list is too long to be shown.
@@ -31,7 +37,7 @@ bool Newlib::readList(std::vector<std::string>& paths)
     if (!list) {
         List1->clear();
         if (list.error().code == ErrorCode::TooLarge)
-            tellTooLong();
+            tellTooLong(list.error());
         else
             endWith(ListPath, list.error());
         return false;
@@ -45,24 +51,21 @@ bool Newlib::readList(std::vector<std::string>& paths)
     return true;
 }
 
-bool Newlib::fillList()
+/// Fills the list box afresh. Where it has not the rows that are expected, another user has changed the list,
+/// and it is counted anew.
+bool Newlib::fillList(int expected)
 {
     std::vector<std::string> paths;
-    return readList(paths);
-}
-
-/// The list is another one than the one that was shown: another user has changed it.
-void Newlib::showChanged()
-{
-    if (fillList())
+    if (!readList(paths))
+        return false;
+    if (List1->count() != expected)
         Text7->setText(QString::number(List1->count()));
+    return true;
 }
 
-void Newlib::tellTooLong()
+void Newlib::tellTooLong(const Error& error)
 {
-    messages().show({ListPath + " would have more than " + std::to_string(kMostListLines) +
-                         " drawings, which is the most that a library can hold.",
-                     "Library Too Long", MessageIcon::Critical});
+    messages().show({error.text, "Library Too Long", MessageIcon::Critical});
 }
 
 /// A new library that drawings were added to keeps its paths.
@@ -90,7 +93,7 @@ void Newlib::add()
     const auto written =
         EditMode == ModeNew ? createList(ListPath, entries) : appendToList(ListPath, entries);
     if (!written && written.error().code == ErrorCode::TooLarge) {
-        tellTooLong();
+        tellTooLong(written.error());
         return;
     }
     if (!wentWell(ListPath, written))
@@ -156,10 +159,11 @@ void Newlib::removeLine()
         return;
     }
     const std::string path = toBytes(List1->item(row)->text());
+    const int rows = List1->count();
     takePaths();
     const auto removed = removeListLine(ListPath, std::size_t(row) + 1, path);
     if (!removed && removed.error().code == ErrorCode::Busy) {
-        showChanged();
+        fillList(kChanged);
         return;
     }
     if (!wentWell(ListPath, removed))
@@ -168,7 +172,7 @@ void Newlib::removeLine()
     Text7->setText(QString::number(Text7->text().toInt() - 1));
     blankDetails();
     SelectedRow = std::int16_t(row + 1);
-    if (!fillList())
+    if (!fillList(rows - 1))
         return;
     // The row that moved into the gap; behind the first and the last row there is none.
     if (SelectedRow - 1 == List1->count())
@@ -221,7 +225,7 @@ void Newlib::move(int step)
         List1->setFocus();
     const auto moved = moveListLine(ListPath, std::size_t(row) + 1, std::size_t(target) + 1, path);
     if (!moved && moved.error().code == ErrorCode::Busy)
-        showChanged();
+        fillList(kChanged);
     else
         wentWell(ListPath, moved);
 }
@@ -235,12 +239,13 @@ void Newlib::relabel()
         return;
     const std::string path = toBytes(List1->item(row)->text());
     takePaths();
+    const int rows = List1->count();
     const auto changed = changeListLabel(ListPath, std::size_t(row) + 1, toBytes(Text5->text()), path);
     if (!changed && changed.error().code == ErrorCode::Busy) {
-        showChanged();
+        fillList(kChanged);
         return;
     }
-    if (!wentWell(ListPath, changed) || !fillList())
+    if (!wentWell(ListPath, changed) || !fillList(rows))
         return;
     SelectedRow = std::int16_t(row + 1);
     List1->setCurrentRow(SelectedRow - 1);

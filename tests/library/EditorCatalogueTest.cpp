@@ -250,6 +250,19 @@ TEST_F(EditorCatalogueTest, RenamingOntoANameThatExistsEndsTheProgramAndChangesN
     }
 }
 
+TEST_F(EditorCatalogueTest, ACatalogueThatCannotBeWrittenLeavesTheListItsOldName)
+{
+    makeLibrary("Alpha", drawings(1));
+    open({"Alpha"});
+    const std::string before = profileBytes();
+    std::filesystem::create_directory(master + "/$liblist.tmp");
+    rename("Alpha", "zeta");
+    EXPECT_EQ(endedWith, 1);
+    EXPECT_EQ(profileBytes(), before);
+    EXPECT_EQ(listBytes("Alpha"), linesOf(drawings(1)));
+    EXPECT_FALSE(exists("zeta.lst"));
+}
+
 TEST_F(EditorCatalogueTest, RenamingOntoTheOwnNameIsSuchAFailureToo)
 {
     open({"Alpha"});

@@ -295,6 +295,22 @@ TEST_F(EditorListTest, WhatAnotherUserAddedStaysThroughAMove)
     EXPECT_EQ(listBytes("Doors"), linesOf({paths[1], paths[0], paths[2]}));
 }
 
+TEST_F(EditorListTest, WhatAnotherUserAddedIsCounted)
+{
+    const auto paths = drawings(4);
+    for (const auto& [command, count] : {std::pair("Command5", "4"), std::pair("Command2", "3")}) {
+        makeLibrary("Doors", {paths[0], paths[1], paths[2]});
+        if (!program->loaded("Newlib"))
+            open({"Doors"});
+        ASSERT_TRUE(chooseIn("Combo2", "Doors"));
+        ASSERT_TRUE(select(1));
+        makeLibrary("Doors", paths);
+        ASSERT_TRUE(press(command));
+        EXPECT_EQ(shown("Text7"), count) << command;
+        EXPECT_EQ(listed().size(), QString(count).toInt()) << command;
+    }
+}
+
 TEST_F(EditorListTest, AListThatAnotherUserChangedIsFilledAfreshAndNotWritten)
 {
     const auto paths = drawings(4);

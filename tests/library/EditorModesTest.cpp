@@ -227,7 +227,8 @@ TEST_F(EditorModesTest, ALibraryThatIsTooLongIsToldAndLeft)
     folder.write("office/Long.lst", bytes);
     open({"Long"});
     ASSERT_TRUE(chooseIn("Combo2", "Long"));
-    EXPECT_EQ(messages.shown.back().title, "Library Too Long");
+    EXPECT_EQ(lastBox(),
+              "Library Too Long [16] " + listPath("Long") + ": a library holds at most 32767 drawings");
     EXPECT_EQ(endedWith, -1);
     EXPECT_EQ(listBytes("Long"), bytes);
 }
