@@ -8,6 +8,8 @@
 #include "controls/CaptionFrame.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
+#include "controls/FileList.h"
+#include "controls/FolderList.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/ProgramStyle.h"
@@ -15,6 +17,11 @@
 #include "host/HostDialogs.h"
 #include "host/ProgramHost.h"
 #include "host/Xattach.h"
+#include "library/LibraryCombo.h"
+#include "library/LibraryWindows.h"
+#include "library/ListFile.h"
+#include "library/MyLib.h"
+#include "library/Newlib.h"
 #include "platform/Files.h"
 #include "print/PrintLib.h"
 #include "print/PrintWindows.h"
@@ -26,7 +33,9 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QTemporaryDir>
@@ -55,6 +64,7 @@ public:
         : m_out(std::move(out)), m_program({zv::toBytes(office), zv::toBytes(m_user.path())}, m_messages)
     {
         zv::addBrowserWindows(m_program);
+        zv::addLibraryWindows(m_program);
         zv::addOfficeWindows(m_program);
         zv::addPrintWindows(m_program);
         zv::addSearchWindows(m_program);
@@ -89,6 +99,8 @@ public:
         takeSearch();
         takeQueue();
         takeHostDialogs();
+        takeEditor();
+        takeMyLib();
         takeMissingLibrary();
         takeOther("LoadAcad", "load-acad");
         takeOther("frmSplash", "about");
@@ -171,14 +183,49 @@ private:
         jobs.removeRecursively();
     }
 
+    /// A library is open, and the folder of its drawings beside it.
+    void takeEditor()
+    {
+        m_program.show(QStringLiteral("Newlib"));
+        auto* editor = static_cast<zv::Newlib*>(m_program.loaded(QStringLiteral("Newlib")));
+        editor->resize(kPictureSize);
+        chooseIn(*editor->Combo2);
+        const QFileInfo drawing(editor->List1->item(3)->text());
+        m_taken = editor->Dir1->setPath(zv::toBytes(drawing.path())).ok() && m_taken;
+        editor->List1->setCurrentRow(3);
+        takeOther("Newlib", "editor");
+    }
+
+    void takeMyLib()
+    {
+        m_program.show(QStringLiteral("MyLib"));
+        auto* mine = static_cast<zv::MyLib*>(m_program.loaded(QStringLiteral("MyLib")));
+        mine->resize(kPictureSize);
+        chooseIn(*mine->Combo1);
+        for (const int row : {1, 4, 8})
+            mine->List2->item(row)->setSelected(true);
+        mine->Command1->click();
+        mine->List1->setCurrentRow(1);
+        takeOther("MyLib", "mylib");
+    }
+
+    /// The library that the main window has chosen.
+    void chooseIn(QComboBox& libraries)
+    {
+        libraries.setCurrentIndex(libraries.findText(main()->Combo1->currentText()));
+        Q_EMIT libraries.activated(libraries.currentIndex());
+    }
+
+    /// A library of the catalogue whose list is gone, for as long as the picture needs.
     void takeMissingLibrary()
     {
-        for (int row = 0; row < main()->Combo1->count(); ++row) {
-            choose(row);
-            if (main()->Frame4->title().endsWith(QStringLiteral(" Not Found!")))
-                break;
-        }
+        const int last = main()->Combo1->count() - 1;
+        const std::string list =
+            zv::listFilePath(m_program.values().MasterPath, zv::toBytes(main()->Combo1->itemText(last)));
+        m_taken = zv::renameFile(list, list + ".aside").ok() && m_taken;
+        choose(last);
         take("missing-library");
+        m_taken = zv::renameFile(list + ".aside", list).ok() && m_taken;
     }
 
     void takeSearch()
