@@ -34,7 +34,7 @@ if(ZELVORA_SANITIZE)
     add_link_options(-fsanitize=${ZELVORA_SANITIZE})
     # What the sanitizers add makes g++ 12 lose sight of what is set, here and in its own library.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-        target_compile_options(project_warnings INTERFACE -Wno-maybe-uninitialized -Wno-array-bounds)
+        target_compile_options(project_warnings INTERFACE -Wno-maybe-uninitialized)
     endif()
 endif()
 if(ZELVORA_FUZZ)

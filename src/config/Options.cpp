@@ -279,7 +279,7 @@ void Options::setLogging(bool on)
     switchOffFirst(key::WriteLog);
     enableLogPath(on);
     if (!on) {
-        values().LogPath = " ";
+        values().LogPath = std::string(" ");
         return;
     }
     values().LogPath = toBytes(Text2->text());
