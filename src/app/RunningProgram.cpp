@@ -67,7 +67,8 @@ Window* RunningProgram::load(const QString& name)
     // Known before it loads, since a load may reach for its own window by name.
     m_loaded.insert(name, window);
     window->load();
-    return window;
+    // One that finds nothing to work with leaves again.
+    return loaded(name);
 }
 
 Window* RunningProgram::loadAnew(const QString& name)

@@ -66,7 +66,8 @@ void Newlib::load()
     // What is written later is what is read here.
     const auto catalogue = tryCatalogue(masterProfile());
     if (!catalogue) {
-        endWith(masterProfile(), catalogue.error());
+        tellUnreadCatalogue(catalogue.error());
+        program().unload(objectName());
         return;
     }
     QStringList names;
@@ -91,6 +92,13 @@ void Newlib::unloading()
 void Newlib::endWith(const std::string& path, const Error& error)
 {
     program().failUnchanged({error.code, namingFile(path, error)});
+}
+
+/// Another program may have the profile for itself at this moment, so the user can try again.
+void Newlib::tellUnreadCatalogue(const Error& error)
+{
+    messages().show(
+        {namingFile(masterProfile(), error) + "\r\nNothing was changed in it.", {}, MessageIcon::Warning});
 }
 
 bool Newlib::wentWell(const std::string& path, const Result<void>& done)

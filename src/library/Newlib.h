@@ -136,6 +136,7 @@ private:
     // The host.
     void editDrawing();
 
+    void tellUnreadCatalogue(const Error& error);
     bool wentWell(const std::string& path, const Result<void>& done);
     void endWith(const std::string& path, const Error& error);
 

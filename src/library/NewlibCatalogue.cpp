@@ -19,13 +19,13 @@
 
 namespace zv {
 
-/// Nothing when the count cannot be read, and the run of the program ends.
+/// Nothing when the count cannot be read, which is told.
 std::optional<int> Newlib::storedCount()
 {
     const auto count = libraryCount(masterProfile());
     if (count)
         return *count;
-    endWith(masterProfile(), count.error());
+    tellUnreadCatalogue(count.error());
     return {};
 }
 
@@ -64,7 +64,7 @@ bool Newlib::addToCatalogue()
     return true;
 }
 
-/// False when the run of the program ends.
+/// False when nothing was saved: what the user has typed is still there, or the run of the program ends.
 bool Newlib::saveLibrary()
 {
     if (EditMode == ModeIdle)

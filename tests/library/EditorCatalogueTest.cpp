@@ -64,9 +64,14 @@ protected:
         std::filesystem::rename(m_profile, m_profile + ".kept");
         std::filesystem::create_directory(m_profile);
     }
-    void expectEndWithout(const std::string& newList)
+    void findProfile()
     {
-        EXPECT_EQ(program->exitStatus(), 1);
+        std::filesystem::remove(m_profile);
+        std::filesystem::rename(m_profile + ".kept", m_profile);
+    }
+    void expectToldWithout(const std::string& newList)
+    {
+        EXPECT_EQ(program->exitStatus(), 0);
         EXPECT_NE(lastBox().find(m_profile), std::string::npos) << lastBox();
         EXPECT_FALSE(exists("$liblist.tmp"));
         EXPECT_FALSE(exists(newList));
@@ -83,7 +88,9 @@ TEST_F(UnreadableCatalogueTest, IsNotShownAsAnEmptyOne)
     start();
     loseProfile();
     click("Command1");
-    expectEndWithout("New.lst");
+    expectToldWithout("New.lst");
+    EXPECT_EQ(program->loaded("Newlib"), nullptr);
+    EXPECT_TRUE(main().isVisible() && main().isEnabled());
 }
 
 TEST_F(UnreadableCatalogueTest, GetsNoLibraryAdded)
@@ -93,7 +100,10 @@ TEST_F(UnreadableCatalogueTest, GetsNoLibraryAdded)
     typeIn("Text1", "New");
     loseProfile();
     press("Command9");
-    expectEndWithout("New.lst");
+    expectToldWithout("New.lst");
+    findProfile();
+    press("Command9");
+    EXPECT_EQ(profileBytes(), profileWith(2, {"Doors", "New"})) << "what was typed is still there";
 }
 
 TEST_F(UnreadableCatalogueTest, HasNoLibraryRenamed)
@@ -104,7 +114,8 @@ TEST_F(UnreadableCatalogueTest, HasNoLibraryRenamed)
     typeIn("Text2", "Gates");
     loseProfile();
     press("Command4");
-    expectEndWithout("Gates.lst");
+    expectToldWithout("Gates.lst");
+    combosShow({"Doors"});
 }
 
 TEST_F(UnreadableCatalogueTest, HasNoLibraryDeleted)
@@ -115,7 +126,8 @@ TEST_F(UnreadableCatalogueTest, HasNoLibraryDeleted)
     loseProfile();
     messages.yes = true;
     press("Command6");
-    expectEndWithout("New.lst");
+    expectToldWithout("New.lst");
+    combosShow({"Doors"});
 }
 
 TEST_F(EditorCatalogueTest, EveryWriteSortsAndRenumbers)
