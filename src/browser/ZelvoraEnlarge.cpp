@@ -83,12 +83,13 @@ bool Zelvora::reloadViewer()
 
 // ---- stepping from drawing to drawing
 
-/// A list that cannot be read never comes to the step's line, and nothing is shown.
+/// A list that cannot be read never comes to the step's line, and nothing is shown; nor is a line that was
+/// added since the labels were listed.
 void Zelvora::step(const PanelStep& step)
 {
     showButtons();
     const auto list = readListFile(fields.LibraryPath);
-    if (list && step.isReached(int(list->size())))
+    if (list && step.isReached(int(list->size())) && step.row < List1->count())
         List1->setCurrentRow(step.row);
 }
 

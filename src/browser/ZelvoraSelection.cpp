@@ -96,9 +96,8 @@ void Zelvora::readSelection(int cell, int target)
         fields.LinePath = entry.path;
         // The panel's number, not the target, is where the row is set.
         if (line == int(fields.panels.CurrentPage)) {
-            if (target > List1->count())
-                return;
-            List1->setCurrentRow(target - 1);
+            // A line that was added since the labels were listed has no row, but it is what the cell shows.
+            List1->setCurrentRow(target <= List1->count() ? target - 1 : -1);
             noted = true;
         }
         if (!noted || line != target)

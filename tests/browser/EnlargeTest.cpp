@@ -135,6 +135,17 @@ TEST_F(EnlargeTest, PreviousChangesNothingAtFirstAndThenMovesForward)
     EXPECT_EQ(viewed(), drawings(10)[5]);
 }
 
+TEST_F(EnlargeTest, AStepOntoALineWithoutARowKeepsTheSelection)
+{
+    office(10);
+    enlarge(10);
+    makeDoors(15);
+    ASSERT_TRUE(click("Command2"));
+    ASSERT_TRUE(click("Command2"));
+    EXPECT_EQ(row(), 9) << "the labels were listed before the line was added";
+    EXPECT_EQ(viewed(), drawings(10)[9]);
+}
+
 TEST_F(EnlargeTest, SelectionsReloadTheViewerAndTheListGivesItTheFocus)
 {
     office(25);

@@ -136,6 +136,21 @@ TEST_F(SelectionTest, AListThatIsGoneOrShorterSelectsNothing)
     EXPECT_EQ(endedWith, -1);
 }
 
+TEST_F(SelectionTest, ADrawingThatWasAddedSinceTheLabelsWereListedIsSelectedWithoutARow)
+{
+    office(21);
+    ASSERT_TRUE(click("DwgThumbnail3"));
+    makeDoors(25);
+    ASSERT_TRUE(click("Command3"));
+    ASSERT_EQ(visibleCells(), 5);
+    ASSERT_TRUE(click("DwgThumbnail4"));
+    EXPECT_EQ(main().fields.selectedDrawing, drawings(25)[23]);
+    EXPECT_EQ(text("Text1"), information(drawings(25)[23]));
+    EXPECT_EQ(cell(4).backColor(), 0xFFFFFF);
+    EXPECT_EQ(main().List1->currentRow(), -1) << "the label of another drawing must not look chosen";
+    EXPECT_TRUE(main().List1->selectedItems().isEmpty());
+}
+
 TEST_F(SelectionTest, TheSelectionOutlivesPagesAndLibraries)
 {
     office(25);
