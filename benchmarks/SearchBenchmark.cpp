@@ -84,12 +84,16 @@ BENCHMARK(scanAllSources)->Unit(benchmark::kMillisecond)->UseRealTime();
 void scanWithEveryLineAHit(benchmark::State& state)
 {
     Office office;
-    office.openOver(kDrawings);
+    office.openOver(int(state.range(0)));
     for ([[maybe_unused]] auto _ : state)
         office.search("label");
-    state.SetItemsProcessed(state.iterations() * kDrawings);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(scanWithEveryLineAHit)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(scanWithEveryLineAHit)
+    ->Arg(kDrawings)
+    ->Arg(20 * kDrawings)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 /// Memory before and after runs over 100,000 lines that read every drawing.
 void scanHundredThousandLines(benchmark::State& state)

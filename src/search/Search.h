@@ -111,6 +111,7 @@ private:
     void beginRun();
     void endRun(int hits);
     void showRun();
+    qint64 frameMs() const;
     void emptyPanes();
 
     // A result.
@@ -144,6 +145,7 @@ private:
 
     // What a run has to show, until the next frame.
     QElapsedTimer m_sinceShown;
+    qint64 m_slowestTurn = 0; ///< Of the event loop since then, in milliseconds.
     std::string m_drawing, m_library;
     ScanProgress m_progress;
     QStringList m_newHits;

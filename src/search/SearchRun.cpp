@@ -17,10 +17,14 @@
 #include <QLocale>
 #include <QPlainTextEdit>
 
+#include <algorithm>
+
 namespace zv {
 namespace {
 
 constexpr qint64 kFrameMs = 16;
+constexpr qint64 kLongestFrameMs = 500;
+constexpr qint64 kShareOfShowing = 4; ///< Showing takes one part of so many of the time.
 constexpr int kIdlePicture = 8;
 constexpr int kRunningPicture = 17;
 
@@ -65,7 +69,7 @@ public:
         m_window.m_drawing = path;
         m_window.m_library = library;
         m_window.m_progress = progress;
-        if (m_window.m_sinceShown.elapsed() >= kFrameMs)
+        if (m_window.m_sinceShown.elapsed() >= m_window.frameMs())
             m_window.showRun();
     }
     void showHit(const std::string& path, int hits) override
@@ -85,7 +89,9 @@ public:
         // A read that takes its time leaves nothing else to do, so what there is is shown.
         if (when == Turn::WhileReading)
             m_window.showRun();
+        const qint64 before = m_window.m_sinceShown.elapsed();
         QCoreApplication::processEvents();
+        m_window.m_slowestTurn = std::max(m_window.m_slowestTurn, m_window.m_sinceShown.elapsed() - before);
         return m_window.program().loaded(m_window.objectName()) == &m_window;
     }
     void closeAllFiles() override { ++m_window.fields.filesClosed; }
@@ -141,10 +147,17 @@ void Search::emptyPanes()
         field->clear();
 }
 
+/// How long what has been shown stands. A very long list takes its time to be laid out anew.
+qint64 Search::frameMs() const
+{
+    return std::clamp(kShareOfShowing * m_slowestTurn, kFrameMs, kLongestFrameMs);
+}
+
 /// Brings the controls up to what the scan has come to.
 void Search::showRun()
 {
     m_sinceShown.start();
+    m_slowestTurn = 0;
     showText(Text12, toText(m_drawing));
     showText(Text13, toText(m_library));
     if (m_hits > 0)
