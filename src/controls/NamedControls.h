@@ -29,6 +29,8 @@ inline QPushButton* namedButton(const char* name, const QString& caption, QWidge
 {
     auto* button = named<QPushButton>(name, parent);
     button->setText(caption);
+    // Return presses the button that has the focus, as Space does.
+    button->setAutoDefault(true);
     button->setToolTip(tip);
     return button;
 }

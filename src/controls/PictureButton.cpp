@@ -35,6 +35,8 @@ PictureButton::PictureButton(Caption place, bool flat, QWidget* parent)
     : QPushButton(parent), m_place(place), m_flat(flat)
 {
     setMouseTracking(true);
+    // Return presses the button that has the focus, as Space does.
+    setAutoDefault(true);
     setIconSize(place == Caption::Below ? QSize(24, 24) : QSize(16, 16));
     // The parent's ground also listens for the mouse; what moves here is none of its business.
     setAttribute(Qt::WA_NoMousePropagation);

@@ -243,6 +243,8 @@ void Xattach::connectHandlers()
     });
     connect(Command2, &QPushButton::clicked, this, [this] { cancel(); });
     connect(Command3, &QPushButton::clicked, this, &Xattach::insert);
+    for (QLineEdit* edit : {Text2, Text3, Text4, Text5, Text6, Text7, Text10, Text9, Text11, Text8})
+        connect(edit, &QLineEdit::returnPressed, Command3, &QPushButton::click);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, Command2, &QPushButton::click);
     Text11->installEventFilter(this);
     Combo1->installEventFilter(this);

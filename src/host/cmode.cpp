@@ -38,6 +38,7 @@ cmode::cmode(Program& program)
     });
     connect(Command2, &QPushButton::clicked, this, [this] { cancel(); });
     connect(Command3, &QPushButton::clicked, this, &cmode::open);
+    connect(Text1, &QLineEdit::returnPressed, Command3, &QPushButton::click);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, Command2, &QPushButton::click);
 }
 

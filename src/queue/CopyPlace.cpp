@@ -51,6 +51,7 @@ CopyPlace::CopyPlace(Program& program, const QString& name, const QString& title
     connect(Command1, &QPushButton::clicked, this, [this] { newFolder(); });
     connect(Command11, &QPushButton::clicked, this, [this] { accept(); });
     connect(Command8, &QPushButton::clicked, this, [this] { cancel(); });
+    connect(Text1, &QLineEdit::returnPressed, Command11, &QPushButton::click);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, Command8, &QPushButton::click);
     Dir1->setFocus();
 }

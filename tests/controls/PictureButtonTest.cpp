@@ -37,6 +37,16 @@ TEST(PictureButton, DrawsALineOfItsBorderColour)
     EXPECT_LT(edge.blue(), 100);
 }
 
+TEST(PictureButton, ReturnPressesItAsSpaceDoes)
+{
+    PictureButton button(PictureButton::Caption::Beside, false);
+    int pressed = 0;
+    QObject::connect(&button, &QPushButton::clicked, [&pressed] { ++pressed; });
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space})
+        QTest::keyClick(&button, key);
+    EXPECT_EQ(pressed, 3);
+}
+
 TEST(PictureBox, ActsOnAClickAndOnSpaceAndEnter)
 {
     PictureBox box(PictureBox::Acts::OnClick);

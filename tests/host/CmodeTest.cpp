@@ -116,6 +116,14 @@ TEST_F(CmodeTest, OpensTheLibrarysDrawingItselfWithoutACopy)
     EXPECT_TRUE(appears("Zelvora"));
 }
 
+TEST_F(CmodeTest, ReturnInTheTargetOpensIt)
+{
+    cmode& window = open();
+    window.Text1->setText(QString::fromStdString(target("Own.dwg")));
+    QTest::keyClick(window.Text1, Qt::Key_Return);
+    EXPECT_EQ(host.opened, std::vector<std::string>{target("Own.dwg")});
+}
+
 TEST_F(CmodeTest, OpensTheCopyAndRemembersItsFolder)
 {
     cmode& window = open();

@@ -339,6 +339,15 @@ TEST_F(XattachTest, AHostThatRefusesBringsTheDialogBackWithAllThatWasTyped)
     EXPECT_TRUE(appears("Zelvora"));
 }
 
+TEST_F(XattachTest, ReturnInAFieldInserts)
+{
+    Xattach& window = openWithScale("");
+    ASSERT_TRUE(appears("Xattach"));
+    QTest::keyClick(window.Text10, Qt::Key_Return);
+    EXPECT_EQ(host.typed.size(), 1u);
+    EXPECT_EQ(program->loaded("Xattach"), nullptr);
+}
+
 TEST_F(XattachTest, AFieldThatIsNoNumberIsMarked)
 {
     Xattach& window = openWithScale("");

@@ -159,6 +159,20 @@ TEST_F(CopyDialogsTest, YesAtTheEndEmptiesTheListAndNotTheFile)
     EXPECT_NE(readFile(userFile(".crt")).valueOr({}), "");
 }
 
+TEST_F(CopyDialogsTest, ReturnInTheDestinationAndOnTheButtonStartsTheCopy)
+{
+    openCart(paths);
+    for (const char* place : {"Text1", "Command11"}) {
+        ASSERT_TRUE(click("Command11", "Cart"));
+        ASSERT_TRUE(appears("CartCopy"));
+        setText("Text1", folder.file("to"), "CartCopy");
+        QTest::keyClick(control(place, "CartCopy"), Qt::Key_Return);
+        EXPECT_EQ(program->loaded("CartCopy"), nullptr) << place;
+        EXPECT_EQ(lastMessage(), "Copy Completed, Clear Drawing Queue?") << place;
+        messages.shown.clear();
+    }
+}
+
 TEST_F(CopyDialogsTest, TheFolderOfTheListIsStoredNotTheTypedOne)
 {
     openCartCopy(paths);
