@@ -9,9 +9,9 @@ namespace zv::bench {
 namespace {
 
 /// Line ends before a prompt only bring it to a new line.
-std::string promptText(const Json* prompt, const char* fallback)
+std::string promptText(const wire::Value* prompt, const char* fallback)
 {
-    const std::string text = prompt != nullptr ? textOf(*prompt) : std::string();
+    const std::string text = textOf(prompt);
     const std::size_t first = text.find_first_not_of("\r\n");
     return first == std::string::npos ? std::string(fallback) : text.substr(first);
 }
@@ -19,13 +19,13 @@ std::string promptText(const Json* prompt, const char* fallback)
 } // namespace
 
 HostObjects::Reply HostObjects::call(const Object& object, const std::string& name,
-                                     const Arguments& arguments, const Respond& finish)
+                                     const Arguments& arguments, const Finish& finish)
 {
     switch (object.kind) {
     case Kind::Application:
         if (name == "QUIT") {
             m_program.workshop.front().quit();
-            return Json();
+            return wire::Value();
         }
         break;
     case Kind::Documents:
@@ -44,30 +44,31 @@ HostObjects::Reply HostObjects::call(const Object& object, const std::string& na
 
 HostObjects::Reply HostObjects::callDocuments(const std::string& name, const Arguments& arguments)
 {
-    const Json* const first = argument(arguments, 0);
+    const wire::Value* const first = argument(arguments, 0);
     if (name == "ADD") {
         if (const auto unsaved = m_program.workshop.unsavedBeforeNext())
-            return Failure{"failed", unsaved->title() + " is not saved, and only one drawing can be open"};
+            return failed(unsaved->title() + " is not saved, and only one drawing can be open");
         return give({Kind::Document, m_program.workshop.add(), 0});
     }
     if (name == "OPEN") {
-        if (first == nullptr || first->text() == nullptr)
-            return Failure{"bad-argument", "Open takes a path"};
+        if (argument<std::string>(arguments, 0) == nullptr)
+            return badArgument("Open takes a path");
         const auto opened = m_program.workshop.open(textOf(*first));
         if (!opened)
-            return Failure{"failed", opened.error().text};
+            return failed(opened.error().text);
         return give({Kind::Document, *opened, 0});
     }
     if (name == "ITEM" && first != nullptr) {
+        const auto* const number = std::get_if<std::int64_t>(first);
         std::int64_t index = 0;
         for (const auto& drawing : m_program.workshop.drawings()) {
-            const bool isMeant = first->whole() != nullptr ? *first->whole() == index
-                                                           : sameText(drawing->title(), textOf(*first));
+            const bool isMeant =
+                number != nullptr ? *number == index : sameText(drawing->title(), textOf(*first));
             if (isMeant)
                 return give({Kind::Document, drawing, 0});
             ++index;
         }
-        return Failure{"bad-argument", "There is no such drawing"};
+        return badArgument("There is no such drawing");
     }
     return unknownName(name);
 }
@@ -78,24 +79,23 @@ HostObjects::Reply HostObjects::callDocument(const Object& object, const std::st
     if (name == "GETVARIABLE" || name == "SETVARIABLE")
         return variable(object, name, arguments);
     if (name == "SENDCOMMAND") {
-        const Json* const text = argument(arguments, 0);
-        if (text == nullptr || text->text() == nullptr)
-            return Failure{"bad-argument", "SendCommand takes a text"};
+        const auto* const text = argument<std::string>(arguments, 0);
+        if (text == nullptr)
+            return badArgument("SendCommand takes a text");
         m_program.workshop.activate(object.drawing);
-        m_program.commandLine.type(textOf(*text));
-        return Json();
+        m_program.commandLine.type(wire::receivedText(*text));
+        return wire::Value();
     }
     if (name == "CLOSE")
         return closeDocument(object, arguments);
     if (name == "SAVE" || name == "SAVEAS") {
-        const Json* const path = argument(arguments, 0);
-        const Reply saved = save(object, path != nullptr ? textOf(*path) : std::string());
+        const Reply saved = save(object, textOf(argument(arguments, 0)));
         m_program.workshop.front().refresh();
         return saved;
     }
     if (name == "ACTIVATE") {
         m_program.workshop.activate(object.drawing);
-        return Json();
+        return wire::Value();
     }
     return unknownName(name);
 }
@@ -103,23 +103,23 @@ HostObjects::Reply HostObjects::callDocument(const Object& object, const std::st
 HostObjects::Reply HostObjects::variable(const Object& object, const std::string& name,
                                          const Arguments& arguments)
 {
-    const Json* const which = argument(arguments, 0);
-    if (which == nullptr || which->text() == nullptr)
-        return Failure{"bad-argument", "A variable's name is a text"};
-    const std::string variableName = textOf(*which);
+    const auto* const which = argument<std::string>(arguments, 0);
+    if (which == nullptr)
+        return badArgument("A variable's name is a text");
+    const std::string variableName = wire::receivedText(*which);
     Variables& variables = m_program.workshop.variablesFor(variableName, object.drawing);
     if (name == "GETVARIABLE") {
         const Result<AutomationValue> value = variables.get(variableName);
         if (!value)
-            return Failure{"bad-argument", value.error().text};
-        return variableJson(*value);
+            return badArgument(value.error().text);
+        return variableValue(*value);
     }
-    const Json* const value = argument(arguments, 1);
+    const wire::Value* const value = argument(arguments, 1);
     const Result<void> set = m_program.workshop.setVariable(
         variableName, value != nullptr ? variableValue(*value) : AutomationValue(), object.drawing);
     if (!set)
-        return Failure{"bad-argument", set.error().text};
-    return Json();
+        return badArgument(set.error().text);
+    return wire::Value();
 }
 
 /// Nobody can be asked, so nothing is left out.
@@ -127,83 +127,83 @@ HostObjects::Reply HostObjects::save(const Object& object, const std::string& pa
 {
     const std::vector<std::string> loss = object.drawing->lossOfSaving(path);
     if (!loss.empty() && (object.drawing->isModified() || !path.empty()))
-        return Failure{"failed", "The file would not have: " + joined(loss)};
+        return failed("The file would not have: " + joined(loss));
     if (const auto other = path.empty() ? nullptr : m_program.workshop.drawingOf(path);
         other && other != object.drawing)
-        return Failure{"failed", path + " is open in another tab"};
+        return failed(path + " is open in another tab");
     const Result<void> saved = object.drawing->save(path);
     if (!saved)
-        return Failure{"failed", saved.error().text};
-    return Json();
+        return failed(saved.error().text);
+    return wire::Value();
 }
 
 /// Close([save], [name]): without saving if the first is false; a changed drawing is saved otherwise.
 HostObjects::Reply HostObjects::closeDocument(const Object& object, const Arguments& arguments)
 {
-    const Json* const wish = argument(arguments, 0);
-    const bool saves = wish == nullptr || wish->boolean() == nullptr || *wish->boolean();
+    const bool* const wish = argument<bool>(arguments, 0);
+    const bool saves = wish == nullptr || *wish;
     if (saves && object.drawing->isModified()) {
-        const Json* const name = argument(arguments, 1);
-        const Reply saved = save(object, name != nullptr ? textOf(*name) : std::string());
-        if (std::holds_alternative<Failure>(saved))
+        const Reply saved = save(object, textOf(argument(arguments, 1)));
+        if (std::holds_alternative<wire::Failure>(saved))
             return saved;
     }
     if (m_program.workshop.active() == object.drawing && !m_program.commandLine.isIdle())
         m_program.commandLine.cancel();
     m_program.workshop.close(object.drawing);
-    return Json();
+    return wire::Value();
 }
 
 HostObjects::Reply HostObjects::callBlocks(const Object& object, const std::string& name,
                                            const Arguments& arguments)
 {
-    const Json* const which = argument(arguments, 0);
+    const wire::Value* const which = argument(arguments, 0);
     if (name != "ITEM" || which == nullptr)
         return unknownName(name);
+    const auto* const number = std::get_if<std::int64_t>(which);
     std::int64_t index = 0;
     for (const dwg::BlockRecord& block : object.drawing->document().blocks) {
-        const bool isMeant = which->whole() != nullptr ? *which->whole() == index
-                                                       : sameText(narrow(block.name), textOf(*which));
+        const bool isMeant =
+            number != nullptr ? *number == index : sameText(narrow(block.name), textOf(*which));
         if (isMeant)
             return give({Kind::Block, object.drawing, block.handle});
         ++index;
     }
-    return Failure{"bad-argument", "There is no such block"};
+    return badArgument("There is no such block");
 }
 
 HostObjects::Reply HostObjects::callUtility(const Object& object, const std::string& name,
-                                            const Arguments& arguments, const Respond& finish)
+                                            const Arguments& arguments, const Finish& finish)
 {
     if (name == "GETPOINT")
         return askPoint(object, arguments, finish);
     if (name == "GETSTRING")
         return askText(object, arguments, finish);
     if (name == "TRANSLATECOORDINATES") {
-        dwg::Point3 point;
-        const Json* const given = argument(arguments, 0);
-        if (given == nullptr || !bench::pointOf(*given, point))
-            return Failure{"bad-argument", "TranslateCoordinates takes a point of three numbers"};
+        const auto* const point = argument<AutomationPoint>(arguments, 0);
+        if (point == nullptr)
+            return badArgument("TranslateCoordinates takes a point of three numbers");
         // There is no coordinate system here but the world's.
-        return pointValue(point);
+        return wire::Value(*point);
     }
     if (name == "PROMPT") {
-        const Json* const text = argument(arguments, 0);
-        m_program.workshop.front().write(promptText(text, ""));
-        return Json();
+        m_program.workshop.front().write(promptText(argument(arguments, 0), ""));
+        return wire::Value();
     }
     if (name == "INITIALIZEUSERINPUT")
-        return Json();
+        return wire::Value();
     return unknownName(name);
 }
 
 HostObjects::Reply HostObjects::askPoint(const Object& object, const Arguments& arguments,
-                                         const Respond& finish)
+                                         const Finish& finish)
 {
     Prompt prompt{promptText(argument(arguments, 1), "Specify a point:"), false, true, {}};
     dwg::Point3 base;
-    if (const Json* given = argument(arguments, 0)) {
-        if (!bench::pointOf(*given, base))
-            return Failure{"bad-argument", "GetPoint takes a point of three numbers"};
+    if (const wire::Value* given = argument(arguments, 0)) {
+        const auto* const point = std::get_if<AutomationPoint>(given);
+        if (point == nullptr)
+            return badArgument("GetPoint takes a point of three numbers");
+        base = pointOf(*point);
         prompt.rubberFrom = base;
     }
     m_program.workshop.activate(object.drawing);
@@ -211,7 +211,7 @@ HostObjects::Reply HostObjects::askPoint(const Object& object, const Arguments& 
         const auto point = bench::pointOf(answer, base);
         if (!point)
             return Step::Invalid;
-        finish(Json(Json::Object{{"result", pointValue(*point)}}));
+        finish(wire::Value(pointOf(*point)));
         return Step::Done;
     };
     ask(std::move(prompt), take, finish);
@@ -219,13 +219,13 @@ HostObjects::Reply HostObjects::askPoint(const Object& object, const Arguments& 
 }
 
 HostObjects::Reply HostObjects::askText(const Object& object, const Arguments& arguments,
-                                        const Respond& finish)
+                                        const Finish& finish)
 {
-    const Json* const blanks = argument(arguments, 0);
-    const bool takesBlanks = blanks != nullptr && blanks->boolean() != nullptr && *blanks->boolean();
+    const bool* const blanks = argument<bool>(arguments, 0);
+    const bool takesBlanks = blanks != nullptr && *blanks;
     m_program.workshop.activate(object.drawing);
     const auto take = [finish](const Answer& answer) {
-        finish(Json(Json::Object{{"result", wireText(answer.text)}}));
+        finish(textValue(answer.text));
         return Step::Done;
     };
     ask({promptText(argument(arguments, 1), "Enter text:"), takesBlanks, false, {}}, take, finish);
@@ -233,7 +233,7 @@ HostObjects::Reply HostObjects::askText(const Object& object, const Arguments& a
 }
 
 /// Puts a question of another program to the user, in the place of a command that may run.
-void HostObjects::ask(Prompt prompt, std::function<Step(const Answer&)> take, const Respond& finish)
+void HostObjects::ask(Prompt prompt, std::function<Step(const Answer&)> take, const Finish& finish)
 {
     const std::shared_ptr<bool> asking = m_asking;
     HostProgram& program = m_program;
@@ -251,7 +251,7 @@ void HostObjects::ask(Prompt prompt, std::function<Step(const Answer&)> take, co
         },
         [finish, ended] {
             ended();
-            finish(failureAnswer({"cancelled", "The user pressed Esc"}));
+            finish(wire::Failure{wire::FailureCode::Cancelled, "The user pressed Esc"});
         });
     m_program.commandLine.run(std::move(question));
     *m_asking = true;

@@ -4,7 +4,7 @@
 #include "Commands.h"
 #include "Workshop.h"
 
-#include "platform/Json.h"
+#include "platform/Wire.h"
 
 #include <cstdint>
 #include <functional>
@@ -39,57 +39,52 @@ struct HostProgram {
     bool inCall = false;
 };
 
-/// Why a request cannot be met, in the words of the wire.
-struct Failure {
-    const char* code = "failed";
-    std::string text;
-};
-
 /// The objects that one connection has been given, and the answers to its requests.
 class HostObjects {
 public:
     /// Is called with the answer of a request, now or when the user has answered.
-    using Respond = std::function<void(const Json& answer)>;
+    using Respond = std::function<void(const wire::Answer& answer)>;
 
     explicit HostObjects(HostProgram& program) : m_program(program) {}
     ~HostObjects();
     HostObjects(const HostObjects&) = delete;
     HostObjects& operator=(const HostObjects&) = delete;
 
-    void handle(const Json& request, const Respond& respond);
+    void handle(const wire::Request& request, const Respond& respond);
 
 private:
     struct Later {}; ///< The answer comes when the user has given his.
-    using Reply = std::variant<Json, Failure, Later>;
+    using Reply = std::variant<wire::Value, wire::Values, wire::Failure, Later>;
+    using Finish = std::function<void(wire::Content content)>;
     enum class Kind { Application, Document, Documents, Blocks, Block, Utility };
     struct Object {
         Kind kind = Kind::Application;
         std::shared_ptr<BenchDrawing> drawing;
         dwg::Handle block = 0;
     };
-    using Arguments = Json::Array;
+    using Arguments = wire::Values;
 
-    Reply answer(const Json& request, const Respond& finish);
+    Reply answer(const wire::Request& request, const Finish& finish);
     Reply get(const Object& object, const std::string& name);
     Reply getApplication(const std::string& name);
     Reply getDocument(const Object& object, const std::string& name);
     Reply getBlock(const Object& object, const std::string& name);
-    Reply set(const Object& object, const std::string& name, const Json& value);
+    Reply set(const Object& object, const std::string& name, const wire::Value& value);
     Reply call(const Object& object, const std::string& name, const Arguments& arguments,
-               const Respond& finish);
+               const Finish& finish);
     Reply callDocuments(const std::string& name, const Arguments& arguments);
     Reply callDocument(const Object& object, const std::string& name, const Arguments& arguments);
     Reply callBlocks(const Object& object, const std::string& name, const Arguments& arguments);
     Reply callUtility(const Object& object, const std::string& name, const Arguments& arguments,
-                      const Respond& finish);
+                      const Finish& finish);
     Reply variable(const Object& object, const std::string& name, const Arguments& arguments);
     Reply save(const Object& object, const std::string& path);
     Reply closeDocument(const Object& object, const Arguments& arguments);
-    Reply askPoint(const Object& object, const Arguments& arguments, const Respond& finish);
-    Reply askText(const Object& object, const Arguments& arguments, const Respond& finish);
-    void ask(Prompt prompt, std::function<Step(const Answer&)> take, const Respond& finish);
+    Reply askPoint(const Object& object, const Arguments& arguments, const Finish& finish);
+    Reply askText(const Object& object, const Arguments& arguments, const Finish& finish);
+    void ask(Prompt prompt, std::function<Step(const Answer&)> take, const Finish& finish);
     Reply items(const Object& object);
-    Json give(Object object);
+    wire::Value give(Object object);
     bool isOpen(const Object& object) const;
 
     HostProgram& m_program;

@@ -33,12 +33,12 @@ private:
         m_channel->readAvailable();
         std::string line;
         while (m_channel->nextLine(line)) {
-            const Result<Json> request = readJson(line);
-            if (!request || request->object() == nullptr) {
+            const std::optional<wire::Request> request = wire::readRequest(line);
+            if (!request) {
                 m_channel->end();
                 break;
             }
-            m_objects->handle(*request, [self = weak_from_this()](const Json& answer) {
+            m_objects->handle(*request, [self = weak_from_this()](const wire::Answer& answer) {
                 if (const auto client = self.lock())
                     client->respond(answer);
             });
@@ -51,9 +51,9 @@ private:
     }
     /// A client that does not read must not hold the program up: its answers wait until there is room. The
     /// channel of one that never reads ends, which is then seen as something to read.
-    void respond(const Json& answer)
+    void respond(const wire::Answer& answer)
     {
-        m_channel->queue(writeJson(answer));
+        m_channel->queue(writeLine(answer));
         m_room.setEnabled(m_channel->hasWaiting());
     }
     void sendWaiting()

@@ -4,73 +4,79 @@
 
 namespace zv::bench {
 
-Failure unknownName(const std::string& name)
+wire::Failure unknownName(const std::string& name)
 {
-    return {"unknown-name", "The object has no member " + name};
+    return {wire::FailureCode::UnknownName, shownText("The object has no member " + name)};
 }
 
-Json failureAnswer(const Failure& failure)
+wire::Failure failed(const std::string& text)
 {
-    return Json(Json::Object{
-        {"error", Json(Json::Object{{"code", failure.code}, {"description", wireText(failure.text)}})}});
+    return {wire::FailureCode::Failed, shownText(text)};
 }
 
-Json wireText(const std::string& bytes)
+wire::Failure badArgument(const std::string& text)
 {
-    return Json(isUtf8(bytes) ? bytes : toUtf8(wide(bytes)));
+    return {wire::FailureCode::BadArgument, shownText(text)};
 }
 
-std::string textOf(const Json& json)
+std::string shownText(const std::string& bytes)
 {
-    return json.text() != nullptr ? narrow(fromUtf8(*json.text())) : std::string();
+    return isUtf8(bytes) ? bytes : toUtf8(wide(bytes));
 }
 
-std::string textMember(const Json& json, const char* name)
+wire::Value textValue(const std::string& bytes)
 {
-    const Json* const member = json.member(name);
-    return member != nullptr ? textOf(*member) : std::string();
+    return shownText(bytes);
 }
 
-const Json* argument(const Json::Array& arguments, std::size_t index)
+std::string textOf(const wire::Value& value)
 {
-    if (index >= arguments.size() || arguments[index].isNull() ||
-        arguments[index].member("missing") != nullptr)
+    const auto* const text = std::get_if<std::string>(&value);
+    return text != nullptr ? wire::receivedText(*text) : std::string();
+}
+
+std::string textOf(const wire::Value* value)
+{
+    return value != nullptr ? textOf(*value) : std::string();
+}
+
+const wire::Value* argument(const wire::Values& arguments, std::size_t index)
+{
+    if (index >= arguments.size() || std::holds_alternative<std::monostate>(arguments[index]) ||
+        std::holds_alternative<MissingArgument>(arguments[index]))
         return nullptr;
     return &arguments[index];
 }
 
-bool pointOf(const Json& json, dwg::Point3& point)
+dwg::Point3 pointOf(const AutomationPoint& point)
 {
-    const Json* const numbers = json.member("point");
-    const Json::Array* const three = numbers != nullptr ? numbers->array() : nullptr;
-    return three != nullptr && three->size() == 3 && (*three)[0].asDouble(point.x) &&
-           (*three)[1].asDouble(point.y) && (*three)[2].asDouble(point.z);
+    return {point.x, point.y, point.z};
 }
 
-Json pointValue(const dwg::Point3& point)
+AutomationPoint pointOf(const dwg::Point3& point)
 {
-    return Json(Json::Object{{"point", Json(Json::Array{point.x, point.y, point.z})}});
+    return {point.x, point.y, point.z};
 }
 
-AutomationValue variableValue(const Json& json)
+AutomationValue variableValue(const wire::Value& value)
 {
-    if (json.whole() != nullptr)
-        return *json.whole();
-    if (json.number() != nullptr)
-        return *json.number();
-    if (json.text() != nullptr)
-        return textOf(json);
+    if (const auto* whole = std::get_if<std::int64_t>(&value))
+        return *whole;
+    if (const auto* real = std::get_if<double>(&value))
+        return *real;
+    if (std::holds_alternative<std::string>(value))
+        return textOf(value);
     return {};
 }
 
-Json variableJson(const AutomationValue& value)
+wire::Value variableValue(const AutomationValue& value)
 {
     if (const auto* whole = std::get_if<std::int64_t>(&value))
-        return Json(*whole);
+        return *whole;
     if (const auto* real = std::get_if<double>(&value))
-        return Json(*real);
+        return *real;
     if (const auto* text = std::get_if<std::string>(&value))
-        return wireText(*text);
+        return textValue(*text);
     return {};
 }
 

@@ -7,22 +7,30 @@ namespace zv::bench {
 /// The bit of OSMODE that turns all snaps off.
 inline constexpr std::int64_t kSnapsSuppressed = 16384;
 
-Failure unknownName(const std::string& name);
-Json failureAnswer(const Failure& failure);
+wire::Failure unknownName(const std::string& name);
+wire::Failure failed(const std::string& text);
+wire::Failure badArgument(const std::string& text);
 
-/// Between texts of the wire and bytes in the system's 8-bit code page.
-Json wireText(const std::string& bytes);
-std::string textOf(const Json& json);
-/// The text member of this name; empty when there is none.
-std::string textMember(const Json& json, const char* name);
+/// A text in the system's 8-bit code page, as it is shown to others. What is no text there is replaced.
+std::string shownText(const std::string& bytes);
+wire::Value textValue(const std::string& bytes);
+/// The text in the system's 8-bit code page; empty when the value is none.
+std::string textOf(const wire::Value& value);
+std::string textOf(const wire::Value* value);
 
 /// The argument at `index`; null when it is missing, left out or empty.
-const Json* argument(const Json::Array& arguments, std::size_t index);
-bool pointOf(const Json& json, dwg::Point3& point);
-Json pointValue(const dwg::Point3& point);
+const wire::Value* argument(const wire::Values& arguments, std::size_t index);
+/// The same where only one kind of value will do; null for any other.
+template <class T> const T* argument(const wire::Values& arguments, std::size_t index)
+{
+    return index < arguments.size() ? std::get_if<T>(&arguments[index]) : nullptr;
+}
+dwg::Point3 pointOf(const AutomationPoint& point);
+AutomationPoint pointOf(const dwg::Point3& point);
 
-AutomationValue variableValue(const Json& json);
-Json variableJson(const AutomationValue& value);
+/// A variable takes whole numbers, doubles and texts; anything else is empty.
+AutomationValue variableValue(const wire::Value& value);
+wire::Value variableValue(const AutomationValue& value);
 
 /// The folder of a path, without the separator at its end.
 std::string folderOf(const std::string& path);

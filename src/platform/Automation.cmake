@@ -1,5 +1,5 @@
 # Other programs, driven by name.
-zelvora_plain_library(zv_automation Automation.cpp Automation.h CarrierPatience.h Json.cpp Json.h)
+zelvora_plain_library(zv_automation Automation.cpp Automation.h CarrierPatience.h Json.cpp Json.h Wire.cpp Wire.h)
 target_link_libraries(zv_automation PUBLIC zv_platform)
 if(WIN32)
     target_sources(zv_automation PRIVATE

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 namespace zv::test {
 
@@ -39,6 +40,11 @@ HostModel::Outcome outcomeOf(const std::string& word)
         {"die-after", HostModel::Outcome::DieAfter},  {"garbage", HostModel::Outcome::Garbage},
         {"too-long", HostModel::Outcome::TooLong},    {"silent", HostModel::Outcome::Silent}};
     return words.at(word);
+}
+
+HostModel::Reply answered(wire::Value value)
+{
+    return {HostModel::Outcome::Answer, std::move(value), {}};
 }
 
 } // namespace
@@ -89,7 +95,7 @@ void HostModel::readDirective(const std::string& line)
         parts >> name >> value;
         const bool isWhole = value.find('.') == std::string::npos;
         m_variables[lowered(name)] =
-            isWhole ? Value(std::int64_t{std::atoll(value.c_str())}) : Value(std::stod(value));
+            isWhole ? wire::Value(std::int64_t{std::atoll(value.c_str())}) : wire::Value(std::stod(value));
     } else if (directive == "point") {
         parts >> m_point.x >> m_point.y >> m_point.z;
     } else if (directive == "answer") {
@@ -157,9 +163,9 @@ HostModel::Reply HostModel::member(const Object& object, const std::string& name
 {
     if (object.kind == Kind::Application) {
         if (name == "version")
-            return {Outcome::Answer, m_version, {}};
+            return answered(m_version);
         if (name == "caption")
-            return {Outcome::Answer, m_caption, {}};
+            return answered(m_caption);
         if (name == "activedocument")
             return {Outcome::Answer, Object{Kind::Document, m_opened ? 1U : 0U}, {}};
         if (name == "documents")
@@ -172,33 +178,34 @@ HostModel::Reply HostModel::member(const Object& object, const std::string& name
         if (name == "utility")
             return {Outcome::Answer, Object{Kind::Utility, 0}, {}};
         if (name == "objectsnapmode")
-            return {Outcome::Answer, true, {}};
+            return answered(true);
         if (name == "activespace")
-            return {Outcome::Answer, std::int64_t{1}, {}};
+            return answered(std::int64_t{1});
     } else if (object.kind == Kind::Block && object.index < m_blocks.size()) {
         const Block& block = m_blocks[object.index];
         if (name == "name")
-            return {Outcome::Answer, block.name, {}};
+            return answered(block.name);
         if (name == "isxref")
-            return {Outcome::Answer, block.xref, {}};
+            return answered(block.xref);
         if (name == "islayout")
-            return {Outcome::Answer, block.layout, {}};
+            return answered(block.layout);
     }
     return {Outcome::UnknownName, {}, "no member " + name};
 }
 
-HostModel::Reply HostModel::set(const Object& object, const std::string& name, const std::string& shown)
+HostModel::Reply HostModel::set(const Object& object, const std::string& name, const wire::Value& value)
 {
-    note(std::string("set ") + kindName(object.kind) + " " + name + " " + shown);
+    note(std::string("set ") + kindName(object.kind) + " " + name + " " + writeJson(toJson(value)));
     const bool known = (object.kind == Kind::Application && lowered(name) == "visible") ||
                        (object.kind == Kind::Document && lowered(name) == "objectsnapmode");
     return withFaults(name, known ? Reply{} : Reply{Outcome::UnknownName, {}, "no member " + name});
 }
 
-HostModel::Reply HostModel::call(const Object& object, const std::string& name, const std::string& shown,
-                                 const std::string& variable, const Value& value, const Point& point)
+HostModel::Reply HostModel::call(const Object& object, const std::string& name, const wire::Values& arguments)
 {
-    note(std::string("call ") + kindName(object.kind) + " " + name + " " + shown);
+    note(std::string("call ") + kindName(object.kind) + " " + name + " " + writeJson(toJson(arguments)));
+    const auto* const text = arguments.empty() ? nullptr : std::get_if<std::string>(&arguments.front());
+    const std::string variable = text != nullptr ? *text : std::string();
     const std::string member = lowered(name);
     if (object.kind == Kind::Document && member == "sendcommand")
         return withFaults(name, {});
@@ -206,12 +213,12 @@ HostModel::Reply HostModel::call(const Object& object, const std::string& name, 
         const auto found = m_variables.find(lowered(variable));
         if (found == m_variables.end())
             return {Outcome::Failed, {}, "unknown variable"};
-        return withFaults(name, {Outcome::Answer, found->second, {}});
+        return withFaults(name, answered(found->second));
     }
     if (object.kind == Kind::Document && member == "setvariable") {
         const Reply reply = withFaults(name, {});
         if (reply.outcome == Outcome::Answer)
-            m_variables[lowered(variable)] = value;
+            m_variables[lowered(variable)] = arguments.size() > 1 ? arguments[1] : wire::Value();
         return reply;
     }
     if (object.kind == Kind::Documents && (member == "open" || member == "add")) {
@@ -222,14 +229,14 @@ HostModel::Reply HostModel::call(const Object& object, const std::string& name, 
     if (object.kind == Kind::Document && member == "close")
         return withFaults(name, {});
     if (object.kind == Kind::Utility && member == "getpoint")
-        return withFaults(name, {Outcome::Answer, m_point, {}});
+        return withFaults(name, answered(m_point));
     if (object.kind == Kind::Utility && member == "translatecoordinates")
-        return withFaults(name, {Outcome::Answer, point, {}});
+        return withFaults(name, answered(arguments.empty() ? wire::Value() : arguments.front()));
     if (object.kind == Kind::Utility && member == "getstring") {
         const std::string answer = m_answers.empty() ? "typed" : m_answers.front();
         if (!m_answers.empty())
             m_answers.pop_front();
-        return withFaults(name, {Outcome::Answer, answer, {}});
+        return withFaults(name, answered(answer));
     }
     return {Outcome::UnknownName, {}, "no member " + name};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Wire.h"
+
 #include <cstdint>
 #include <deque>
 #include <map>
@@ -32,11 +34,7 @@ public:
         Kind kind = Kind::Application;
         std::size_t index = 0; ///< Of a block; of a document, 1 for one that was opened here.
     };
-    struct Point {
-        double x = 0, y = 0, z = 0;
-    };
-    using Value = std::variant<std::monostate, bool, std::int64_t, double, std::string, Point, Object,
-                               std::vector<Object>>;
+    using Value = std::variant<wire::Value, Object, std::vector<Object>>;
     enum class Outcome {
         Answer,
         UnknownName,
@@ -63,11 +61,8 @@ public:
     explicit HostModel(const std::string& scriptPath);
 
     Reply get(const Object& object, const std::string& name);
-    Reply set(const Object& object, const std::string& name, const std::string& shown);
-    /// `variable` is the first argument where it is a text, `value` the second. `shown` goes to the
-    /// transcript.
-    Reply call(const Object& object, const std::string& name, const std::string& shown,
-               const std::string& variable, const Value& value, const Point& point);
+    Reply set(const Object& object, const std::string& name, const wire::Value& value);
+    Reply call(const Object& object, const std::string& name, const wire::Values& arguments);
     Reply items(const Object& object);
 
     int delayMs = 0;
@@ -95,10 +90,10 @@ private:
 
     std::string m_version = "20.0", m_caption = "Scripted Host", m_transcript;
     std::vector<Block> m_blocks;
-    std::map<std::string, Value> m_variables;
+    std::map<std::string, wire::Value> m_variables;
     std::vector<Fault> m_faults;
     std::map<std::string, int> m_uses;
-    Point m_point{1.5, 2, 0};
+    AutomationPoint m_point{1.5, 2, 0};
     std::deque<std::string> m_answers;
     bool m_opened = false; ///< A document was opened or made here, and is the active one.
 };

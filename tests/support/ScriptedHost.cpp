@@ -1,4 +1,3 @@
-#include "platform/Json.h"
 #include "platform/LocalHosts.h"
 #include "support/HostModel.h"
 
@@ -20,11 +19,6 @@ namespace {
 using namespace zv;
 using namespace zv::test;
 
-std::string text(const Json* json)
-{
-    return json != nullptr && json->text() != nullptr ? *json->text() : std::string();
-}
-
 /// A connection with the objects that it has been given.
 class Client {
 public:
@@ -40,7 +34,7 @@ public:
     {
         m_channel->readAvailable();
         for (std::string line; !m_dies && m_channel->nextLine(line);) {
-            if (const Result<Json> request = readJson(line))
+            if (const auto request = wire::readRequest(line))
                 answer(*request);
             else
                 m_channel->end();
@@ -48,10 +42,9 @@ public:
     }
 
 private:
-    void answer(const Json& request)
+    void answer(const wire::Request& request)
     {
         const HostModel::Reply reply = replyTo(request);
-        const Json* const id = request.member("id");
         switch (reply.outcome) {
         case HostModel::Outcome::Die:
             m_dies = true;
@@ -66,96 +59,61 @@ private:
             return;
         case HostModel::Outcome::Answer:
         case HostModel::Outcome::DieAfter:
-            send(writeJson(Json(Json::Object{{"id", *id}, {"result", toJson(reply.value)}})));
+            send(writeLine(wire::Answer{request.id, content(reply.value)}));
             m_dies = reply.outcome == HostModel::Outcome::DieAfter;
             return;
         default:
-            sendError(*id, reply);
+            send(writeLine(wire::Answer{request.id, wire::Failure{codeOf(reply.outcome), reply.text}}));
         }
     }
 
-    HostModel::Reply replyTo(const Json& request)
+    HostModel::Reply replyTo(const wire::Request& request)
     {
-        const std::string operation = text(request.member("op"));
-        const std::string name = text(request.member("name"));
-        const Json* const number = request.member("object");
         const HostModel::Object object =
-            *number->whole() == 0 ? HostModel::Object{} : m_objects.at(*number->whole());
-        if (operation == "get")
-            return m_model.get(object, name);
-        if (operation == "set")
-            return m_model.set(object, name, writeJson(*request.member("value")));
-        if (operation == "items")
+            request.object == 0 ? HostModel::Object{} : m_objects.at(request.object);
+        switch (request.operation) {
+        case wire::Operation::Get:
+            return m_model.get(object, request.name);
+        case wire::Operation::Set:
+            return m_model.set(object, request.name, request.value);
+        case wire::Operation::Items:
             return m_model.items(object);
-        const Json::Array& arguments = *request.member("args")->array();
-        HostModel::Point point;
-        HostModel::Value value;
-        if (!arguments.empty())
-            readPoint(arguments[0], point);
-        if (arguments.size() > 1)
-            value = toValue(arguments[1]);
-        return m_model.call(object, name, writeJson(Json(arguments)),
-                            arguments.empty() ? "" : text(&arguments[0]), value, point);
-    }
-
-    static void readPoint(const Json& json, HostModel::Point& point)
-    {
-        if (const Json* held = json.member("point")) {
-            const Json::Array& numbers = *held->array();
-            numbers[0].asDouble(point.x);
-            numbers[1].asDouble(point.y);
-            numbers[2].asDouble(point.z);
+        default:
+            return m_model.call(object, request.name, request.arguments);
         }
     }
-    static HostModel::Value toValue(const Json& json)
-    {
-        if (json.whole() != nullptr)
-            return *json.whole();
-        if (json.number() != nullptr)
-            return *json.number();
-        return {};
-    }
 
-    Json give(const HostModel::Object& object)
+    wire::Value give(const HostModel::Object& object)
     {
         m_objects[++m_last] = object;
-        return Json(Json::Object{{"object", m_last}});
+        return wire::ObjectNumber{m_last};
     }
-    Json toJson(const HostModel::Value& value)
+    wire::Content content(const HostModel::Value& value)
     {
-        if (const auto* truth = std::get_if<bool>(&value))
-            return Json(*truth);
-        if (const auto* whole = std::get_if<std::int64_t>(&value))
-            return Json(*whole);
-        if (const auto* number = std::get_if<double>(&value))
-            return Json(*number);
-        if (const auto* held = std::get_if<std::string>(&value))
-            return Json(*held);
-        if (const auto* point = std::get_if<HostModel::Point>(&value))
-            return Json(Json::Object{{"point", Json(Json::Array{point->x, point->y, point->z})}});
         if (const auto* object = std::get_if<HostModel::Object>(&value))
             return give(*object);
         if (const auto* objects = std::get_if<std::vector<HostModel::Object>>(&value)) {
-            Json::Array members;
+            wire::Values members;
             for (const HostModel::Object& object : *objects)
                 members.push_back(give(object));
-            return Json(std::move(members));
+            return members;
         }
-        return {};
+        return std::get<wire::Value>(value);
+    }
+    static wire::FailureCode codeOf(HostModel::Outcome outcome)
+    {
+        switch (outcome) {
+        case HostModel::Outcome::UnknownName:
+            return wire::FailureCode::UnknownName;
+        case HostModel::Outcome::Busy:
+            return wire::FailureCode::Busy;
+        case HostModel::Outcome::Cancelled:
+            return wire::FailureCode::Cancelled;
+        default:
+            return wire::FailureCode::Failed;
+        }
     }
 
-    void sendError(const Json& id, const HostModel::Reply& reply)
-    {
-        const char* code = "failed";
-        if (reply.outcome == HostModel::Outcome::UnknownName)
-            code = "unknown-name";
-        if (reply.outcome == HostModel::Outcome::Busy)
-            code = "busy";
-        if (reply.outcome == HostModel::Outcome::Cancelled)
-            code = "cancelled";
-        send(writeJson(Json(Json::Object{
-            {"id", id}, {"error", Json(Json::Object{{"code", code}, {"description", reply.text}})}})));
-    }
     void send(const std::string& line)
     {
         PlainEventPump pump;

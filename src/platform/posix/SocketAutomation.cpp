@@ -1,8 +1,7 @@
 #include "platform/Automation.h"
 
-#include "platform/Json.h"
 #include "platform/LocalHosts.h"
-#include "platform/Text.h"
+#include "platform/Wire.h"
 #include "platform/posix/StartFile.h"
 
 #include <algorithm>
@@ -15,23 +14,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-class SocketObject;
-
-/// Text for the wire. Errors: Failed, it has no UTF-8 form.
-Result<std::string> wireText(const std::string& bytes)
-{
-    if (isUtf8(bytes))
-        return bytes;
-    const std::u16string text = wide(bytes);
-    // Bytes that are no text in the locale stand in it as these.
-    const bool undecoded =
-        std::any_of(text.begin(), text.end(), [](char16_t c) { return c >= 0xDC80 && c <= 0xDCFF; });
-    std::string utf8 = toUtf8(text);
-    if (undecoded || !isUtf8(utf8))
-        return Error{ErrorCode::Failed, "the text cannot be sent, for it is not valid UTF-8"};
-    return utf8;
-}
-
 /// One connection, shared by the objects that came over it. Closing it releases them all, which is why no
 /// object is released by itself: a connection lives for one action.
 class Connection : public std::enable_shared_from_this<Connection> {
@@ -41,10 +23,12 @@ public:
     {
     }
 
-    /// Sends a request until the host is no longer busy, and gives its result.
-    Result<Json> ask(const char* operation, std::int64_t object, Json::Object rest);
-    Result<AutomationValue> value(const Json& json);
-    Result<Json> json(const AutomationValue& value) const;
+    /// Sends a request until the host is no longer busy, and gives what the answer holds.
+    template <class Answered> Result<Answered> ask(wire::Request request);
+    /// The same with the value made what the program takes.
+    Result<AutomationValue> askValue(wire::Request request);
+    AutomationValue received(const wire::Value& value);
+    Result<wire::Value> sent(const AutomationValue& value) const;
     Error lost()
     {
         m_channel->end();
@@ -52,10 +36,9 @@ public:
     }
 
 private:
-    /// An answer: the result, or the error with the code Busy for a host that is to be asked again.
-    Result<Json> askOnce(const char* operation, std::int64_t object, const Json::Object& rest);
+    /// What the answer holds, or the error with the code Busy for a host that is to be asked again.
+    Result<wire::Content> askOnce(wire::Request& request);
     Result<std::string> receive();
-    Error errorOf(const Json& error);
 
     std::unique_ptr<LineChannel> m_channel;
     std::shared_ptr<Waiting> m_waiting;
@@ -70,15 +53,16 @@ public:
     }
     Result<AutomationValue> get(std::string_view name) override
     {
-        return answer(m_connection->ask("get", m_number, {{"name", std::string(name)}}));
+        return m_connection->askValue(request(wire::Operation::Get, name));
     }
     Result<void> set(std::string_view name, const AutomationValue& value) override
     {
-        Result<Json> json = m_connection->json(value);
-        if (!json)
-            return json.error();
-        const Result<Json> done =
-            m_connection->ask("set", m_number, {{"name", std::string(name)}, {"value", std::move(*json)}});
+        wire::Request set = request(wire::Operation::Set, name);
+        Result<wire::Value> sent = m_connection->sent(value);
+        if (!sent)
+            return sent.error();
+        set.value = std::move(*sent);
+        const Result<wire::Value> done = m_connection->ask<wire::Value>(std::move(set));
         if (!done)
             return done.error();
         return {};
@@ -86,31 +70,23 @@ public:
     Result<AutomationValue> call(std::string_view name,
                                  const std::vector<AutomationValue>& arguments) override
     {
-        Json::Array sent;
+        wire::Request call = request(wire::Operation::Call, name);
         for (const AutomationValue& argument : arguments) {
-            Result<Json> json = m_connection->json(argument);
-            if (!json)
-                return json.error();
-            sent.push_back(std::move(*json));
+            Result<wire::Value> sent = m_connection->sent(argument);
+            if (!sent)
+                return sent.error();
+            call.arguments.push_back(std::move(*sent));
         }
-        return answer(
-            m_connection->ask("call", m_number, {{"name", std::string(name)}, {"args", std::move(sent)}}));
+        return m_connection->askValue(std::move(call));
     }
     Result<std::vector<AutomationValue>> items() override
     {
-        const Result<Json> result = m_connection->ask("items", m_number, {});
-        if (!result)
-            return result.error();
-        const Json::Array* const members = result->array();
-        if (members == nullptr)
-            return m_connection->lost();
+        const auto members = m_connection->ask<wire::Values>(request(wire::Operation::Items, {}));
+        if (!members)
+            return members.error();
         std::vector<AutomationValue> values;
-        for (const Json& member : *members) {
-            Result<AutomationValue> value = m_connection->value(member);
-            if (!value)
-                return value.error();
-            values.push_back(std::move(*value));
-        }
+        for (const wire::Value& member : *members)
+            values.push_back(m_connection->received(member));
         return values;
     }
 
@@ -118,30 +94,59 @@ public:
     std::int64_t number() const { return m_number; }
 
 private:
-    Result<AutomationValue> answer(const Result<Json>& result)
+    wire::Request request(wire::Operation operation, std::string_view name) const
     {
-        if (!result)
-            return result.error();
-        return m_connection->value(*result);
+        wire::Request request;
+        request.operation = operation;
+        request.object = m_number;
+        request.name = name;
+        return request;
     }
 
     std::shared_ptr<Connection> m_connection;
     std::int64_t m_number;
 };
 
-Result<Json> Connection::ask(const char* operation, std::int64_t object, Json::Object rest)
+ErrorCode codeOf(wire::FailureCode code)
 {
-    return untilFree(*m_waiting, [&] { return askOnce(operation, object, rest); });
+    switch (code) {
+    case wire::FailureCode::UnknownName:
+        return ErrorCode::NotFound;
+    case wire::FailureCode::Cancelled:
+        return ErrorCode::Cancelled;
+    case wire::FailureCode::Busy:
+        return ErrorCode::Busy;
+    case wire::FailureCode::BadArgument:
+    case wire::FailureCode::Failed:
+        break;
+    }
+    return ErrorCode::Failed;
 }
 
-Result<Json> Connection::askOnce(const char* operation, std::int64_t object, const Json::Object& rest)
+template <class Answered> Result<Answered> Connection::ask(wire::Request request)
+{
+    Result<wire::Content> content = untilFree(*m_waiting, [&] { return askOnce(request); });
+    if (!content)
+        return content.error();
+    if (Answered* const answered = std::get_if<Answered>(&*content))
+        return std::move(*answered);
+    return lost();
+}
+
+Result<AutomationValue> Connection::askValue(wire::Request request)
+{
+    const Result<wire::Value> value = ask<wire::Value>(std::move(request));
+    if (!value)
+        return value.error();
+    return received(*value);
+}
+
+Result<wire::Content> Connection::askOnce(wire::Request& request)
 {
     if (m_channel->ended())
         return lost();
-    Json::Object request = {{"id", ++m_lastId}, {"op", operation}, {"object", object}};
-    request.insert(request.end(), rest.begin(), rest.end());
-    if (const Result<void> sent = m_channel->send(writeJson(Json(std::move(request))), m_waiting->pump);
-        !sent) {
+    request.id = ++m_lastId;
+    if (const Result<void> sent = m_channel->send(writeLine(request), m_waiting->pump); !sent) {
         if (sent.error().code == ErrorCode::TooLarge)
             return Error{ErrorCode::Failed, sent.error().text};
         return sent.error();
@@ -149,17 +154,12 @@ Result<Json> Connection::askOnce(const char* operation, std::int64_t object, con
     const Result<std::string> line = receive();
     if (!line)
         return line.error();
-    const Result<Json> answer = readJson(*line);
-    const Json* const id = answer ? answer->member("id") : nullptr;
-    if (id == nullptr || id->whole() == nullptr || *id->whole() != m_lastId)
+    std::optional<wire::Answer> answer = wire::readAnswer(*line);
+    if (!answer || answer->id != request.id)
         return lost();
-    const Json* const result = answer->member("result");
-    const Json* const error = answer->member("error");
-    if ((result == nullptr) == (error == nullptr))
-        return lost();
-    if (error != nullptr)
-        return errorOf(*error);
-    return *result;
+    if (const auto* const failure = std::get_if<wire::Failure>(&answer->content))
+        return Error{codeOf(failure->code), failure->description};
+    return std::move(answer->content);
 }
 
 Result<std::string> Connection::receive()
@@ -184,84 +184,48 @@ Result<std::string> Connection::receive()
     return line;
 }
 
-Error Connection::errorOf(const Json& error)
-{
-    const Json* const code = error.member("code");
-    const Json* const description = error.member("description");
-    if (code == nullptr || code->text() == nullptr)
-        return lost();
-    const std::string text =
-        description != nullptr && description->text() != nullptr ? *description->text() : *code->text();
-    const std::string& word = *code->text();
-    if (word == "unknown-name")
-        return Error{ErrorCode::NotFound, text};
-    if (word == "cancelled")
-        return Error{ErrorCode::Cancelled, text};
-    if (word == "busy")
-        return Error{ErrorCode::Busy, text};
-    return Error{ErrorCode::Failed, text};
-}
-
-struct ToJson {
+/// A value of the program as it is sent.
+struct Sent {
     const Connection& connection;
-    Result<Json> operator()(std::monostate) const { return Json(); }
-    Result<Json> operator()(MissingArgument) const { return Json(Json::Object{{"missing", true}}); }
-    Result<Json> operator()(bool truth) const { return Json(truth); }
-    Result<Json> operator()(std::int64_t whole) const { return Json(whole); }
-    Result<Json> operator()(double number) const { return Json(number); }
-    Result<Json> operator()(const std::string& text) const
+    Result<wire::Value> operator()(const std::string& text) const
     {
-        Result<std::string> utf8 = wireText(text);
+        Result<std::string> utf8 = wire::sentText(text);
         if (!utf8)
             return utf8.error();
-        return Json(std::move(*utf8));
+        return wire::Value(std::move(*utf8));
     }
-    Result<Json> operator()(const AutomationPoint& point) const
-    {
-        return Json(Json::Object{{"point", Json::Array{point.x, point.y, point.z}}});
-    }
-    Result<Json> operator()(const AutomationObjectPtr& object) const
+    Result<wire::Value> operator()(const AutomationObjectPtr& object) const
     {
         const auto* const own = dynamic_cast<const SocketObject*>(object.get());
         if (own == nullptr || own->connection().get() != &connection)
             return Error{ErrorCode::Failed, "the object belongs to another program"};
-        return Json(Json::Object{{"object", own->number()}});
+        return wire::Value(wire::ObjectNumber{own->number()});
+    }
+    template <class Plain> Result<wire::Value> operator()(const Plain& plain) const
+    {
+        return wire::Value(plain);
     }
 };
 
-Result<Json> Connection::json(const AutomationValue& value) const
+Result<wire::Value> Connection::sent(const AutomationValue& value) const
 {
-    return std::visit(ToJson{*this}, value);
+    return std::visit(Sent{*this}, value);
 }
 
-bool readPoint(const Json& json, AutomationPoint& point)
-{
-    const Json::Array* const numbers = json.array();
-    return numbers != nullptr && numbers->size() == 3 && (*numbers)[0].asDouble(point.x) &&
-           (*numbers)[1].asDouble(point.y) && (*numbers)[2].asDouble(point.z);
-}
+/// A value of the host as the program takes it.
+struct Received {
+    std::shared_ptr<Connection> connection;
+    AutomationValue operator()(const std::string& utf8) const { return wire::receivedText(utf8); }
+    AutomationValue operator()(wire::ObjectNumber object) const
+    {
+        return std::make_shared<SocketObject>(connection, object.number);
+    }
+    template <class Plain> AutomationValue operator()(const Plain& plain) const { return plain; }
+};
 
-Result<AutomationValue> Connection::value(const Json& json)
+AutomationValue Connection::received(const wire::Value& value)
 {
-    if (json.isNull())
-        return AutomationValue();
-    if (const bool* const truth = json.boolean())
-        return AutomationValue(*truth);
-    if (const std::int64_t* const whole = json.whole())
-        return AutomationValue(*whole);
-    if (const double* const number = json.number())
-        return AutomationValue(*number);
-    if (const std::string* const text = json.text())
-        return AutomationValue(narrow(fromUtf8(*text)));
-    AutomationPoint point;
-    if (const Json* const numbers = json.member("point"); numbers != nullptr && readPoint(*numbers, point))
-        return AutomationValue(point);
-    if (const Json* const object = json.member("object"); object != nullptr && object->whole() != nullptr)
-        return AutomationValue(
-            AutomationObjectPtr(std::make_shared<SocketObject>(shared_from_this(), *object->whole())));
-    if (json.member("missing") != nullptr)
-        return AutomationValue(MissingArgument{});
-    return lost();
+    return std::visit(Received{shared_from_this()}, value);
 }
 
 class SocketCarrier final : public Automation {

@@ -1,6 +1,5 @@
 #include "support/windows/HostObject.h"
 
-#include "platform/Json.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -60,7 +59,7 @@ std::string utf8Of(BSTR text)
     return toUtf8(std::u16string(text, text + ::SysStringLen(text)));
 }
 
-bool readPoint(const VARIANT& value, HostModel::Point& point)
+bool readPoint(const VARIANT& value, AutomationPoint& point)
 {
     double* numbers = nullptr;
     if (value.vt != (VT_ARRAY | VT_R8) || ::SafeArrayGetDim(value.parray) != 1 ||
@@ -72,37 +71,31 @@ bool readPoint(const VARIANT& value, HostModel::Point& point)
     return true;
 }
 
-/// An argument for the transcript, in the words of the local carrier. What no host takes shows its number.
-Json shown(const VARIANT& value)
+/// An argument in the words of the local carrier. What no host takes is told by its number.
+wire::Value received(const VARIANT& value)
 {
-    HostModel::Point point;
+    AutomationPoint point;
     if (readPoint(value, point))
-        return Json(Json::Object{{"point", Json(Json::Array{point.x, point.y, point.z})}});
+        return point;
     switch (value.vt) {
     case VT_EMPTY:
         return {};
     case VT_ERROR:
-        return Json(Json::Object{{"missing", value.scode == DISP_E_PARAMNOTFOUND}});
+        if (value.scode == DISP_E_PARAMNOTFOUND)
+            return MissingArgument{};
+        break;
     case VT_BOOL:
-        return Json(value.boolVal != VARIANT_FALSE);
+        return value.boolVal != VARIANT_FALSE;
     case VT_I4:
-        return Json(std::int64_t{value.lVal});
-    case VT_R8:
-        return Json(value.dblVal);
-    case VT_BSTR:
-        return Json(utf8Of(value.bstrVal));
-    default:
-        return Json(Json::Object{{"kind", std::int64_t{value.vt}}});
-    }
-}
-
-HostModel::Value modelValue(const VARIANT& value)
-{
-    if (value.vt == VT_I4)
         return std::int64_t{value.lVal};
-    if (value.vt == VT_R8)
+    case VT_R8:
         return value.dblVal;
-    return {};
+    case VT_BSTR:
+        return utf8Of(value.bstrVal);
+    default:
+        break;
+    }
+    return "of type " + std::to_string(value.vt);
 }
 
 /// One object of the host.
@@ -214,26 +207,39 @@ HostModel::Reply HostObject::replyTo(DISPID member, WORD kind, const DISPPARAMS&
                        parameters.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
     if (!isPut)
         return {HostModel::Outcome::Failed, {}, "no proper way to set a property"};
-    return m_model.set(m_object, m_spelling, writeJson(shown(parameters.rgvarg[0])));
+    return m_model.set(m_object, m_spelling, received(parameters.rgvarg[0]));
 }
 
 HostModel::Reply HostObject::called(const DISPPARAMS& parameters)
 {
-    Json::Array arguments;
+    wire::Values arguments;
     for (UINT index = parameters.cArgs; index-- > 0;)
-        arguments.push_back(shown(parameters.rgvarg[index]));
-    HostModel::Point point;
-    HostModel::Value value;
-    std::string variable;
-    if (parameters.cArgs > 0) {
-        const VARIANT& first = parameters.rgvarg[parameters.cArgs - 1];
-        readPoint(first, point);
-        if (first.vt == VT_BSTR)
-            variable = utf8Of(first.bstrVal);
+        arguments.push_back(received(parameters.rgvarg[index]));
+    return m_model.call(m_object, m_spelling, arguments);
+}
+
+void putPlain(const wire::Value& value, VARIANT& answer)
+{
+    if (const auto* truth = std::get_if<bool>(&value)) {
+        answer.vt = VT_BOOL;
+        answer.boolVal = *truth ? VARIANT_TRUE : VARIANT_FALSE;
+    } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        // CAD programs give their variables in this short form.
+        answer.vt = VT_I2;
+        answer.iVal = static_cast<SHORT>(*whole);
+    } else if (const auto* number = std::get_if<double>(&value)) {
+        answer.vt = VT_R8;
+        answer.dblVal = *number;
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+        answer.vt = VT_BSTR;
+        answer.bstrVal = bstr(*text);
+    } else if (const auto* point = std::get_if<AutomationPoint>(&value)) {
+        answer.vt = VT_ARRAY | VT_R8;
+        answer.parray = ::SafeArrayCreateVector(VT_R8, 0, 3);
+        double numbers[] = {point->x, point->y, point->z};
+        for (LONG index = 0; index < 3; ++index)
+            ::SafeArrayPutElement(answer.parray, &index, &numbers[index]);
     }
-    if (parameters.cArgs > 1)
-        value = modelValue(parameters.rgvarg[parameters.cArgs - 2]);
-    return m_model.call(m_object, m_spelling, writeJson(Json(std::move(arguments))), variable, value, point);
 }
 
 /// The ways in which programs tell that the user did not answer, by turns: Esc as AutoCAD tells it and as
@@ -284,25 +290,8 @@ HRESULT HostObject::answerWith(const HostModel::Reply& reply, VARIANT* answer, E
 
 void HostObject::put(const HostModel::Value& value, VARIANT& answer)
 {
-    if (const auto* truth = std::get_if<bool>(&value)) {
-        answer.vt = VT_BOOL;
-        answer.boolVal = *truth ? VARIANT_TRUE : VARIANT_FALSE;
-    } else if (const auto* whole = std::get_if<std::int64_t>(&value)) {
-        // CAD programs give their variables in this short form.
-        answer.vt = VT_I2;
-        answer.iVal = static_cast<SHORT>(*whole);
-    } else if (const auto* number = std::get_if<double>(&value)) {
-        answer.vt = VT_R8;
-        answer.dblVal = *number;
-    } else if (const auto* text = std::get_if<std::string>(&value)) {
-        answer.vt = VT_BSTR;
-        answer.bstrVal = bstr(*text);
-    } else if (const auto* point = std::get_if<HostModel::Point>(&value)) {
-        answer.vt = VT_ARRAY | VT_R8;
-        answer.parray = ::SafeArrayCreateVector(VT_R8, 0, 3);
-        double numbers[] = {point->x, point->y, point->z};
-        for (LONG index = 0; index < 3; ++index)
-            ::SafeArrayPutElement(answer.parray, &index, &numbers[index]);
+    if (const auto* plain = std::get_if<wire::Value>(&value)) {
+        putPlain(*plain, answer);
     } else if (const auto* object = std::get_if<HostModel::Object>(&value)) {
         answer.vt = VT_DISPATCH;
         answer.pdispVal = makeHostObject(m_model, m_life, *object);
