@@ -1,6 +1,8 @@
 #include "Office.h"
 
+#include "config/Keys.h"
 #include "drawing/Writer.h"
+#include "library/ListFile.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
 #include "platform/System.h"
@@ -121,11 +123,11 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
     std::string profile = "[Library]\r\nlibnum=" + std::to_string(catalogue.size()) + "\r\n";
     for (std::size_t i = 0; i < catalogue.size(); ++i) {
         profile += "lib" + std::to_string(i + 1) + "=" + catalogue[i].name + "\r\n";
-        const fs::path list = office / (catalogue[i].name + ".lst");
-        if (const auto written = writeFile(list.string(), listText(catalogue[i])); !written)
+        const std::string list = listFilePath(office.string(), catalogue[i].name);
+        if (const auto written = writeFile(list, listText(catalogue[i])); !written)
             return written;
     }
-    return writeFile((office / "Zelvora.ini").string(), profile);
+    return writeFile((office / kProfileName).string(), profile);
 }
 
 namespace {
@@ -149,15 +151,16 @@ Result<void> makeUser(const fs::path& office)
     std::string login = systemLoginName();
     if (login.empty())
         login = "User";
-    const fs::path profile = data / (login + ".ini"), store = config / "Zelvora.ini";
+    const fs::path profile = data / (login + kProfileEnding), store = config / "Zelvora.ini";
     if (!fs::exists(profile)) {
-        set(profile, "LibLoad", "LastLoad", kFirstLibrary);
-        set(profile, "LibLoad", "del", "0");
-        set(profile, "Settings", "ProjectPath", "");
+        const Profiles profiles(office.string(), office.string(), profile.string());
+        profiles.write(keys::zelvora::LastLoad, kFirstLibrary);
+        profiles.write(keys::zelvora::del, "0");
+        profiles.write(keys::zelvora::writeProjectPath, "");
         // A first double-click places a block, at the size at which it is drawn.
-        set(profile, "Settings", "Insertmode", "0");
-        set(profile, "Settings", "AutoScale", "0");
-        set(profile, "Settings", "AOT", "1");
+        profiles.write(keys::zelvora::writeFirstInsertmode, "0");
+        profiles.write(keys::zelvora::writeAutoScale, "0");
+        profiles.write(keys::zelvora::AOT, "1");
     }
     if (!fs::exists(store)) {
         set(store, "Settings", "MainLeft", "1000");

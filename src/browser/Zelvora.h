@@ -144,7 +144,7 @@ private:
     void appearAfterLoad();
     void runTimer2();
     void saveGeometry();
-    void writeSetting(const char* key, const std::string& value);
+    void writeSetting(const ProfileKey& key, const std::string& value);
 
     // Panels.
     enum class Blank { No, AtFirstLine };

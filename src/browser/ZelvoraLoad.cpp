@@ -271,10 +271,10 @@ void Zelvora::appear()
 // ---- keys
 
 /// A setting of the user. While the user is not known yet there is nowhere to write it.
-void Zelvora::writeSetting(const char* key, const std::string& value)
+void Zelvora::writeSetting(const ProfileKey& key, const std::string& value)
 {
     if (!values().UserProfilePath.empty() && !m_settingUnknown)
-        profiles().write({ProfileFile::User, keys::zelvora::insertmode.section, key}, value);
+        profiles().write(key, value);
 }
 
 /// Nothing enables this timer.

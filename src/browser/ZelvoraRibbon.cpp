@@ -1,6 +1,7 @@
 #include "browser/Zelvora.h"
 
 #include "browser/RibbonHover.h"
+#include "config/Keys.h"
 #include "controls/PictureButton.h"
 
 namespace zv {
@@ -14,7 +15,7 @@ void Zelvora::selectTab(int ribSet)
 {
     fields.RibbonTab = std::int16_t(ribSet);
     showTab(ribSet);
-    writeSetting("RibSet", std::to_string(ribSet));
+    writeSetting(keys::zelvora::RibSet, std::to_string(ribSet));
 }
 
 void Zelvora::showTab(int ribSet)

@@ -1,5 +1,6 @@
 #include "browser/Zelvora.h"
 
+#include "config/Keys.h"
 #include "config/PublicValues.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
@@ -171,7 +172,7 @@ Zelvora::Mode Zelvora::mode() const
 void Zelvora::setOption(Mode chosen)
 {
     const bool block = chosen == Mode::Block;
-    writeSetting("insertmode", std::to_string(int(chosen)));
+    writeSetting(keys::zelvora::insertmode, std::to_string(int(chosen)));
     markOption(chosen);
     Check1->setEnabled(block);
     Label1->setEnabled(block);
@@ -234,28 +235,28 @@ void Zelvora::lockScaleOnce()
 
 void Zelvora::setAutoScale(bool on)
 {
-    writeSetting("AutoScale", on ? "1" : "0");
+    writeSetting(keys::zelvora::writeAutoScale, on ? "1" : "0");
     setScaleEnabled(!on);
     lockScaleOnce();
 }
 
 void Zelvora::setAlwaysOnTop(bool on)
 {
-    writeSetting("AOT", on ? "1" : "0");
+    writeSetting(keys::zelvora::AOT, on ? "1" : "0");
     values().AlwaysOnTop = on ? 1 : 0;
     setTopmost(on);
 }
 
 void Zelvora::setExplode(bool on)
 {
-    writeSetting("XPmode", on ? "1" : "0");
+    writeSetting(keys::zelvora::XPmode, on ? "1" : "0");
 }
 
 bool Zelvora::eventFilter(QObject* watched, QEvent* event)
 {
     // The text is stored as it stands before the key does its work.
     if (watched == x && event->type() == QEvent::KeyPress)
-        writeSetting("XYZ", toBytes(x->text()));
+        writeSetting(keys::zelvora::XYZ, toBytes(x->text()));
     if (watched == Picture13 && event->type() == QEvent::MouseButtonRelease &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton &&
         Picture13->rect().contains(static_cast<QMouseEvent*>(event)->position().toPoint()))

@@ -27,7 +27,7 @@ bool copyProfile(const std::string& from, const std::string& to)
 /// copied.
 bool seedProfile(const std::string& installationFolder, const std::string& folder)
 {
-    const auto profiles = filesIn(installationFolder, ".ini");
+    const auto profiles = filesIn(installationFolder, kProfileEnding);
     if (!profiles)
         return false;
     for (const std::string& name : *profiles) {
@@ -42,7 +42,7 @@ bool seedProfile(const std::string& installationFolder, const std::string& folde
 bool seed(const std::string& installationFolder, const std::string& folder)
 {
     const bool hasItsProfile = seedProfile(installationFolder, folder);
-    for (const std::string& name : filesIn(currentFolder(), ".lst").valueOr({}))
+    for (const std::string& name : filesIn(currentFolder(), kListEnding).valueOr({}))
         static_cast<void>(copyIntoPlace(joinPath(installationFolder, name), joinPath(folder, name)).ok());
     return hasItsProfile;
 }
@@ -50,7 +50,7 @@ bool seed(const std::string& installationFolder, const std::string& folder)
 /// Not known of a folder that cannot be listed.
 bool lacksProfile(const std::string& folder)
 {
-    const auto names = filesIn(folder, ".ini");
+    const auto names = filesIn(folder, kProfileEnding);
     return names && std::none_of(names->begin(), names->end(),
                                  [](const std::string& name) { return sameName(name, kProfileName); });
 }

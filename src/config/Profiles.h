@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/FileNames.h"
 #include "config/PublicValues.h"
 #include "platform/Result.h"
 
@@ -56,8 +57,5 @@ private:
     std::string m_user;
     std::string m_none;
 };
-
-/// The name of the profile file in the installation and in the master folder.
-inline constexpr const char* kProfileName = "Zelvora.ini";
 
 } // namespace zv

@@ -1,5 +1,6 @@
 #include "config/StartUp.h"
 
+#include "config/FileNames.h"
 #include "config/Keys.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
@@ -38,7 +39,7 @@ void writeFirstRun(const Profiles& profiles)
     profiles.write(keys::zelvora::LastLoad, "");
     profiles.write(keys::zelvora::del, "1");
     profiles.write(keys::zelvora::writeProjectPath, "");
-    profiles.write({ProfileFile::User, "Settings", "Insertmode"}, "1");
+    profiles.write(keys::zelvora::writeFirstInsertmode, "1");
     profiles.write(keys::zelvora::AOT, "1");
 }
 
@@ -92,8 +93,8 @@ std::string loginName()
 
 void formUserPaths(PublicValues& values)
 {
-    values.MyLibPath = joinPath(values.UserFolder, values.LoginName + ".lst");
-    values.UserProfilePath = joinPath(values.UserFolder, values.LoginName + ".ini");
+    values.MyLibPath = joinPath(values.UserFolder, values.LoginName + kListEnding);
+    values.UserProfilePath = joinPath(values.UserFolder, values.LoginName + kProfileEnding);
 }
 
 void createUserFiles(const std::string& installationFolder, const PublicValues& values)

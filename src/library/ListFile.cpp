@@ -1,5 +1,6 @@
 #include "library/ListFile.h"
 
+#include "config/FileNames.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr char kSeparator = ';';
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr std::string_view kListEnding = ".lst";
 constexpr std::string_view kWorkingEnding = ".ls$";
 
 Error tooManyLines(const std::string& listPath)
@@ -84,13 +84,14 @@ Result<void> rewrite(const std::string& listPath, std::size_t index, const std::
 
 std::string listFilePath(const std::string& folder, const std::string& name)
 {
-    return joinPath(folder, name + std::string(kListEnding));
+    return joinPath(folder, name + kListEnding);
 }
 
 std::string listWorkingCopy(const std::string& listPath)
 {
-    const std::size_t stem = listPath.size() - std::min(listPath.size(), kListEnding.size());
-    const bool hasEnding = sameName(std::string_view(listPath).substr(stem), kListEnding);
+    const std::string_view ending = kListEnding;
+    const std::size_t stem = listPath.size() - std::min(listPath.size(), ending.size());
+    const bool hasEnding = sameName(std::string_view(listPath).substr(stem), ending);
     return listPath.substr(0, hasEnding ? stem : listPath.size()) + std::string(kWorkingEnding);
 }
 
