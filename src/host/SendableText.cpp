@@ -1,6 +1,7 @@
 #include "host/SendableText.h"
 
 #include "platform/Text.h"
+#include "platform/Utf8.h"
 
 #include <algorithm>
 
@@ -27,8 +28,11 @@ bool canBeSent(std::string_view text)
 {
     // In wide form, for beyond ASCII the bytes of a control character depend on the code page.
     const std::u16string units = wide(text);
-    return std::none_of(units.begin(), units.end(),
-                        [](char16_t unit) { return unit == u'"' || isControl(unit); });
+    // What comes from a machine with another code page may be text all the same.
+    const bool isUtf8 = toUtf8(fromUtf8(text)) == text;
+    return std::none_of(units.begin(), units.end(), [isUtf8](char16_t unit) {
+        return unit == u'"' || isControl(unit) || (isEscapedByte(unit) && !isUtf8);
+    });
 }
 
 bool refusesDrawing(const std::string& path, Messages& messages)

@@ -1,7 +1,6 @@
 #include "host/ActionFixture.h"
 
 #include "log/ActivityLog.h"
-#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace zv::test {
@@ -354,18 +353,6 @@ TEST_F(BlockInsertion, HostThatStaysBusyCountsAsFailed)
     time.skipsFromMs = TestTime::kBusyPauses;
     act();
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
-}
-
-TEST_F(BlockInsertion, PathThatIsNoTextIsNotTyped)
-{
-    if (wide("\xff") == u"\u00ff")
-        GTEST_SKIP() << "every byte is a character in this code page";
-    place.run("");
-    act("C:\\Lib\\\xff.dwg");
-    const std::string transcript = place.transcript();
-    EXPECT_EQ(transcript.find("SendCommand"), std::string::npos);
-    EXPECT_NE(transcript.find("[\"Filedia\",1]"), std::string::npos);
-    EXPECT_EQ(events.back(), "log C:\\Lib\\\xff.dwg, Insert as Block");
 }
 
 } // namespace

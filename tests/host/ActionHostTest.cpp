@@ -1,5 +1,7 @@
 #include "host/ActionFixture.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
 
 namespace zv::test {
@@ -383,6 +385,18 @@ TEST_F(Dispatch, DrawingThatCannotBeTypedIsRefusedBeforeTheHostIsTouched)
             EXPECT_TRUE(ended);
         }
     }
+}
+
+TEST_F(Dispatch, DrawingWhosePathIsNoTextIsRefusedBeforeTheHostIsTouched)
+{
+    if (wide("\xff") == u"\u00ff")
+        GTEST_SKIP() << "every byte is a character in this code page";
+    place.run("");
+    const std::string drawing = "C:\\Lib\\\xff.dwg";
+    act(drawing);
+    EXPECT_EQ(events,
+              (Events{"warning [Zelvora] The name of this drawing cannot be sent to AutoCAD: " + drawing}));
+    EXPECT_EQ(place.transcript(), "");
 }
 
 TEST_F(Dispatch, DrawingThatCannotBeTypedCanBeQueued)

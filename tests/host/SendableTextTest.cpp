@@ -35,6 +35,17 @@ TEST(SendableText, ControlCharactersBeyondAsciiCannotWhereTheCodePageHasThem)
     std::setlocale(LC_ALL, "C");
 }
 
+TEST(SendableText, BytesThatAreNoTextCannot)
+{
+    if (!std::setlocale(LC_ALL, "C.UTF-8"))
+        GTEST_SKIP() << "no such locale";
+    EXPECT_FALSE(canBeSent("/lib/T\xFCr.dwg"));
+    EXPECT_TRUE(canBeSent("/lib/T\xC3\xBCr.dwg"));
+    std::setlocale(LC_ALL, "C");
+    EXPECT_FALSE(canBeSent("/lib/T\xFCr.dwg"));
+    EXPECT_TRUE(canBeSent("/lib/T\xC3\xBCr.dwg")) << "it goes as it is";
+}
+
 TEST(SendableText, WhatIsRefusedIsTold)
 {
     AnsweredMessages messages;
