@@ -34,13 +34,49 @@ QString commonFolder(const PathList& list)
     return common;
 }
 
+/// Holds a list where it was scrolled to, as far as its width allows it at the time, until the user scrolls
+/// it elsewhere.
+class Hold final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit Hold(PathList* list) : QObject(list), m_bar(list->horizontalScrollBar())
+    {
+        connect(m_bar, &QScrollBar::rangeChanged, this, [this] {
+            if (m_bar->value() == m_reached)
+                scroll();
+        });
+    }
+    void scrollTo(int wanted)
+    {
+        m_wanted = wanted;
+        scroll();
+    }
+
+private:
+    void scroll()
+    {
+        m_bar->setValue(m_wanted);
+        m_reached = m_bar->value();
+    }
+
+    QScrollBar* m_bar;
+    int m_wanted = 0;
+    int m_reached = 0;
+};
+
 } // namespace
 
 void scrollToNames(PathList& list)
 {
+    auto* hold = list.findChild<Hold*>();
+    if (!hold)
+        hold = new Hold(&list);
     // How far the list can be scrolled is known once it is laid out.
     list.doItemsLayout();
-    list.horizontalScrollBar()->setValue(list.fontMetrics().horizontalAdvance(commonFolder(list)));
+    hold->scrollTo(list.fontMetrics().horizontalAdvance(commonFolder(list)));
 }
 
 } // namespace zv
+
+#include "ShownNames.moc"

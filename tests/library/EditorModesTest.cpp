@@ -174,6 +174,26 @@ TEST_F(EditorModesTest, WhatIsSeenOfTheDrawingsBeginsBehindTheirCommonFolder)
     EXPECT_LE(seenFrom("Short"), letters.horizontalAdvance("/a/"));
 }
 
+TEST_F(EditorModesTest, TheDrawingsNamesStayInSightUntilTheUserScrollsElsewhere)
+{
+    const std::string far = "/" + std::string(60, 'f') + "/";
+    makeLibrary("Far", {far + "Door.dwg", far + "Window.dwg"});
+    open({"Far"});
+    editor().resize(1400, 1000);
+    ASSERT_TRUE(waitUntil([&] { return editor().width() == 1400; }));
+    ASSERT_TRUE(chooseIn("Combo2", "Far"));
+    QScrollBar* const bar = editor().List1->horizontalScrollBar();
+    const int names = editor().List1->fontMetrics().horizontalAdvance(QString::fromStdString(far));
+    ASSERT_LT(bar->value(), names) << "the list is too wide to be scrolled that far";
+    editor().resize(433, 433);
+    EXPECT_TRUE(waitUntil([&] { return bar->value() == names; })) << bar->value();
+    bar->setValue(5);
+    editor().resize(713, 606);
+    ASSERT_TRUE(waitUntil([&] { return editor().width() == 713; }));
+    QApplication::processEvents();
+    EXPECT_EQ(bar->value(), 5);
+}
+
 TEST_F(EditorModesTest, ALibrarysSizeIsRoundedAtEveryDrawing)
 {
     std::vector<std::string> paths;
