@@ -10,7 +10,7 @@
 #include "drawing/write/Bytes.h"
 #include "drawing/write/EntityRecords.h"
 #include "drawing/write/RawRecord.h"
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 #include "platform/Text.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 #include "drawing/records/ObjectRecords.h"
 #include "drawing/records/TableLayouts.h"

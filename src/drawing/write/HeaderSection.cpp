@@ -1,6 +1,6 @@
 #include "drawing/write/HeaderSection.h"
 
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 #include <chrono>
 

@@ -6,7 +6,7 @@
 #include "drawing/records/RecordReader.h"
 #include "drawing/write/AmendFile.h"
 #include "drawing/write/Bytes.h"
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "drawing/bits/BitReader.h"
 #include "drawing/write/BitWriter.h"
 #include "drawing/write/Record.h"
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 namespace zv::dwg {
 

@@ -1,4 +1,4 @@
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 #include "drawing/records/TableLayouts.h"
 #include "drawing/write/FieldsOut.h"

@@ -2,7 +2,7 @@
 
 #include "drawing/write/EntityRecords.h"
 #include "drawing/write/FileParts.h"
-#include "drawing/write/TableRecords.h"
+#include "drawing/write/Tables.h"
 
 namespace zv::dwg {
 
