@@ -2,8 +2,10 @@
 
 #include "host/CommandText.h"
 #include "platform/Files.h"
+#include "platform/Folders.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace zv::test {
 
@@ -212,6 +214,22 @@ TEST_F(Attaching, WithoutAFolderItIsToldAndTheDialogComesBackAsItWasCalled)
     EXPECT_EQ(events,
               (kDialogFound + Events{"information [Specify Xref Copy Path] Xref Copy Path Not Specfied",
                                      kFiledia, "again as called", kFiledia, kFiledia}));
+}
+
+TEST_F(Attaching, AFolderOfThreeCharactersIsCopiedToAndNotRemembered)
+{
+    const std::string before = currentFolder();
+    std::filesystem::create_directory(folder.file("to"));
+    ASSERT_TRUE(setCurrentFolder(folder.path()));
+    order.drawing = folder.write("Bolt.dwg", "drawing");
+    order.copy = true;
+    order.folder = "to/";
+    place.run("");
+    attach();
+    EXPECT_TRUE(setCurrentFolder(before));
+    EXPECT_EQ(folder.read("to/BOLT.DWG"), "drawing");
+    EXPECT_TRUE(std::none_of(events.begin(), events.end(),
+                             [](const std::string& event) { return event.starts_with("remember"); }));
 }
 
 TEST(XrefCopyTarget, AFolderOfThreeCharactersIsADriveRoot)

@@ -386,6 +386,7 @@ TEST_F(XattachTest, NoToTheQuestionBringsTheDialogBack)
     ASSERT_TRUE(click("Command3", "Xattach"));
     EXPECT_TRUE(lastMessage().starts_with("AutoCAD is Not Loaded"));
     EXPECT_TRUE(appears("Xattach"));
+    EXPECT_EQ(text("Text9", "Xattach"), "96") << "the scale of the host that was there";
     EXPECT_EQ(main().fields.xrefState, 0);
 }
 
