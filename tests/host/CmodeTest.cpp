@@ -167,6 +167,17 @@ TEST_F(CmodeTest, AnEmptyTargetIsToldAndTheDialogComesUpOnceMoreAfterTheNextAtte
     EXPECT_TRUE(appears("Zelvora"));
 }
 
+TEST_F(CmodeTest, ANameThatTheSystemCannotHoldIsToldAsNotThere)
+{
+    cmode& window = open();
+    const std::string name = target((std::string(300, 'n') + ".dwg").c_str());
+    window.Text1->setText(QString::fromStdString(name));
+    ASSERT_TRUE(click("Command3", "cmode"));
+    EXPECT_EQ(lastMessage(), "File " + name + " does not exist.");
+    EXPECT_TRUE(host.opened.empty());
+    EXPECT_TRUE(appears("Zelvora"));
+}
+
 TEST_F(CmodeTest, ADrawingThatIsMissingIsToldAndTheMainWindowComesBack)
 {
     setKey(User, "Settings", "projectcopy", "0");

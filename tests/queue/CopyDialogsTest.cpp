@@ -9,6 +9,7 @@
 #include "queue/CartCopy.h"
 #include "queue/NewFolder.h"
 #include "support/Environment.h"
+#include "support/FullDisk.h"
 #include "support/OfficeFixture.h"
 
 #include <QAbstractButton>
@@ -16,6 +17,7 @@
 #include <QTest>
 
 #include <filesystem>
+#include <optional>
 
 namespace zv {
 namespace {
@@ -209,6 +211,24 @@ TEST_F(CopyDialogsTest, AMissingDrawingEndsTheProgramAndNoneAfterItIsCopied)
     EXPECT_FALSE(fileExists(folder.file("to/D3.dwg")));
 }
 
+TEST_F(CopyDialogsTest, AFullDiskEndsTheProgramAndLeavesTheOldFileAndNoHalfOne)
+{
+    folder.write("to/D1.dwg", "old");
+    openCartCopy(paths);
+    messages.yes = true;
+    std::optional<FullDisk> disk;
+    messages.whileShown = [this, &disk] {
+        disk.emplace(10);
+        messages.whileShown = nullptr;
+    };
+    ASSERT_TRUE(copyTo(folder.file("to")));
+    disk.reset();
+    EXPECT_EQ(endedWith, 1);
+    EXPECT_NE(lastMessage().find(paths[0]), std::string::npos);
+    EXPECT_EQ(folder.read("to/D1.dwg"), "old");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.file("to")), fs::directory_iterator()), 1);
+}
+
 TEST_F(CopyDialogsTest, ABadPathEndsTheProgram)
 {
     openCartCopy(paths);
@@ -326,7 +346,8 @@ TEST_F(CopyDialogsTest, EveryFailureOfANewFolderHasTheOneMessage)
     fs::create_directory(folder.file("job/Old"));
     openCartCopy({});
     ASSERT_TRUE(click("Command1", "CartCopy"));
-    for (const char* name : {"Old", "no/such", "."}) {
+    for (const std::string& name :
+         {std::string("Old"), std::string("no/such"), std::string("."), std::string(300, 'n')}) {
         setText("Text2", name, "sNewFolder");
         ASSERT_TRUE(click("Command11", "sNewFolder"));
         EXPECT_EQ(lastMessage(), "Folder Name: " + joinPath(folder.file("job"), name) + " Already Exists");
