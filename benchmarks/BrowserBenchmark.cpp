@@ -1,25 +1,42 @@
 // What a drafter waits for in the main window: a panel, a library, a selection. Previews are those of the
 // sample office where it has been made, else small ones of this program's own.
 #include "support/OfficeFixture.h"
+#include "support/PngDrawing.h"
 
+#include "controls/SortedCombo.h"
 #include "library/ListFile.h"
+#include "platform/Workers.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QListWidget>
 #include <QTest>
 #include <benchmark/benchmark.h>
 
 #include <clocale>
+#include <fstream>
 
 namespace {
 
 using namespace zv;
 
+/// What the process has had in memory at most, in MiB.
+double mostMemory()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with("VmHWM:"))
+            return std::stod(line.substr(6)) / 1024;
+    }
+    return 0;
+}
+
 struct Office : OfficeFixture {
     using OfficeFixture::choose;
     using OfficeFixture::click;
+    using OfficeFixture::main;
     void TestBody() override {}
 
     /// Starts on a library of this many lines; its drawings come again and again.
@@ -43,6 +60,15 @@ struct Office : OfficeFixture {
         start();
         main().resize(713, 606);
         QApplication::processEvents();
+    }
+    /// Twenty drawings, each with a picture of one bit a pixel and this edge.
+    void makeLargePictures(int edge)
+    {
+        const std::string file = fileWithPng(largeBar({edge, edge}));
+        std::vector<std::string> paths;
+        for (int i = 1; i <= 20; ++i)
+            paths.push_back(folder.write("drawings/P" + std::to_string(i) + ".dwg", file));
+        makeLibrary("Pictures", paths);
     }
     void press(const char* button)
     {
@@ -92,6 +118,35 @@ void selectCell(benchmark::State& state)
     }
 }
 BENCHMARK(selectCell)->Unit(benchmark::kMillisecond);
+
+/// Picks a library whose twenty previews are large pictures; the time is that in which the window is deaf.
+/// Those beyond 4096 pixels are refused by their headers, the others are unpacked beside the window. The
+/// refused ones come first, since the memory told is the most that there has been.
+void chooseLargePictures(benchmark::State& state)
+{
+    Office office;
+    office.startOn("Small too", 1);
+    office.makeLargePictures(int(state.range(0)));
+    const double before = mostMemory();
+    office.main().Combo1->add({QStringLiteral("Pictures")});
+    double shownMs = 0;
+    for ([[maybe_unused]] auto _ : state) {
+        office.choose("Combo1", "Pictures");
+        QApplication::processEvents();
+        state.PauseTiming();
+        QElapsedTimer timer;
+        timer.start();
+        while (!waitForWorkers(std::chrono::milliseconds(0)))
+            QApplication::processEvents(QEventLoop::AllEvents, 5);
+        QApplication::processEvents();
+        shownMs = double(timer.elapsed());
+        office.choose("Combo1", "Small");
+        state.ResumeTiming();
+    }
+    state.counters["until shown, ms"] = shownMs;
+    state.counters["memory more, MiB"] = mostMemory() - before;
+}
+BENCHMARK(chooseLargePictures)->Arg(5700)->Arg(4096)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -56,10 +56,13 @@ HostOutcome HostSession::find()
         if (const HostOutcome created = createByRelease(); created != HostOutcome::Found)
             return created;
     }
+    // A host that was started may take calls and answer none, and the calling window is hidden.
+    m_services.splash.standBy(m_startedHost);
     if (m_caller == HostCaller::Newlib)
         static_cast<void>(m_application->get("Version"));
     else
         activateAtAttach();
+    m_services.splash.standBy(false);
     return attachAgain();
 }
 

@@ -15,6 +15,9 @@ public:
     /// Loads and shows the window, its clip playing from the start.
     virtual void show() = 0;
     virtual void unload() = 0;
+    /// While it stands by, a long wait for the host shows it: no other window may be there to give the wait
+    /// up by.
+    virtual void standBy(bool /*standsBy*/) {}
 };
 
 /// What a session needs of the window that calls. Its message boxes are its own affair: a window that stands

@@ -72,4 +72,13 @@ void LoadAcadSplash::unload()
     m_program.unload(kName);
 }
 
+void LoadAcadSplash::tellWaiting(bool waiting)
+{
+    if (waiting && m_standsBy)
+        show();
+    else if (m_tellsWait)
+        unload();
+    m_tellsWait = waiting && m_standsBy;
+}
+
 } // namespace zv

@@ -32,9 +32,14 @@ public:
     explicit LoadAcadSplash(Program& program) : m_program(program) {}
     void show() override;
     void unload() override;
+    void standBy(bool standsBy) override { m_standsBy = standsBy; }
+    /// A wait for the host has become long, or is over.
+    void tellWaiting(bool waiting);
 
 private:
     Program& m_program;
+    bool m_standsBy = false;
+    bool m_tellsWait = false; ///< Shown for a long wait.
 };
 
 } // namespace zv

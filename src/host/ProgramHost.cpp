@@ -9,7 +9,8 @@
 namespace zv {
 
 ProgramHost::ProgramHost(Program& program)
-    : m_pump([&program](bool waiting) {
+    : m_pump([this, &program](bool waiting) {
+          m_splash.tellWaiting(waiting);
           if (MainWindow* const window = mainWindow(program))
               window->tellWaiting(waiting);
       }),

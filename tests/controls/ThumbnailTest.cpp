@@ -1,10 +1,10 @@
 #include "controls/DwgThumbnail.h"
 #include "drawing/Writer.h"
 #include "platform/WithinMemory.h"
+#include "support/PngDrawing.h"
 #include "support/TemporaryFolder.h"
 #include "window/DwgPropsX.h"
 
-#include <QBuffer>
 #include <QHBoxLayout>
 #include <QSignalSpy>
 #include <QTest>
@@ -39,42 +39,6 @@ dwg::Pixels pixelsOf(const QImage& image)
         pixels.bgra.insert(pixels.bgra.end(), line, line + std::size_t(image.width()) * 4);
     }
     return pixels;
-}
-
-QByteArray number(std::uint32_t value)
-{
-    QByteArray bytes;
-    for (int i = 0; i < 4; ++i)
-        bytes += char(value >> (8 * i));
-    return bytes;
-}
-
-/// A file of R2000 that is no more than its header and this picture.
-std::string fileWithPng(const QImage& image)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    QByteArray header = "AC1015" + QByteArray(0x60 - 6, '\0');
-    header[0x15] = 1;
-    header.replace(0x0D, 4, number(std::uint32_t(header.size())));
-    const QByteArray sentinel("\x1F\x25\x6D\x07\xD4\x36\x28\x28\x9D\x57\xCA\x3F\x9D\x44\x10\x2B");
-    const QByteArray file = header + sentinel + number(std::uint32_t(1 + 9 + png.size())) + char(1) +
-                            char(6) + number(std::uint32_t(header.size() + 16 + 4 + 1 + 9)) +
-                            number(std::uint32_t(png.size())) + png;
-    return file.toStdString();
-}
-
-/// Black with a white bar through its middle, one bit a pixel.
-QImage largeBar(QSize size)
-{
-    QImage image(size, QImage::Format_Mono);
-    image.fill(0);
-    for (int row = size.height() * 2 / 5; row < size.height() * 3 / 5; ++row)
-        for (int column = 0; column < size.width(); ++column)
-            image.setPixel(column, row, 1);
-    return image;
 }
 
 class ThumbnailTest : public testing::Test {

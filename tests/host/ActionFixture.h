@@ -94,10 +94,12 @@ protected:
 
     void show() override { events.push_back("splash"); }
     void unload() override { events.push_back("splash off"); }
+    void standBy(bool standsBy) override { splashStandsBy = standsBy; }
 
     HostPlace place;
     TestTime time;
     Events events;
+    bool splashStandsBy = false;
     RecordingWindow window{events};
     ActionSettings settings;
     std::string selectedDrawing = "C:\\Lib\\Bolt.dwg";

@@ -433,6 +433,23 @@ TEST_F(Dispatch, HostThatIsGivenUpHasFailedWithoutAQuestion)
     EXPECT_EQ(events, (Events{kAttach, "App.Version", kNotRunning, "show", kLogLine}));
 }
 
+TEST_F(Dispatch, StartedHostThatNeverAnswersCanBeGivenUpByTheSplash)
+{
+    place.install("AutoCAD.Application.20",
+                  "listen AutoCAD.Application.20\nlisten AutoCAD.Application\nfault Version#1 silent");
+    window.answers = {true};
+    bool stoodBy = false;
+    time.givesUp = [&] {
+        stoodBy = stoodBy || splashStandsBy;
+        return splashStandsBy;
+    };
+    act();
+    EXPECT_TRUE(stoodBy);
+    EXPECT_FALSE(splashStandsBy);
+    EXPECT_EQ(events.back(), kLogLine);
+    EXPECT_EQ(events[events.size() - 2], "show");
+}
+
 TEST_F(Dispatch, StartThatIsGivenUpHasFailedWithoutAMessage)
 {
     place.install("AutoCAD.Application.20", "later 1000000 AutoCAD.Application.20");

@@ -67,6 +67,19 @@ TEST_F(LoadAcadTest, WithoutAClipTheSplashIsShownAllTheSame)
     EXPECT_FALSE(animation()->isPlaying());
 }
 
+TEST_F(LoadAcadTest, ALongWaitShowsTheSplashOnlyWhereItStandsBy)
+{
+    splash.tellWaiting(true);
+    EXPECT_FALSE(window());
+    splash.tellWaiting(false);
+    splash.standBy(true);
+    splash.tellWaiting(true);
+    ASSERT_TRUE(window());
+    EXPECT_TRUE(window()->isVisible());
+    splash.tellWaiting(false);
+    EXPECT_FALSE(window());
+}
+
 TEST_F(LoadAcadTest, UnloadingForgetsTheSplash)
 {
     splash.show();

@@ -2,6 +2,7 @@
 
 #include "support/FailingFiles.h"
 #include "support/KilledProcess.h"
+#include "support/OneStepFails.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,16 @@ TEST_F(PosixFilesTest, AFileThatIsMadeLeavesNothingElseBehindWhereverTheProgramE
             EXPECT_EQ(left.path().filename(), "a.csv") << "killed at step " << step;
         EXPECT_TRUE(killed || own.read("a.csv") == "header\r\n");
     }
+}
+
+TEST_F(PosixFilesTest, AFileIsMadeAlsoWhereTheDiskKnowsNoFilesWithoutAName)
+{
+    const TemporaryFolder own;
+    const OneStepFails files(FileStep::Open, 0);
+    ASSERT_TRUE(createFile(own.file("a.csv"), "header\r\n"));
+    EXPECT_EQ(own.read("a.csv"), "header\r\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(own.path()), {}), 1);
+    EXPECT_EQ(createFile(own.file("a.csv"), "other").error().code, ErrorCode::Busy);
 }
 
 TEST_F(PosixFilesTest, AFileThatCannotBeAskedForIsNotMissing)

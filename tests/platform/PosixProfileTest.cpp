@@ -1,10 +1,12 @@
 #include "platform/Profile.h"
 
+#include "support/FailingFiles.h"
 #include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -35,6 +37,17 @@ TEST_F(PosixProfileTest, AFileOfExactlyTheNameComesBeforeOneOfAnotherCase)
     folder.write("zelvora.ini", "[a]\r\nk=2\r\n");
     EXPECT_EQ(profileString(folder.file("zelvora.ini"), "a", "k", ""), "2");
     EXPECT_EQ(profileString(folder.file("Zelvora.ini"), "a", "k", ""), "1");
+}
+
+TEST_F(PosixProfileTest, AFileThatIsTooLargeIsNeitherReadNorWritten)
+{
+    const std::string file = folder.write("Zelvora.ini", "[a]\r\nk=1\r\n");
+    std::filesystem::resize_file(file, std::uint64_t{3} << 30);
+    FailingFiles files(Fault::Fails, -1);
+    EXPECT_EQ(readProfileString(file, "a", "k", "").error().code, ErrorCode::TooLarge);
+    EXPECT_FALSE(writeProfileString(file, "a", "k", "2"));
+    EXPECT_EQ(std::count(files.steps().begin(), files.steps().end(), FileStep::Read), 0);
+    EXPECT_EQ(std::filesystem::file_size(file), std::uint64_t{3} << 30);
 }
 
 TEST_F(PosixProfileTest, ALinkStaysALinkAndItsFileIsWritten)

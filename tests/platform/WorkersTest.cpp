@@ -1,11 +1,15 @@
 #include "platform/Workers.h"
 
+#include "platform/WithinMemory.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <latch>
 #include <list>
+#include <new>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace zv {
@@ -103,6 +107,28 @@ TEST_F(WorkersTest, ManyThatHangLeaveEachFurtherOneASingleThread)
         static_cast<void>(further.start([comesBack] { comesBack.wait(); }));
     EXPECT_EQ(livingWorkers(), kHanging + 1);
     share.set_value();
+}
+
+/// More than any machine has, and not known to the compiler.
+std::string allTheMemoryThereIs()
+{
+    const volatile std::size_t size = std::size_t{1} << (8 * sizeof(std::size_t) - 2);
+    return std::string(size, 'x');
+}
+
+TEST_F(WorkersTest, MemoryThatIsNotThereIsAnErrorAndTheThreadGoesOn)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer ends the process";
+#endif
+    Workers workers(1);
+    auto failing = workers.start([] { return allTheMemoryThereIs().size(); });
+    auto guarded = workers.start(
+        [] { return withinMemory([]() -> Result<std::size_t> { return allTheMemoryThereIs().size(); }); });
+    auto next = workers.start([] { return 2; });
+    EXPECT_THROW(failing.get(), std::bad_alloc);
+    EXPECT_EQ(guarded.get().error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(next.get(), 2);
 }
 
 TEST_F(WorkersTest, AFailureOfTheLanguageComesOutOfTheFuture)

@@ -22,12 +22,6 @@ std::string folderPart(const std::string& path)
     return separator == std::string::npos ? "." : path.substr(0, separator + 1);
 }
 
-/// Network file systems and old ones.
-bool hasNoNamelessFiles(int reason)
-{
-    return reason == EOPNOTSUPP || reason == EISDIR || reason == EINVAL || reason == ENOSYS;
-}
-
 /// Takes a line back that did not fit on the disk, so that no half of it stays.
 void takeBack(const Descriptor& file, off_t end, ssize_t count)
 {
@@ -149,19 +143,19 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
-    // A file without a name leaves nothing behind, wherever the program is ended.
-    const Descriptor file(calls::open(folderPart(path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-    if (!file) {
-        if (!hasNoNamelessFiles(errno))
-            return writingError(path);
-        Result<WorkingCopy> copy = WorkingCopy::open(path + std::string(kNewEnding), kRewritePatience);
-        return copy ? copy->become(path, bytes) : copy.error();
+    // A file without a name leaves nothing behind, wherever the program is ended. Not every file system has
+    // them.
+    if (const Descriptor file(calls::open(folderPart(path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+        file) {
+        if (Result<void> written = writeFlushed(file, path, bytes); !written)
+            return written;
+        if (calls::linkOpen(file.number(), path.c_str()) == 0)
+            return {};
+        if (errno == EEXIST)
+            return Error{ErrorCode::Busy, path + ": is there already"};
     }
-    if (Result<void> written = writeFlushed(file, path, bytes); !written)
-        return written;
-    if (calls::linkOpen(file.number(), path.c_str()) == 0)
-        return {};
-    return errno == EEXIST ? Error{ErrorCode::Busy, path + ": is there already"} : writingError(path);
+    Result<WorkingCopy> copy = WorkingCopy::open(path + std::string(kNewEnding), kRewritePatience);
+    return copy ? copy->become(path, bytes) : copy.error();
 }
 
 Result<void> appendLines(const std::string& path, std::string_view lines, const std::string&,

@@ -20,6 +20,8 @@ namespace zv {
 namespace {
 
 constexpr const char* kWorkingEnding = ".new";
+/// More than any office has settings for. A larger file is none of ours, and is neither read nor written.
+constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
 /// An editor's mark of a file whose characters take two bytes each, low byte first.
 constexpr std::string_view kWideMark = "\xFF\xFE";
 
@@ -103,7 +105,7 @@ Result<std::string> load(const std::string& file)
     const Result<std::string> path = realFile(file);
     if (!path)
         return path.error();
-    Result<std::string> bytes = readFile(*path);
+    Result<std::string> bytes = readFile(*path, kMostBytes);
     if (!bytes && bytes.error().code != ErrorCode::NotFound)
         return bytes.error();
     return decoded(std::move(bytes).valueOr({}));
@@ -187,7 +189,7 @@ Result<void> rewriteInPlace(const std::string& path, const ProfileEdit& edit)
     const Result<bool> stands = standsAt(file, path);
     if (!stands || !*stands)
         return stands ? Error{ErrorCode::Busy, path + ": replaced by another program"} : stands.error();
-    const Result<std::string> before = readAll(file, path, kAnySize);
+    const Result<std::string> before = readAll(file, path, kMostBytes);
     if (!before)
         return before.error();
     return overwrite(file, path, *before, edited(*before, edit));
@@ -201,7 +203,7 @@ Result<void> rewrite(const std::string& file, const ProfileEdit& edit)
     if (!found)
         return found.error();
     const std::string& path = *found;
-    Result<std::string> before = readFile(path);
+    Result<std::string> before = readFile(path, kMostBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
     if (before && edited(*before, edit) == *before)
@@ -216,7 +218,7 @@ Result<void> rewrite(const std::string& file, const ProfileEdit& edit)
         return copy.error().code == ErrorCode::Denied ? rewriteInPlace(path, edit) : copy.error();
     if (Result<void> held = copy->hold(path, {}); !held)
         return held;
-    before = readFile(path);
+    before = readFile(path, kMostBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
     const std::string after = edited(before.valueOr({}), edit);
