@@ -5,6 +5,7 @@
 #include "PropertiesDialog.h"
 
 #include "Commands.h"
+#include "controls/VectorPicture.h"
 #include "drawing/paint/Picture.h"
 #include "platform/System.h"
 #include "platform/Text.h"
@@ -104,7 +105,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     column->addLayout(lineRow);
     setCentralWidget(middle);
     initPictures();
-    setWindowIcon(QIcon(QStringLiteral(":/bench/bench.svg")));
+    setWindowIcon(vectorIcon(QStringLiteral(":/bench/bench.svg")));
     makeMenus();
     restorePlace();
 

@@ -1,5 +1,7 @@
 #include "controls/ImageList.h"
 
+#include "controls/VectorPicture.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QHash>
@@ -7,7 +9,6 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmapCache>
-#include <QSvgRenderer>
 
 #include <span>
 
@@ -108,10 +109,10 @@ public:
         QByteArray text = drawing(m_name);
         text.replace(kInk, ink.name().toLatin1());
         text.replace(kAccent, accent.name().toLatin1());
-        QSvgRenderer renderer(text);
+        const VectorPicture picture(text);
 
         QRectF place(rect);
-        const QSizeF natural = renderer.defaultSize();
+        const QSizeF natural = picture.box().size();
         if (!natural.isEmpty()) {
             place.setSize(natural.scaled(rect.size(), Qt::KeepAspectRatio));
             place.moveCenter(QRectF(rect).center());
@@ -126,7 +127,7 @@ public:
             const double corner = place.height() / 6;
             painter->drawRoundedRect(place, corner, corner);
         }
-        renderer.render(painter, place);
+        picture.paint(*painter, place);
         painter->restore();
     }
 

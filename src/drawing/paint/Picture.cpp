@@ -2,6 +2,7 @@
 
 #include "drawing/Reader.h"
 #include "drawing/paint/ImageFiles.h"
+#include "drawing/paint/SvgDevice.h"
 #include "drawing/paint/SystemFonts.h"
 #include "drawing/scene/SceneBuilder.h"
 #include "platform/Text.h"
@@ -9,7 +10,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSvgGenerator>
 
 namespace zv::dwg {
 
@@ -137,11 +137,12 @@ Result<void> savePicture(const Scene& scene, const std::string& path, QSize size
     options.background = background;
     options.exact = true;
     if (ending == QLatin1String("svg")) {
-        QSvgGenerator svg;
-        svg.setFileName(file);
-        svg.setSize(size);
-        svg.setViewBox(area);
-        paintWhole(svg, scene, area, options, true);
+        {
+            const std::unique_ptr<QPaintDevice> svg = svgDevice(file, size);
+            if (!svg)
+                return Error{ErrorCode::Unsupported, "this program was built without svg pictures"};
+            paintWhole(*svg, scene, area, options, true);
+        }
         return QFile(file).size() > 0 ? Result<void>() : notWritten(path);
     }
     if (ending == QLatin1String("pdf")) {
