@@ -1,15 +1,41 @@
 #include "HostServer.h"
 
+#include "platform/LocalHosts.h"
+
+#include <QObject>
+#include <QSocketNotifier>
+
 #include <algorithm>
+#include <vector>
 
 namespace zv::bench {
 
-/// One connection.
-class HostServer::Client : public std::enable_shared_from_this<Client> {
+/// The sockets on which this program is found, and who came in by them.
+class HostServer::Doors final : public QObject {
 public:
-    Client(std::unique_ptr<LineChannel> channel, HostServer& server)
-        : m_channel(std::move(channel)), m_server(server),
-          m_objects(std::make_unique<HostObjects>(server.m_program)),
+    explicit Doors(HostProgram program) : m_program(program) {}
+    Result<void> open(const std::string& progId);
+
+private:
+    class Client;
+    void accept(HostListener& listener);
+    void remove(Client* client);
+
+    struct Door {
+        std::unique_ptr<HostListener> listener;
+        std::unique_ptr<QSocketNotifier> notifier;
+    };
+    HostProgram m_program;
+    std::vector<Door> m_doors;
+    std::vector<std::shared_ptr<Client>> m_clients;
+};
+
+/// One connection.
+class HostServer::Doors::Client : public std::enable_shared_from_this<Client> {
+public:
+    Client(std::unique_ptr<LineChannel> channel, Doors& doors)
+        : m_channel(std::move(channel)), m_doors(doors),
+          m_objects(std::make_unique<HostObjects>(doors.m_program)),
           m_notifier(m_channel->descriptor(), QSocketNotifier::Read),
           m_room(m_channel->descriptor(), QSocketNotifier::Write)
     {
@@ -17,11 +43,11 @@ public:
     }
     void start()
     {
-        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_server, [self = weak_from_this()] {
+        QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_doors, [self = weak_from_this()] {
             if (const auto client = self.lock())
                 client->readyRead();
         });
-        QObject::connect(&m_room, &QSocketNotifier::activated, &m_server, [self = weak_from_this()] {
+        QObject::connect(&m_room, &QSocketNotifier::activated, &m_doors, [self = weak_from_this()] {
             if (const auto client = self.lock())
                 client->sendWaiting();
         });
@@ -46,7 +72,7 @@ private:
         if (m_channel->ended()) {
             m_notifier.setEnabled(false);
             m_room.setEnabled(false);
-            m_server.remove(this);
+            m_doors.remove(this);
         }
     }
     /// A client that does not read must not hold the program up: its answers wait until there is room. The
@@ -63,15 +89,13 @@ private:
     }
 
     std::unique_ptr<LineChannel> m_channel;
-    HostServer& m_server;
+    Doors& m_doors;
     std::unique_ptr<HostObjects> m_objects;
     QSocketNotifier m_notifier; ///< Of what comes in.
     QSocketNotifier m_room;     ///< For what waits to go out.
 };
 
-HostServer::~HostServer() = default;
-
-Result<void> HostServer::listen(const std::string& progId)
+Result<void> HostServer::Doors::open(const std::string& progId)
 {
     Result<std::unique_ptr<HostListener>> listener = HostListener::open(progId);
     if (!listener)
@@ -85,7 +109,7 @@ Result<void> HostServer::listen(const std::string& progId)
     return {};
 }
 
-void HostServer::accept(HostListener& listener)
+void HostServer::Doors::accept(HostListener& listener)
 {
     while (std::unique_ptr<LineChannel> channel = listener.accept()) {
         const auto client = std::make_shared<Client>(std::move(channel), *this);
@@ -94,7 +118,7 @@ void HostServer::accept(HostListener& listener)
     }
 }
 
-void HostServer::remove(Client* client)
+void HostServer::Doors::remove(Client* client)
 {
     const auto found = std::find_if(m_clients.begin(), m_clients.end(),
                                     [client](const auto& held) { return held.get() == client; });
@@ -102,6 +126,20 @@ void HostServer::remove(Client* client)
         return;
     const std::shared_ptr<Client> leaving = std::move(*found);
     m_clients.erase(found);
+}
+
+HostServer::HostServer(HostProgram program) : m_doors(std::make_unique<Doors>(program)) {}
+
+HostServer::~HostServer() = default;
+
+Result<void> HostServer::listen(const std::string& progId)
+{
+    return m_doors->open(progId);
+}
+
+std::vector<std::string> HostServer::names()
+{
+    return {"AutoCAD.Application", "AutoCAD.Application.20"};
 }
 
 } // namespace zv::bench

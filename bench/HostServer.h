@@ -2,10 +2,7 @@
 
 #include "HostObjects.h"
 
-#include "platform/LocalHosts.h"
-
-#include <QObject>
-#include <QSocketNotifier>
+#include "platform/Result.h"
 
 #include <memory>
 #include <string>
@@ -13,29 +10,26 @@
 
 namespace zv::bench {
 
-/// Listens under the names that this program answers to, and serves every connection.
-class HostServer final : public QObject {
-    Q_OBJECT
-
+/// Lets other programs find this one by the names that it answers to, and serves all of them: over local
+/// sockets, on Windows over COM.
+class HostServer {
 public:
-    explicit HostServer(HostProgram program) : m_program(program) {}
-    ~HostServer() override;
+    explicit HostServer(HostProgram program);
+    ~HostServer();
+    HostServer(const HostServer&) = delete;
+    HostServer& operator=(const HostServer&) = delete;
 
-    /// Errors: as HostListener::open.
+    /// Errors: Busy, another running bench has the name; Denied, another program is installed under it; as
+    /// the system's way to find programs.
     Result<void> listen(const std::string& progId);
 
-private:
-    class Client;
-    void accept(HostListener& listener);
-    void remove(Client* client);
+    /// The names that a bench answers to. The first is its own, under which another bench that starts looks
+    /// for it; the others may be another program's where a real AutoCAD can be installed.
+    static std::vector<std::string> names();
 
-    struct Door {
-        std::unique_ptr<HostListener> listener;
-        std::unique_ptr<QSocketNotifier> notifier;
-    };
-    HostProgram m_program;
-    std::vector<Door> m_doors;
-    std::vector<std::shared_ptr<Client>> m_clients;
+private:
+    class Doors;
+    std::unique_ptr<Doors> m_doors;
 };
 
 } // namespace zv::bench

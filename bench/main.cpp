@@ -2,7 +2,8 @@
 #include "HostServer.h"
 
 #include "controls/ProgramStyle.h"
-#include "platform/LocalHosts.h"
+#include "platform/Automation.h"
+#include "platform/HostEvents.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
@@ -10,6 +11,7 @@
 #include <QSocketNotifier>
 
 #include <cstdio>
+#include <memory>
 
 namespace {
 
@@ -17,7 +19,8 @@ namespace {
 bool handedOver(const std::string& drawing)
 {
     zv::PlainEventPump pump;
-    const auto running = zv::socketAutomation(pump, {})->attach("AutoCAD.Application");
+    const auto automation = zv::systemAutomation(pump);
+    const auto running = automation->attach(zv::bench::HostServer::names().front());
     if (!running)
         return false;
     static_cast<void>((*running)->set("Visible", true));
@@ -40,23 +43,33 @@ int main(int argc, char** argv)
     QApplication::setStyle(new zv::ProgramStyle);
     QApplication::setQuitOnLastWindowClosed(false);
 
-    const QStringList arguments = QApplication::arguments();
+    QStringList arguments = QApplication::arguments();
+    // So COM says that it starts this program for another one.
+    arguments.removeAll(QStringLiteral("-Embedding"));
     const std::string drawing =
         arguments.size() > 1 ? zv::toBytes(QFileInfo(arguments[1]).absoluteFilePath()) : std::string();
     if (handedOver(drawing))
         return 0;
     zv::bench::BenchWindow window;
     zv::bench::HostServer server({window.workshop(), window.commandLine(), window});
-    for (const char* name : {"AutoCAD.Application", "AutoCAD.Application.20"}) {
-        if (const zv::Result<void> listening = server.listen(name); !listening) {
+    const std::vector<std::string> names = zv::bench::HostServer::names();
+    for (const std::string& name : names) {
+        const zv::Result<void> listening = server.listen(name);
+        // Beside a real AutoCAD the bench goes by its own name alone.
+        if (!listening && name != names.front() && listening.error().code == zv::ErrorCode::Denied) {
+            window.write(listening.error().text);
+        } else if (!listening) {
             std::fprintf(stderr, "zelvora-bench: %s\n", listening.error().text.c_str());
             return 1;
         }
     }
-    QSocketNotifier ending(endRequests, QSocketNotifier::Read);
-    QObject::connect(&ending, &QSocketNotifier::activated, &application,
-                     // Quitting would ask about what is not saved.
-                     [] { QCoreApplication::exit(0); });
+    std::unique_ptr<QSocketNotifier> ending;
+    if (endRequests >= 0) {
+        ending = std::make_unique<QSocketNotifier>(endRequests, QSocketNotifier::Read);
+        QObject::connect(ending.get(), &QSocketNotifier::activated, &application,
+                         // Quitting would ask about what is not saved.
+                         [] { QCoreApplication::exit(0); });
+    }
     if (!drawing.empty()) {
         const auto opened = window.workshop().open(drawing);
         if (!opened)

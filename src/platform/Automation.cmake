@@ -1,10 +1,12 @@
 # Other programs, driven by name.
-zelvora_plain_library(zv_automation Automation.cpp Automation.h CarrierPatience.h Json.cpp Json.h Wire.cpp Wire.h)
+zelvora_plain_library(zv_automation
+    Automation.cpp Automation.h CarrierPatience.h HostEvents.h Json.cpp Json.h Wire.cpp Wire.h)
 target_link_libraries(zv_automation PUBLIC zv_platform)
 if(WIN32)
     target_sources(zv_automation PRIVATE
-        windows/ComAutomation.cpp windows/ComAutomation.h windows/ComPointer.h
-        windows/ComThread.cpp windows/ComThread.h windows/ComValue.cpp windows/ComValue.h)
+        windows/ComAutomation.cpp windows/ComAutomation.h windows/ComClasses.cpp windows/ComClasses.h
+        windows/ComCounted.h windows/ComPointer.h windows/ComServer.cpp windows/ComServer.h
+        windows/ComThread.cpp windows/ComThread.h windows/ComValue.cpp windows/ComValue.h windows/HostEvents.cpp)
     target_link_libraries(zv_automation PUBLIC ole32 oleaut32 uuid)
 else()
     target_sources(zv_automation PRIVATE

@@ -2,6 +2,7 @@
 
 #include "platform/Automation.h"
 #include "platform/CarrierPatience.h"
+#include "platform/HostEvents.h"
 #include "platform/Result.h"
 
 #include <cstddef>
@@ -85,20 +86,9 @@ private:
     std::string m_path; ///< Of the socket, once it is there.
 };
 
-/// A descriptor that can be read once the system or the user asks this program to end by a signal, which then
-/// no longer ends it at once, so that its sockets go with it. To be asked for before other threads start; -1
-/// when there is none.
-int openEndRequests();
-
 /// The words of a start file's first line: split at blanks, double quotes keep blanks, and a program without
 /// a folder of its own is in the start file's `folder`. Empty when there is no program.
 std::vector<std::string> startCommand(std::string_view firstLine, const std::string& folder);
-
-/// An event pump for programs without windows: it waits, and nothing else.
-class PlainEventPump final : public EventPump {
-public:
-    void wait(int descriptor, int timeoutMs) override;
-};
 
 /// The carrier over local sockets.
 std::unique_ptr<Automation> socketAutomation(EventPump& pump, CarrierPatience patience);

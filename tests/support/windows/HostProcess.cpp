@@ -1,7 +1,9 @@
 #include "support/HostProcess.h"
 
 #include "platform/Files.h"
+#include "platform/HostEvents.h"
 #include "platform/windows/ComAutomation.h"
+#include "platform/windows/ComClasses.h"
 #include "platform/windows/LastError.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestCarrier.h"
@@ -18,37 +20,10 @@ namespace {
 constexpr std::chrono::seconds kLongestStart{60};
 constexpr const char* kHost = "AutoCAD.Application";
 
-/// Messages go on while it waits, as a thread that uses COM owes to the system.
-class MessagePump final : public EventPump {
-public:
-    void wait(int, int timeoutMs) override
-    {
-        ::MsgWaitForMultipleObjects(0, nullptr, FALSE, static_cast<DWORD>(timeoutMs), QS_ALLINPUT);
-        for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
-            ::DispatchMessageW(&message);
-    }
-};
-
 void setText(HKEY root, const std::wstring& key, const std::wstring& text)
 {
     ::RegSetKeyValueW(root, key.c_str(), nullptr, REG_SZ, text.c_str(),
                       static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
-}
-
-/// Where classes are registered. Older Wine reads the machine's only, not the user's.
-HKEY classesRoot()
-{
-    static const HKEY root = [] {
-        const std::wstring probe = L"Software\\Classes\\Zelvora.Probe";
-        setText(HKEY_CURRENT_USER, probe, L"");
-        HKEY seen = nullptr;
-        const bool merged = ::RegOpenKeyW(HKEY_CLASSES_ROOT, L"Zelvora.Probe", &seen) == ERROR_SUCCESS;
-        if (merged)
-            ::RegCloseKey(seen);
-        ::RegDeleteTreeW(HKEY_CURRENT_USER, probe.c_str());
-        return merged ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
-    }();
-    return root;
 }
 
 std::wstring hostCommand(const std::string& script)
@@ -147,7 +122,7 @@ std::string HostPlace::transcript() const
 
 std::unique_ptr<EventPump> testPump()
 {
-    return std::make_unique<MessagePump>();
+    return std::make_unique<PlainEventPump>();
 }
 
 std::unique_ptr<Automation> testCarrier(EventPump& pump, CarrierPatience patience)
