@@ -6,6 +6,7 @@
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
 #include "help/ProgramHelp.h"
+#include "library/LibraryControls.h"
 #include "window/MainWindow.h"
 #include "window/OuterGeometry.h"
 
@@ -22,24 +23,7 @@
 namespace zv {
 namespace {
 
-constexpr QSize kSmallest(433, 433);
 constexpr int kLeastExternal = 128; ///< Width at which the frame's caption is read whole.
-
-PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    made->setToolTip(tip);
-    return made;
-}
-
-QPlainTextEdit* shownLines(const char* name, QWidget* parent)
-{
-    auto* text = named<QPlainTextEdit>(name, parent);
-    text->setReadOnly(true);
-    text->setTabChangesFocus(true);
-    return text;
-}
 
 } // namespace
 
@@ -47,13 +31,14 @@ MyLib::MyLib(Program& program) : Window(program, QStringLiteral("MyLib"), QStrin
 {
     makeLists();
     makeDetails();
-    Command6 = button("Command6", QStringLiteral("&Help"), QStringLiteral("Zelvora Help Menu"), this);
-    Command11 = button("Command11", QStringLiteral("&Ok"), QStringLiteral("Close and Save Changes"), this);
-    Command8 = button("Command8", QStringLiteral("&Cancel"), QStringLiteral("Discard"), this);
+    Command6 = libraryButton("Command6", QStringLiteral("&Help"), QStringLiteral("Zelvora Help Menu"), this);
+    Command11 =
+        libraryButton("Command11", QStringLiteral("&Ok"), QStringLiteral("Close and Save Changes"), this);
+    Command8 = libraryButton("Command8", QStringLiteral("&Cancel"), QStringLiteral("Discard"), this);
     setTabOrders();
     placeControls();
     connectHandlers();
-    setMinimumSize(kSmallest);
+    setMinimumSize(kSmallestLibraryWindow);
     resize(kMainWindowDesign / kTwipsPerPixel);
     Combo1->setFocus();
 }
@@ -75,16 +60,18 @@ void MyLib::makeLists()
     List2->setSelectionMode(QAbstractItemView::ExtendedSelection);
     List2->setAccessibleName(tr("Drawings of the library"));
 
-    Command1 = button("Command1", QStringLiteral("Add"), tr("Add the selected drawings to MyLib"), this);
-    Command2 =
-        button("Command2", QStringLiteral("Remove"), tr("Remove the selected drawing from MyLib"), this);
-    Command3 = button("Command3", QStringLiteral("Remove All"), tr("Remove all drawings from MyLib"), this);
+    Command1 =
+        libraryButton("Command1", QStringLiteral("Add"), tr("Add the selected drawings to MyLib"), this);
+    Command2 = libraryButton("Command2", QStringLiteral("Remove"),
+                             tr("Remove the selected drawing from MyLib"), this);
+    Command3 =
+        libraryButton("Command3", QStringLiteral("Remove All"), tr("Remove all drawings from MyLib"), this);
     int picture = 0;
     for (PictureButton* command : {Command1, Command2, Command3})
         command->setPicture(ImageList::d(), ++picture);
     FrameExternal = namedFrame("FrameExternal", QStringLiteral("Add External Files:"), this);
-    Command4 = button("Command4", QStringLiteral("&Browse"), tr("Add a drawing from any folder to MyLib"),
-                      FrameExternal);
+    Command4 = libraryButton("Command4", QStringLiteral("&Browse"),
+                             tr("Add a drawing from any folder to MyLib"), FrameExternal);
 
     FrameMine = namedFrame("FrameMine", QStringLiteral("MyLib For User"), this);
     Text1 = named<QLineEdit>("Text1", FrameMine);
@@ -94,7 +81,7 @@ void MyLib::makeLists()
     List1->setAccessibleName(tr("Drawings of MyLib"));
     Text4 = named<QLineEdit>("Text4", FrameMine);
     LabelLabel = labelFor(Text4, "LabelLabel", tr("Drawing Label:"), FrameMine);
-    Command5 = button("Command5", QStringLiteral("O&k"), tr("Rename Label"), FrameMine);
+    Command5 = libraryButton("Command5", QStringLiteral("O&k"), tr("Rename Label"), FrameMine);
 }
 
 void MyLib::makeDetails()

@@ -9,6 +9,7 @@
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
 #include "library/LibraryCombo.h"
+#include "library/LibraryControls.h"
 #include "library/SizeCount.h"
 #include "window/MainWindow.h"
 #include "window/OuterGeometry.h"
@@ -24,7 +25,6 @@
 namespace zv {
 namespace {
 
-constexpr QSize kSmallest(433, 433);
 constexpr int kLeastChoice = 150; ///< Width of the frames on the left: their captions are read whole.
 
 /// The least height of a line of controls.
@@ -55,28 +55,12 @@ void fitLetters(QLabel& label)
     label.setFont(letters);
 }
 
-PictureButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
-{
-    auto* made = named<PictureButton>(name, parent, PictureButton::Caption::Beside, false);
-    made->setText(caption);
-    made->setToolTip(tip);
-    return made;
-}
-
 QLineEdit* shownText(const char* name, QWidget* parent)
 {
     auto* text = named<QLineEdit>(name, parent);
     text->setReadOnly(true);
     // A number that is longer than the field begins where it is read.
     QObject::connect(text, &QLineEdit::textChanged, text, [text] { text->setCursorPosition(0); });
-    return text;
-}
-
-QPlainTextEdit* shownLines(const char* name, QWidget* parent)
-{
-    auto* text = named<QPlainTextEdit>(name, parent);
-    text->setReadOnly(true);
-    text->setTabChangesFocus(true);
     return text;
 }
 
@@ -87,15 +71,16 @@ Newlib::Newlib(Program& program) : Window(program, QStringLiteral("Newlib"), QSt
     makeLibraryChoice();
     makeDrawings();
     makeDetails();
-    Command9 = button("Command9", QStringLiteral("&Save"), QStringLiteral("Apply Changes"), this);
-    Command8 = button("Command8", QStringLiteral("&Reset"), QStringLiteral("Discard"), this);
-    Command11 = button("Command11", QStringLiteral("&Done"), QStringLiteral("Close and Save Changes"), this);
+    Command9 = libraryButton("Command9", QStringLiteral("&Save"), QStringLiteral("Apply Changes"), this);
+    Command8 = libraryButton("Command8", QStringLiteral("&Reset"), QStringLiteral("Discard"), this);
+    Command11 =
+        libraryButton("Command11", QStringLiteral("&Done"), QStringLiteral("Close and Save Changes"), this);
     m_sizes = std::make_unique<SizeCount>(
         [this](std::int32_t total) { Text8->setText(QStringLiteral("%1 KB").arg(total)); });
     setTabOrders();
     placeControls();
     connectHandlers();
-    setMinimumSize(kSmallest);
+    setMinimumSize(kSmallestLibraryWindow);
     resize(kMainWindowDesign / kTwipsPerPixel);
 }
 
@@ -113,17 +98,17 @@ void Newlib::makeLibraryChoice()
     Text2 = named<QLineEdit>("Text2", FrameRename);
     LabelTo = labelFor(Text2, "LabelTo", QStringLiteral("To"), FrameRename);
     Text2->setAccessibleName(tr("New name of the library"));
-    Command4 = button("Command4", QStringLiteral("OK"), tr("Rename Library"), FrameRename);
+    Command4 = libraryButton("Command4", QStringLiteral("OK"), tr("Rename Library"), FrameRename);
 
     FrameDelete = namedFrame("FrameDelete", QStringLiteral("Delete Library"), this);
     Combo3 = named<LibraryCombo>("Combo3", FrameDelete);
     Combo3->setAccessibleName(tr("Library to delete"));
-    Command6 =
-        button("Command6", QStringLiteral("&Delete"), QStringLiteral("Delete Current Library"), FrameDelete);
+    Command6 = libraryButton("Command6", QStringLiteral("&Delete"), QStringLiteral("Delete Current Library"),
+                             FrameDelete);
 
     FramePath = namedFrame("FramePath", QStringLiteral("Set Library Path"), this);
-    Command14 = button("Command14", QStringLiteral("&Set Path"),
-                       QStringLiteral("Set Path for Zelvora Libraries (*.lst)"), FramePath);
+    Command14 = libraryButton("Command14", QStringLiteral("&Set Path"),
+                              QStringLiteral("Set Path for Zelvora Libraries (*.lst)"), FramePath);
 }
 
 void Newlib::makeDrawings()
@@ -135,22 +120,24 @@ void Newlib::makeDrawings()
     File1->setAccessibleName(tr("Drawing files in the folder"));
     chainLists(*Drive1, *Dir1, messages());
     chainLists(*Dir1, *File1);
-    Command1 = button("Command1", QStringLiteral("Add"), QStringLiteral("Add file to list"), FrameFiles);
-    Command2 = button("Command2", QStringLiteral("Remove"), QStringLiteral("Remove selected file from list"),
-                      FrameFiles);
-    Command3 = button("Command3", QStringLiteral("Remove All"), QStringLiteral("Remove all files from list"),
-                      FrameFiles);
+    Command1 =
+        libraryButton("Command1", QStringLiteral("Add"), QStringLiteral("Add file to list"), FrameFiles);
+    Command2 = libraryButton("Command2", QStringLiteral("Remove"),
+                             QStringLiteral("Remove selected file from list"), FrameFiles);
+    Command3 = libraryButton("Command3", QStringLiteral("Remove All"),
+                             QStringLiteral("Remove all files from list"), FrameFiles);
     int picture = 0;
     for (PictureButton* command : {Command1, Command2, Command3})
         command->setPicture(ImageList::d(), ++picture);
-    Command7 = button("Command7", QStringLiteral("UP"), QStringLiteral("Move File Up in List"), FrameFiles);
-    Command10 =
-        button("Command10", QStringLiteral("DN"), QStringLiteral("Move File Down in List"), FrameFiles);
+    Command7 =
+        libraryButton("Command7", QStringLiteral("UP"), QStringLiteral("Move File Up in List"), FrameFiles);
+    Command10 = libraryButton("Command10", QStringLiteral("DN"), QStringLiteral("Move File Down in List"),
+                              FrameFiles);
     List1 = named<PathList>("List1", FrameFiles);
     List1->setAccessibleName(tr("Drawings of the library"));
     Text5 = named<QLineEdit>("Text5", FrameFiles);
     LabelLabel = labelFor(Text5, "LabelLabel", QStringLiteral("Drawing Label:"), FrameFiles);
-    Command5 = button("Command5", QStringLiteral("OK"), QStringLiteral("Rename Label"), FrameFiles);
+    Command5 = libraryButton("Command5", QStringLiteral("OK"), QStringLiteral("Rename Label"), FrameFiles);
     Text7 = shownText("Text7", FrameFiles);
     LabelFiles = labelFor(Text7, "LabelFiles", QStringLiteral("Total Files:"), FrameFiles);
     Text8 = shownText("Text8", FrameFiles);
@@ -170,8 +157,8 @@ void Newlib::makeDetails()
     LabelKeywords = labelFor(Text4, "LabelKeywords", tr("Keywords:"), FrameProperties);
     Text6 = shownText("Text6", FrameProperties);
     LabelFileSize = labelFor(Text6, "LabelFileSize", tr("File Size:"), FrameProperties);
-    Command12 = button("Command12", QStringLiteral("&Edit"), QStringLiteral("Edit AutoCAD DWGPROPS"),
-                       FrameProperties);
+    Command12 = libraryButton("Command12", QStringLiteral("&Edit"), QStringLiteral("Edit AutoCAD DWGPROPS"),
+                              FrameProperties);
     LabelNote = named<QLabel>("LabelNote", FrameProperties);
     LabelNote->setText(QStringLiteral("Select the Edit button to modify DWGPROPS"));
     LabelNote->setWordWrap(true);

@@ -241,6 +241,36 @@ TEST_F(EditorListTest, RemovingAllFromANewLibraryEmptiesTheListOfItsName)
     EXPECT_EQ(listBytes("New"), linesOf({drawings(2)[1]})) << "the emptied list is the one that grows";
 }
 
+TEST_F(EditorListTest, RemovingAllBeforeTheFirstAddMakesAnEmptyListAndTheLibraryStaysNew)
+{
+    drawings(1);
+    open({});
+    typeIn("Text1", "New");
+    ASSERT_TRUE(pick({"D1.dwg"}));
+    messages.yes = true;
+    ASSERT_TRUE(press("Command3"));
+    EXPECT_EQ(listBytes("New"), "");
+    EXPECT_EQ(editor().EditMode, Newlib::ModeNew);
+    EXPECT_EQ(editor().Dirty, 0);
+}
+
+TEST_F(EditorListTest, WhatWasAddedIsCountedOnThroughSaveAndReset)
+{
+    folder.write("drawings/big.dwg", std::string(10240, 'x'));
+    open({});
+    typeIn("Text1", "One");
+    ASSERT_TRUE(add({"big.dwg"}));
+    ASSERT_TRUE(press("Command9"));
+    typeIn("Text1", "Two");
+    ASSERT_TRUE(add({"big.dwg"}));
+    EXPECT_EQ(shown("Text8"), "20 KB");
+    ASSERT_TRUE(press("Command8"));
+    typeIn("Text1", "Three");
+    ASSERT_TRUE(add({"big.dwg"}));
+    EXPECT_EQ(shown("Text8"), "30 KB");
+    EXPECT_EQ(shown("Text7"), "1");
+}
+
 TEST_F(EditorListTest, MovesChangeTheOrderInTheFile)
 {
     const auto paths = drawings(3);
