@@ -34,7 +34,8 @@ std::uint32_t indexedColor(std::uint8_t index)
     // 24 hues of 15 degrees; each in five strengths, pure and pale by turns.
     static constexpr double kStrength[5] = {1, 0.65, 0.5, 0.3, 0.15};
     static constexpr int kBrightest[5] = {255, 165, 127, 76, 38};
-    const double hue = (index / 10 - 1) * 15.0;
+    const int hueNumber = index / 10 - 1;
+    const double hue = hueNumber * 15.0;
     const int step = index % 10 / 2;
     const bool pale = index % 2 == 1;
     const auto value = [&](double own) {

@@ -154,7 +154,9 @@ void visit(auto&& fields, Of<Polyline> auto& line)
         line;
     fields.value(threeD);
     fields.value(lightweight);
-    fields.list(vertices, [&](auto& vertex) { visitVertex(fields, vertex, threeD); });
+    // A name of a binding cannot be used further in.
+    const bool inSpace = threeD;
+    fields.list(vertices, [&](auto& vertex) { visitVertex(fields, vertex, inSpace); });
     fields.value(closed);
     fields.value(plinegen);
     fields.length(constantWidth);

@@ -96,15 +96,17 @@ bool readParts(const Json& json, Request& request)
     if (request.operation == Operation::Set) {
         const Json* const member = json.member("value");
         std::optional<Value> value = member != nullptr ? toValue(*member) : std::nullopt;
-        request.value = std::move(value).value_or(Value());
-        return value.has_value();
+        if (!value)
+            return false;
+        request.value = std::move(*value);
     }
     if (request.operation == Operation::Call) {
         const Json none(Json::Array{});
         const Json* const member = json.member("args");
         std::optional<Values> arguments = toValues(member != nullptr ? *member : none);
-        request.arguments = std::move(arguments).value_or(Values());
-        return arguments.has_value();
+        if (!arguments)
+            return false;
+        request.arguments = std::move(*arguments);
     }
     return true;
 }

@@ -49,7 +49,7 @@ std::vector<FilePage> pageMap(std::span<const std::byte> map)
         page.size = in.rawLong();
         page.position = at;
         if (page.isGap())
-            in.skip(4 * 32); // its place in a tree of gaps
+            in.skip(std::size_t{4} * 32); // its place in a tree of gaps
         at += page.size;
         pages.push_back(page);
     }

@@ -138,7 +138,7 @@ private:
     {
         constexpr unsigned kPageBits = 7 * 64;
         BitReader in(map);
-        while (in.left() >= 8 * 64) {
+        while (in.left() >= std::size_t{8} * 64) {
             SectionR2007 section;
             section.size = in.rawLongLong();
             section.pageSize = in.rawLongLong();

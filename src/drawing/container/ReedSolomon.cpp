@@ -10,11 +10,12 @@ namespace zv::dwg {
 namespace {
 
 constexpr int kOrder = 255;
+constexpr std::size_t kPowers = std::size_t{2} * kOrder;
 constexpr std::size_t kMostGuards = 16;
 
 /// The field of 256 elements that a polynomial makes.
 struct Field {
-    std::array<std::uint8_t, 2 * kOrder> power{};
+    std::array<std::uint8_t, kPowers> power{};
     std::array<int, 256> log{};
     /// Products with the roots of the code, which are the powers from 1 on.
     std::array<std::array<std::uint8_t, 256>, kMostGuards> timesRoot{};

@@ -90,7 +90,7 @@ void readUnderlay(RecordReader& in, EntityRecord& out)
     const double angle = in.bitDouble();
     const Point3 scale = in.bitPoint3();
     const unsigned flags = in.rawChar();
-    in.skip(2 * 8); // Contrast, fade.
+    in.skip(std::size_t{2} * 8); // Contrast, fade.
     std::vector<Point2> clip(in.count(kVertexBits));
     for (Point2& corner : clip)
         corner = in.rawPoint2();

@@ -78,7 +78,7 @@ public:
     {
         constexpr std::size_t kHead = 8;
         BitReader in(bytes);
-        in.skip(2 * 32); // Size, number of chunks.
+        in.skip(std::size_t{2} * 32); // Size, number of chunks.
         std::size_t at = kHead;
         while (in.ok() && bytes.size() - at >= kHead) {
             const std::size_t size = in.rawLong();
@@ -416,7 +416,7 @@ void PictureReader::readText(BitReader& in, bool styled, bool wide)
     const Point3 along = in.rawPoint3();
     if (styled) {
         line.text = text(in, wide);
-        in.skip(2 * 32); // Length, and whether codes are left as they are.
+        in.skip(std::size_t{2} * 32); // Length, and whether codes are left as they are.
     }
     line.height = in.rawDouble();
     line.widthFactor = in.rawDouble();
@@ -425,10 +425,10 @@ void PictureReader::readText(BitReader& in, bool styled, bool wide)
         in.rawDouble(); // Tracking.
         line.backward = in.rawLong() != 0;
         line.upsideDown = in.rawLong() != 0;
-        in.skip(3 * 32); // Upright, underlined, overlined.
+        in.skip(std::size_t{3} * 32); // Upright, underlined, overlined.
         Text typeface;
         if (wide) {
-            in.skip(4 * 32); // Bold, italic, characters, pitch.
+            in.skip(std::size_t{4} * 32); // Bold, italic, characters, pitch.
             typeface = text(in, true);
         }
         const Text font = text(in, wide);

@@ -71,7 +71,7 @@ Result<Dib> readHeader(std::span<const std::byte> bytes)
         in.rawShort();
         dib.bits = in.rawShort();
         dib.compression = in.rawLong();
-        in.skip(3 * 32); // size, resolution
+        in.skip(std::size_t{3} * 32); // size, resolution
         colours = in.rawLong();
         in.rawLong();
     }
@@ -142,7 +142,7 @@ void decodeRow(const Dib& dib, const std::uint8_t* row, std::uint8_t* to)
 {
     if (dib.bits == 8) {
         for (int x = 0; x < dib.width; ++x)
-            std::memcpy(to + 4 * x, dib.palette[row[x]].data(), 4);
+            std::memcpy(to + std::ptrdiff_t{4} * x, dib.palette[row[x]].data(), 4);
     } else if (dib.bits < 8) {
         decodeIndexedRow(dib, row, to);
     } else if (dib.bits == 16 || dib.compression != kPlain) {

@@ -37,7 +37,7 @@ PartPlace previewPlace(std::string_view file)
 std::string secondHeaderContent(std::string_view old, std::string_view file, std::uint32_t offset,
                                 Handle seed)
 {
-    constexpr std::size_t kVersionBits = (11 + 1 + 1) * 8;
+    constexpr std::size_t kVersionBits = std::size_t{11 + 1 + 1} * 8;
     BitReader in(bytesOf(old));
     BitWriter out;
     in.bitLong();

@@ -53,7 +53,7 @@ public:
                 continue;
             place.previous = i > 0 ? m_block->entities[i - 1].handle : 0;
             place.next = i + 1 < count ? m_block->entities[i + 1].handle : 0;
-            if (const auto added = addEntity(m_block->entities[i], place); !added)
+            if (auto added = addEntity(m_block->entities[i], place); !added)
                 return added;
         }
         frame.handle = plan.end;

@@ -84,6 +84,7 @@ private:
     xcb_window_t find(const std::vector<xcb_window_t>& windows, const std::string& title)
     {
         std::vector<std::pair<xcb_get_property_cookie_t, xcb_get_property_cookie_t>> asked;
+        asked.reserve(windows.size());
         for (const xcb_window_t window : windows)
             asked.emplace_back(
                 xcb_get_property(m_connection, 0, window, m_netName, m_utf8, 0, kLongestTitle),

@@ -15,7 +15,7 @@ namespace zv {
 
 namespace {
 
-constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::size_t kChunk = std::size_t{256} * 1024;
 constexpr mode_t kRights = 0777;
 constexpr mode_t kAnyoneMayWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 
@@ -100,7 +100,7 @@ Result<void> copyBytes(const Descriptor& source, const std::string& from, const 
             continue;
         if (count < 0)
             return systemError(from);
-        const Result<void> written = writeAll(target, to, {buffer.data(), static_cast<std::size_t>(count)});
+        Result<void> written = writeAll(target, to, {buffer.data(), static_cast<std::size_t>(count)});
         if (!written)
             return written;
     }
@@ -140,7 +140,7 @@ Result<void> copyIntoPlace(const std::string& from, const std::string& to)
     Beside copy(*target, old.st_mode & kRights);
     if (!copy.file())
         return writingError(to);
-    if (const auto copied = copyBytes(*source, from, copy.file(), to); !copied)
+    if (auto copied = copyBytes(*source, from, copy.file(), to); !copied)
         return copied;
     if (there) {
         calls::fchmod(copy.file().number(), there->st_mode & kRights);

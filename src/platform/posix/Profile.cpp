@@ -183,7 +183,7 @@ Result<void> rewriteInPlace(const std::string& path, const ProfileEdit& edit)
     const Descriptor file(calls::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
     if (!file)
         return writingError(path);
-    if (const Result<void> locked = lockFile(file, path, {}); !locked)
+    if (Result<void> locked = lockFile(file, path, {}); !locked)
         return locked;
     // One that has been replaced meanwhile is to be read anew, a little later.
     const Result<bool> stands = standsAt(file, path);

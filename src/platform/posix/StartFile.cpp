@@ -52,6 +52,7 @@ StartedProcess waitFor(pid_t process)
 Result<StartedProcess> spawn(const std::vector<std::string>& command)
 {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& word : command)
         arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
@@ -117,7 +118,7 @@ std::vector<std::string> startCommand(std::string_view firstLine, const std::str
 Result<StartedProcess> runStartFile(const std::string& progId)
 {
     for (const std::string& folder : startFolders()) {
-        const Result<std::string> text = readFile(folder + "/" + progId + ".start");
+        const Result<std::string> text = readFile(joinPath(folder, progId + ".start"));
         if (!text)
             continue;
         const std::vector<std::string> command =

@@ -37,7 +37,7 @@ Result<bool> clearAway(const std::string& path)
         if (errno != ELOOP && errno != EACCES)
             return writingError(path);
     } else {
-        const Result<bool> left = owns(file, path);
+        Result<bool> left = owns(file, path);
         if (!left || !*left)
             return left;
     }
