@@ -4,6 +4,7 @@
 #include "drawing/bits/CodePage.h"
 #include "drawing/container/Container.h"
 #include "drawing/properties/PropertiesRecord.h"
+#include "drawing/properties/PropertyTexts.h"
 
 namespace zv::dwg {
 
@@ -20,9 +21,7 @@ public:
     Result<std::optional<Properties>> read()
     {
         Properties p;
-        for (Text* text : {&p.title, &p.subject, &p.author, &p.keywords, &p.comments, &p.lastSavedBy,
-                           &p.revision, &p.hyperlinkBase})
-            *text = readText();
+        eachSummaryText(p, [this](Text& text) { text = readText(); });
         if (!m_in.ok())
             return Error{ErrorCode::Damaged, "summary section: its texts are cut short"};
         // Some writers end the section here, without the times and the custom properties.

@@ -1,8 +1,9 @@
 #include "drawing/properties/PropertiesRecord.h"
 
 #include "drawing/bits/CodePage.h"
+#include "drawing/properties/PropertyTexts.h"
 #include "drawing/records/HeaderVariables.h"
-#include "drawing/records/ObjectHeader.h"
+#include "drawing/records/ObjectRecords.h"
 #include "drawing/records/ObjectType.h"
 
 #include <algorithm>
@@ -46,35 +47,12 @@ std::optional<std::uint64_t> findObject(std::span<const std::byte> map, Handle w
 /// The bytes of a record, or fewer when the file ends before it does.
 Result<std::vector<std::byte>> recordBytes(const Container& container, std::uint64_t offset)
 {
-    constexpr std::size_t kSizeField = 4, kChecksum = 2;
-    const auto start = container.objectBytes(offset, kSizeField);
+    constexpr std::size_t kSizeField = 4;
+    auto start = container.objectBytes(offset, kSizeField);
     if (!start)
         return start.error();
-    BitReader in(*start);
-    const std::size_t size = in.modularShort();
-    return container.objectBytes(offset, in.position() / 8 + size + kChecksum);
-}
-
-/// The handle that a dictionary's record has under a name; 0 when it has none.
-Handle entryOf(OpenRecord& record, std::string_view name)
-{
-    RecordReader& in = record.in;
-    readObjectHeader(in);
-    const std::uint32_t count = in.checkedCount(in.bitLong(), 2);
-    if (in.version() == Version::R14)
-        in.rawChar();
-    if (in.version() >= Version::R2000) {
-        in.bitShort();
-        in.rawChar();
-    }
-    const Text wanted(name.begin(), name.end());
-    for (std::uint32_t i = 0; i < count && in.ok(); ++i) {
-        const Text key = in.text();
-        const Handle handle = in.handle();
-        if (in.ok() && key == wanted)
-            return handle;
-    }
-    return 0;
+    const auto frame = readFrame(*start, container.version());
+    return frame ? container.objectBytes(offset, frame->whole()) : start;
 }
 
 enum class ValueKind { Text, Point, Double, Short, Long, LongLong, Char, Bytes, Handle, Unknown };
@@ -127,7 +105,7 @@ void skipValue(BitReader& in, ValueKind kind)
         in.skip(64);
         break;
     case ValueKind::Point:
-        in.skip(3 * 64);
+        in.skip(std::size_t{3} * 64);
         break;
     case ValueKind::Bytes:
         in.skip(std::size_t{in.rawChar()} * 8);
@@ -149,42 +127,25 @@ Text readRecordText(BitReader& in, Version version, int codePage)
 
 void keep(Properties& properties, int code, Text text, int& ones)
 {
-    switch (code) {
-    case 1:
-        // The first one is the record's mark.
+    if (code == kMarkCode) {
         if (++ones == 2)
             properties.hyperlinkBase = std::move(text);
-        break;
-    case 2:
-        properties.title = std::move(text);
-        break;
-    case 3:
-        properties.subject = std::move(text);
-        break;
-    case 4:
-        properties.author = std::move(text);
-        break;
-    case 6:
-        properties.comments = std::move(text);
-        break;
-    case 7:
-        properties.keywords = std::move(text);
-        break;
-    case 8:
-        properties.lastSavedBy = std::move(text);
-        break;
-    case 9:
-        properties.revision = std::move(text);
-        break;
-    default:
-        // An unused custom property is a lone "=".
-        if (code >= 300 && code <= 309 && text != u"=" && !text.empty()) {
-            const std::size_t equals = std::min(text.find(u'='), text.size());
-            properties.custom.emplace_back(text.substr(0, equals),
-                                           equals == text.size() ? Text() : text.substr(equals + 1));
-        }
-        break;
+        return;
     }
+    const auto number = static_cast<std::size_t>(code);
+    if (number >= kFirstCustomCode && number < kFirstCustomCode + kMostCustomProperties) {
+        // An unused custom property is a lone "=".
+        if (text == u"=" || text.empty())
+            return;
+        const std::size_t equals = std::min(text.find(u'='), text.size());
+        properties.custom.emplace_back(text.substr(0, equals),
+                                       equals == text.size() ? Text() : text.substr(equals + 1));
+        return;
+    }
+    eachRecordText(properties, [&](int own, Text& held) {
+        if (own == code)
+            held = std::move(text);
+    });
 }
 
 } // namespace
@@ -236,7 +197,7 @@ Result<std::optional<Properties>> readPropertiesRecord(const Container& containe
         return dictionary.error();
     if (!*dictionary || (**dictionary).type != objectType::kDictionary)
         return Error{ErrorCode::Damaged, "the named-object dictionary is not where the object map says"};
-    const Handle wanted = entryOf(**dictionary, "DWGPROPS");
+    const Handle wanted = dictionaryEntry((**dictionary).in, u"DWGPROPS");
     if (!(**dictionary).in.ok())
         return Error{ErrorCode::Damaged, "the named-object dictionary is cut short"};
     if (wanted == 0)

@@ -320,11 +320,7 @@ void BlockReader::sortEntities(BlockRecord& block, Handle extensionDictionary)
     auto record = m_store.open(extensionDictionary, objectType::kDictionary);
     if (!record)
         return;
-    Handle table = 0;
-    for (const auto& [name, handle] : readDictionary(record->in)) {
-        if (name == u"ACAD_SORTENTS")
-            table = handle;
-    }
+    const Handle table = dictionaryEntry(record->in, u"ACAD_SORTENTS");
     auto sortRecord = m_store.openClassed(table, 0, "SORTENTSTABLE");
     if (!sortRecord)
         return;

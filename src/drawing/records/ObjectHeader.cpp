@@ -5,32 +5,19 @@
 
 namespace zv::dwg {
 
-namespace {
-
-/// The bytes of a record, from its object type on, and the size in bits of the handles at their end (R2010+).
-struct RecordFrame {
-    std::span<const std::byte> data;
-    std::size_t handleBits = 0;
-};
-
-std::optional<RecordFrame> frameRecord(std::span<const std::byte> objects, std::uint64_t offset,
-                                       Version version)
+std::optional<RecordFrame> readFrame(std::span<const std::byte> record, Version version)
 {
-    constexpr std::size_t kLongestSize = 16;
-    if (offset >= objects.size())
-        return {};
-    const auto from = objects.subspan(static_cast<std::size_t>(offset));
-    BitReader in(from.first(std::min(from.size(), kLongestSize)));
+    constexpr std::size_t kLongest = 16;
+    BitReader in(record.first(std::min(record.size(), kLongest)));
     RecordFrame frame;
-    const std::size_t size = in.modularShort();
+    frame.size = in.modularShort();
     if (version >= Version::R2010)
         frame.handleBits = static_cast<std::size_t>(in.modularCharUnsigned());
-    const std::size_t start = in.position() / 8;
-    if (!in.ok() || size == 0 || size > from.size() - start || frame.handleBits > size * 8)
-        return {};
-    frame.data = from.subspan(start, size);
-    return frame;
+    frame.start = in.position() / 8;
+    return in.ok() ? std::optional(frame) : std::nullopt;
 }
+
+namespace {
 
 void skipExtendedData(RecordReader& in)
 {
@@ -105,12 +92,17 @@ void skipPicture(RecordReader& in, EntityHeader& header)
 std::optional<OpenRecord> openRecord(std::span<const std::byte> objects, std::uint64_t offset,
                                      Version version, int codePage)
 {
-    const auto frame = frameRecord(objects, offset, version);
-    if (!frame)
+    if (offset >= objects.size())
         return {};
-    OpenRecord record{RecordReader(frame->data, version, codePage), 0, frame->data.size()};
+    const auto from = objects.subspan(static_cast<std::size_t>(offset));
+    const auto frame = readFrame(from, version);
+    if (!frame || frame->size == 0 || frame->size > from.size() - frame->start ||
+        frame->handleBits > frame->size * 8)
+        return {};
+    OpenRecord record{RecordReader(from.subspan(frame->start, frame->size), version, codePage), 0,
+                      frame->size};
     if (version >= Version::R2010)
-        record.in.setHandlesAt(frame->data.size() * 8 - frame->handleBits);
+        record.in.setHandlesAt(frame->size * 8 - frame->handleBits);
     record.type = record.in.objectType();
     if (!record.in.ok())
         return {};

@@ -9,6 +9,23 @@
 
 namespace zv::dwg {
 
+/// How a record lies in the stream of objects: its size, from R2010 on that of its handles, then its content
+/// and a check code.
+struct RecordFrame {
+    std::size_t start = 0;      ///< Of the content, in bytes from the record's place.
+    std::size_t size = 0;       ///< Of the content, in bytes.
+    std::size_t handleBits = 0; ///< Of the handles at its end (R2010+).
+
+    std::size_t whole() const
+    {
+        constexpr std::size_t kCheckCode = 2;
+        return start + size + kCheckCode;
+    }
+};
+/// The frame of the record that begins with these bytes, of which the first few suffice. No value: they do
+/// not.
+std::optional<RecordFrame> readFrame(std::span<const std::byte> record, Version version);
+
 /// A record, opened: its reader stands behind the object type, where the fields that all records share begin.
 struct OpenRecord {
     RecordReader in;

@@ -2,15 +2,16 @@
 
 #include "drawing/records/TableLayouts.h"
 
+#include <utility>
+
 namespace zv::dwg {
 
 namespace {
 
 constexpr unsigned kFewestHandleBits = 8;
 
-} // namespace
-
-Dictionary readDictionary(RecordReader& in)
+/// Gives each entry to `take`, which tells with false that it has had enough.
+template <class Take> void readEntries(RecordReader& in, const Take& take)
 {
     readObjectHeader(in);
     const std::int64_t stored = in.bitLong();
@@ -20,12 +21,35 @@ Dictionary readDictionary(RecordReader& in)
         in.bitShort(); // Cloning.
         in.rawChar();  // Whether it owns its entries.
     }
-    Dictionary dictionary(in.handles().checkedCount(stored, kFewestHandleBits));
-    for (auto& [name, handle] : dictionary) {
-        name = in.text();
-        handle = in.handle();
+    const std::size_t count = in.handles().checkedCount(stored, kFewestHandleBits);
+    for (std::size_t i = 0; i < count; ++i) {
+        Text name = in.text();
+        const Handle handle = in.handle();
+        if (!in.ok() || !take(std::move(name), handle))
+            return;
     }
+}
+
+} // namespace
+
+Dictionary readDictionary(RecordReader& in)
+{
+    Dictionary dictionary;
+    readEntries(in, [&](Text name, Handle handle) {
+        dictionary.emplace_back(std::move(name), handle);
+        return true;
+    });
     return dictionary;
+}
+
+Handle dictionaryEntry(RecordReader& in, const Text& name)
+{
+    Handle found = 0;
+    readEntries(in, [&](const Text& entry, Handle handle) {
+        found = entry == name ? handle : 0;
+        return entry != name;
+    });
+    return found;
 }
 
 MLineStyleRecord readMLineStyle(RecordReader& in)

@@ -13,6 +13,8 @@ namespace zv::dwg {
 /// Names and objects, in file order.
 using Dictionary = std::vector<std::pair<Text, Handle>>;
 Dictionary readDictionary(RecordReader& in);
+/// The first object that a dictionary has under a name, read no further than to that; 0 when it has none.
+Handle dictionaryEntry(RecordReader& in, const Text& name);
 
 /// An element of a multiline style tells its linetype before R2018 as a place in the table of linetypes.
 struct MLineStyleRecord {

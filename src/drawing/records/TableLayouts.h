@@ -55,6 +55,59 @@ template <class Fields> void layout(Fields& fields, Of<Layer> auto& layer)
     fields.ownLinetype(layer.linetype);
 }
 
+/// A block's header up to its handles. `name` is the one that it tells; an anonymous block has a number
+/// besides. `owned(fields)` handles how many entities it owns, `inserts(fields)` how often it is inserted,
+/// and `picture(fields)` its picture.
+template <class Fields>
+void layoutBlockHeader(Fields& fields, Of<BlockRecord> auto& block, auto& name, bool hasDefinitions,
+                       auto owned, auto inserts, auto picture)
+{
+    bool dependent = false;
+    layoutEntryName(fields, name, dependent);
+    fields.bit(block.anonymous);
+    fields.fixedBit(hasDefinitions); // Of attributes.
+    fields.bit(block.xref);
+    fields.bit(block.xrefOverlay);
+    if (fields.version() >= Version::R2000)
+        fields.fixedBit(false); // Loaded.
+    if (fields.version() >= Version::R2004)
+        owned(fields);
+    fields.bitPoint3(block.base);
+    fields.text(block.xrefPath);
+    if (fields.version() >= Version::R2000) {
+        inserts(fields);
+        fields.text(block.description);
+        picture(fields);
+    }
+    if (fields.version() >= Version::R2007)
+        fields.bitShort(block.units);
+}
+
+/// A linetype up to its dashes, and each of these. A dash tells in `place` its shape, or where its text
+/// stands in the area of texts, and in `flags` which of the two it is.
+inline constexpr unsigned kDashAbsolute = 1, kDashText = 2, kDashShape = 4;
+inline constexpr std::size_t kMostDashes = 255, kDashTextArea = 256;
+
+void layoutLinetypeHead(auto& fields, Of<Linetype> auto& linetype)
+{
+    bool dependent = false;
+    layoutEntryName(fields, linetype.name, dependent);
+    fields.text(linetype.description);
+    fields.bitDouble(linetype.patternLength);
+    fields.fixedChar('A'); // Alignment.
+    fields.charCount(linetype.dashes);
+}
+
+void layoutDash(auto& fields, Of<LinetypeDash> auto& dash, auto&& place, auto&& flags)
+{
+    fields.bitDouble(dash.length);
+    fields.bitShort(place);
+    fields.rawPoint2(dash.offset);
+    fields.bitDouble(dash.scale);
+    fields.bitDouble(dash.rotation);
+    fields.bitShort(flags);
+}
+
 void layout(auto& fields, Of<TextStyle> auto& style)
 {
     constexpr double kUsualHeight = 0.2;

@@ -61,28 +61,20 @@ BlockHeader readBlockHeader(RecordReader& in)
     out.header = readObjectHeader(in);
     BlockRecord& block = out.block;
     block.handle = out.header.handle;
-    readEntryName(in, block.name);
-    block.anonymous = in.bit();
-    in.bit(); // It has attribute definitions.
-    block.xref = in.bit();
-    block.xrefOverlay = in.bit();
-    if (version >= Version::R2000)
-        in.bit(); // Loaded.
-    const bool ownEntities = !block.xref && !block.xrefOverlay;
+    FieldsIn fields(in);
     std::int64_t owned = 0;
-    if (version >= Version::R2004 && ownEntities)
-        owned = in.bitLong();
-    block.base = in.bitPoint3();
-    block.xrefPath = in.text();
-    std::int64_t inserts = 0;
-    if (version >= Version::R2000) {
-        while (in.rawChar() != 0)
-            ++inserts;
-        block.description = in.text();
-        in.skip(std::size_t{in.count(8)} * 8); // Its picture.
-    }
-    if (version >= Version::R2007)
-        block.units = in.bitShort();
+    layoutBlockHeader(
+        fields, block, block.name, false,
+        [&](FieldsIn&) {
+            if (!block.xref && !block.xrefOverlay)
+                owned = in.bitLong();
+        },
+        [&](FieldsIn&) {
+            while (in.rawChar() != 0) { // One for each insert.
+            }
+        },
+        [&](FieldsIn&) { in.skip(std::size_t{in.count(8)} * 8); });
+    const bool ownEntities = !block.xref && !block.xrefOverlay;
     in.handle();
     out.begin = in.handle();
     if (version <= Version::R2000 && ownEntities) {
@@ -111,44 +103,37 @@ ObjectHeader readLayer(RecordReader& in, Layer& layer)
     return header;
 }
 
-ObjectHeader readLinetype(RecordReader& in, Linetype& linetype)
+ObjectHeader readLinetype(RecordReader& in, Linetype& entry)
 {
-    constexpr unsigned kAbsoluteRotation = 1, kText = 2, kShape = 4;
-    constexpr std::size_t kTextArea = 256, kWideTextArea = 512;
+    constexpr std::size_t kWideTextArea = 2 * kDashTextArea;
     const Version version = in.version();
     const ObjectHeader header = readObjectHeader(in);
-    linetype.handle = header.handle;
-    readEntryName(in, linetype.name);
-    linetype.description = in.text();
-    linetype.patternLength = in.bitDouble();
-    in.rawChar(); // Alignment, always "A".
-    const unsigned dashes = in.rawChar();
+    entry.handle = header.handle;
+    FieldsIn fields(in);
+    layoutLinetypeHead(fields, entry);
+    const std::size_t dashes = entry.dashes.size();
     std::vector<unsigned> flags(dashes);
-    linetype.dashes.resize(dashes);
     bool texts = false;
-    for (unsigned i = 0; i < dashes && in.ok(); ++i) {
-        LinetypeDash& dash = linetype.dashes[i];
-        dash.length = in.bitDouble();
-        dash.shape = static_cast<std::uint16_t>(in.bitShort());
-        dash.offset = in.rawPoint2();
-        dash.scale = in.bitDouble();
-        dash.rotation = in.bitDouble();
-        flags[i] = static_cast<std::uint16_t>(in.bitShort());
-        dash.absoluteRotation = (flags[i] & kAbsoluteRotation) != 0;
-        texts = texts || (flags[i] & kText) != 0;
+    for (std::size_t i = 0; i < dashes && in.ok(); ++i) {
+        LinetypeDash& dash = entry.dashes[i];
+        std::uint16_t kinds = 0;
+        layoutDash(fields, dash, dash.shape, kinds);
+        flags[i] = kinds;
+        dash.absoluteRotation = (flags[i] & kDashAbsolute) != 0;
+        texts = texts || (flags[i] & kDashText) != 0;
     }
     std::string area;
     if (version <= Version::R2004)
-        area = in.bytes(kTextArea);
+        area = in.bytes(kDashTextArea);
     else if (texts)
         area = in.bytes(kWideTextArea);
     in.handle(); // The external reference.
-    for (unsigned i = 0; i < dashes && in.ok(); ++i) {
-        LinetypeDash& dash = linetype.dashes[i];
+    for (std::size_t i = 0; i < dashes && in.ok(); ++i) {
+        LinetypeDash& dash = entry.dashes[i];
         dash.style = in.handle();
-        if ((flags[i] & kText) != 0)
+        if ((flags[i] & kDashText) != 0)
             dash.text = textAt(area, dash.shape, version, in.codePage());
-        if ((flags[i] & kShape) == 0)
+        if ((flags[i] & kDashShape) == 0)
             dash.shape = 0;
     }
     return header;
@@ -177,11 +162,11 @@ namespace {
 void readDimensionStyleR14(RecordReader& in, DimensionStyle& style)
 {
     in.skip(11); // DIMTOL to DIMSOXD.
-    in.skip(2 * 8);
+    in.skip(std::size_t{2} * 8);
     in.skip(2);
-    in.skip(3 * 8);
+    in.skip(std::size_t{3} * 8);
     in.skip(1);
-    in.skip(4 * 8);
+    in.skip(std::size_t{4} * 8);
     for (int i = 0; i < 6; ++i)
         in.bitShort();
     style.scale = in.bitDouble();

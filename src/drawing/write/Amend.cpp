@@ -5,6 +5,7 @@
 #include "drawing/container/Container.h"
 #include "drawing/records/ClassTable.h"
 #include "drawing/records/HeaderVariables.h"
+#include "drawing/records/ObjectHeader.h"
 #include "drawing/records/ObjectMap.h"
 #include "drawing/write/AmendFile.h"
 #include "drawing/write/Bytes.h"
@@ -637,10 +638,9 @@ private:
     {
         if (place >= m_file.size())
             return 0;
-        constexpr std::size_t kCheck = 2;
-        BitReader in(bytesOf(m_file.substr(place)));
-        const std::size_t content = in.modularShort();
-        return std::min(in.position() / 8 + content + kCheck, m_file.size() - place);
+        const std::string_view rest = m_file.substr(place);
+        const auto frame = readFrame(bytesOf(rest), Version::R2000);
+        return frame ? std::min(frame->whole(), rest.size()) : rest.size();
     }
 
     Result<std::string> assemble(const WriteOptions& options)

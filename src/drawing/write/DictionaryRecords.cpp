@@ -1,5 +1,6 @@
 #include "drawing/write/Tables.h"
 
+#include "drawing/properties/PropertyTexts.h"
 #include "drawing/records/ObjectRecords.h"
 #include "drawing/records/TableLayouts.h"
 #include "drawing/write/FieldsOut.h"
@@ -64,7 +65,6 @@ void addLayout(ObjectStream& objects, const Plan& plan, const Layout& sheet)
     objects.add(record);
 }
 
-constexpr std::size_t kMostCustomProperties = 10; ///< AutoCAD 2000 knows as many.
 constexpr std::size_t kLongestText = 0xFFFF;
 
 /// False when the text is longer than its length can tell.
@@ -95,26 +95,20 @@ Result<Record> propertiesRecord(Handle handle, Handle dictionary, const Properti
         return Error{ErrorCode::Unsupported, "more than ten custom properties"};
     // One text or number after another, each behind its group code.
     std::string data;
-    bool whole = putText(data, 1, u"DWGPROPS COOKIE");
+    bool whole = putText(data, kMarkCode, u"DWGPROPS COOKIE");
     const auto put = [&](std::uint16_t code, const Text& text) { whole &= putText(data, code, text); };
-    put(2, properties.title);
-    put(3, properties.subject);
-    put(4, properties.author);
-    put(6, properties.comments);
-    put(7, properties.keywords);
-    put(8, properties.lastSavedBy);
-    put(9, properties.revision);
+    eachRecordText(properties, put);
     for (std::size_t i = 0; i < kMostCustomProperties; ++i) {
         Text pair = u"=";
         if (i < properties.custom.size())
             pair = properties.custom[i].first + u"=" + properties.custom[i].second;
-        put(static_cast<std::uint16_t>(300 + i), pair);
+        put(static_cast<std::uint16_t>(kFirstCustomCode + i), pair);
     }
     const double saved = JulianTime::now().days();
     putReal(data, 40, 0); // Time of work.
     putReal(data, 41, saved);
     putReal(data, 42, saved);
-    put(1, properties.hyperlinkBase);
+    put(kMarkCode, properties.hyperlinkBase);
     putShort(data, 90);
     putLong(data, 0);
     if (!whole)

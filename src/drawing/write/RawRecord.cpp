@@ -1,5 +1,6 @@
 #include "drawing/write/RawRecord.h"
 
+#include "drawing/records/ObjectHeader.h"
 #include "drawing/write/Bytes.h"
 
 namespace zv::dwg {
@@ -46,17 +47,16 @@ Result<RawRecord> RawRecord::read(std::string_view file, std::uint64_t offset)
     const Error broken{ErrorCode::Damaged, "a record at " + std::to_string(offset) + " cannot be read"};
     if (offset >= file.size())
         return broken;
-    BitReader frame(bytesOf(file.substr(static_cast<std::size_t>(offset))));
-    const std::size_t size = frame.modularShort();
-    const std::size_t start = static_cast<std::size_t>(offset) + frame.position() / 8;
-    if (!frame.ok() || size > file.size() - start)
+    const std::string_view rest = file.substr(static_cast<std::size_t>(offset));
+    const auto frame = readFrame(bytesOf(rest), Version::R2000);
+    if (!frame || frame->size > rest.size() - frame->start)
         return broken;
-    BitReader in(bytesOf(file.substr(start, size)));
+    BitReader in(bytesOf(rest.substr(frame->start, frame->size)));
     RawRecord record;
     record.type = in.bitShort();
     const std::size_t handlesAt = in.rawLong();
     const std::size_t fieldsAt = in.position();
-    if (!in.ok() || handlesAt < fieldsAt || handlesAt > size * 8)
+    if (!in.ok() || handlesAt < fieldsAt || handlesAt > frame->size * 8)
         return broken;
     copyBits(record.fields, in, handlesAt - fieldsAt);
     record.handle = record.reader().handleReference().value;

@@ -3,9 +3,9 @@
 
 #include "drawing/records/HeaderVariables.h"
 #include "drawing/records/ObjectMap.h"
-#include "drawing/records/RecordReader.h"
 #include "drawing/write/AmendFile.h"
 #include "drawing/write/Bytes.h"
+#include "drawing/write/RawRecord.h"
 #include "drawing/write/Tables.h"
 
 #include <algorithm>
@@ -16,93 +16,70 @@ namespace {
 
 constexpr std::string_view kName = "DWGPROPS";
 
-/// A record of a dictionary taken apart, so that an entry can be added.
+/// The record of a dictionary, and where in it its entries stand.
 struct DictionaryRecord {
-    Handle handle = 0;
-    struct Extended {
-        Handle application;
-        std::string bytes;
+    RawRecord raw;
+    std::size_t countAt = 0, countEnd = 0; ///< Bits of the fields.
+    struct Name {
+        std::size_t at = 0; ///< A bit of the fields.
+        std::string text;
     };
-    std::vector<Extended> extended;
-    std::int16_t cloning = 0;
-    std::uint8_t hardOwner = 0;
-    Handle owner = 0, extensionDictionary = 0;
-    std::vector<Handle> reactors;
-    struct Entry {
-        std::string name;
-        HandleReference reference;
-    };
-    std::vector<Entry> entries;
+    std::vector<Name> names; ///< In the order of the handles.
+    std::size_t namesEnd = 0;
+    std::size_t firstHandle = 0; ///< Of the entries.
 
-    Handle entry(std::string_view name) const
-    {
-        for (const Entry& each : entries)
-            if (each.name == name)
-                return each.reference.from(handle);
-        return 0;
-    }
-    std::string framed() const;
+    Handle entry(std::string_view name) const;
+    void add(std::string_view name, Handle to);
 };
 
 Result<DictionaryRecord> readDictionary(std::string_view file, std::uint64_t offset)
 {
     const Error broken{ErrorCode::Damaged, "the named-object dictionary cannot be read"};
-    if (offset >= file.size())
+    Result<RawRecord> raw = RawRecord::read(file, offset);
+    if (!raw || raw->type != kDictionary)
         return broken;
-    BitReader frame(bytesOf(file.substr(static_cast<std::size_t>(offset))));
-    const std::size_t size = frame.modularShort(),
-                      start = static_cast<std::size_t>(offset) + frame.position() / 8;
-    if (!frame.ok() || size > file.size() - start)
-        return broken;
-    BitReader in(bytesOf(file.substr(start, size))), handles = in;
-    if (in.bitShort() != kDictionary)
-        return broken;
-    handles.seek(in.rawLong());
-    DictionaryRecord record;
-    record.handle = in.handleReference().value;
-    while (const auto length = static_cast<std::uint16_t>(in.bitShort())) {
-        const Handle application = in.handleReference().value;
-        record.extended.push_back({application, in.bytes(length)});
-        if (!in.ok())
-            return broken;
-    }
-    const std::uint32_t reactors = in.checkedCount(in.bitLong(), 1);
+    DictionaryRecord record{std::move(*raw), 0, 0, {}, 0, 0};
+    const ObjectStart start = readStart(record.raw);
+    BitReader in = record.raw.reader();
+    in.seek(start.at);
+    record.countAt = start.at;
     const std::uint32_t count = in.checkedCount(in.bitLong(), 2);
-    record.cloning = in.bitShort();
-    record.hardOwner = in.rawChar();
-    record.owner = handles.handleReference().from(record.handle);
-    for (std::uint32_t i = 0; i < reactors && handles.ok(); ++i)
-        record.reactors.push_back(handles.handleReference().from(record.handle));
-    record.extensionDictionary = handles.handleReference().from(record.handle);
+    record.countEnd = in.position();
+    in.bitShort(); // Cloning.
+    in.rawChar();  // Whether it owns its entries.
     for (std::uint32_t i = 0; i < count && in.ok(); ++i) {
+        const std::size_t at = in.position();
         const auto length = static_cast<std::uint16_t>(in.bitShort());
-        std::string name = in.bytes(length);
-        record.entries.push_back({std::move(name), handles.handleReference()});
+        record.names.push_back({at, in.bytes(length)});
     }
-    if (!in.ok() || !handles.ok())
+    record.namesEnd = in.position();
+    record.firstHandle = start.firstOwn();
+    if (!in.ok() || record.firstHandle + count > record.raw.handles.size())
         return broken;
     return record;
 }
 
-std::string DictionaryRecord::framed() const
+Handle DictionaryRecord::entry(std::string_view name) const
 {
-    Record record(kDictionary, handle);
-    for (const Extended& each : extended)
-        record.extendedData(each.application, each.bytes);
-    record.fields.bitLong(static_cast<std::int32_t>(reactors.size()));
-    record.fields.bitLong(static_cast<std::int32_t>(entries.size()));
-    record.fields.bitShort(cloning);
-    record.fields.rawChar(hardOwner);
-    record.handles.handle(kSoftPointer, owner);
-    for (const Handle reactor : reactors)
-        record.handles.handle(kSoftPointer, reactor);
-    record.handles.handle(kHardOwner, extensionDictionary);
-    for (const Entry& each : entries) {
-        record.fields.text(each.name);
-        record.handles.handle(each.reference.code == kHardOwner ? kHardOwner : kSoftOwner,
-                              each.reference.from(handle));
-    }
-    return record.framed();
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (names[i].text == name)
+            return raw.target(firstHandle + i);
+    return 0;
+}
+
+/// Puts an entry before the first one whose name comes behind it.
+void DictionaryRecord::add(std::string_view name, Handle to)
+{
+    const auto behind =
+        std::find_if(names.begin(), names.end(), [name](const Name& entry) { return entry.text > name; });
+    const std::size_t at = behind != names.end() ? behind->at : namesEnd;
+    const auto place = static_cast<std::ptrdiff_t>(firstHandle) + (behind - names.begin());
+    BitWriter text, count;
+    text.text(std::string(name));
+    count.bitLong(static_cast<std::int32_t>(names.size() + 1));
+    raw.splice(at, at, text);
+    raw.splice(countAt, countEnd, count);
+    raw.handles.insert(raw.handles.begin() + place, {std::uint8_t{kSoftOwner}, to});
 }
 
 /// The highest handle below the seed that no object has; 0 when there is none.
@@ -202,14 +179,12 @@ Result<std::string> replacePropertiesRecord(std::string_view file, const Contain
         record = freeHandle(*map, header->variables.handleSeed);
         if (record == 0)
             return Error{ErrorCode::Unsupported, "the drawing has no handle left for its properties"};
-        const auto behind = std::find_if(dictionary->entries.begin(), dictionary->entries.end(),
-                                         [](const auto& entry) { return entry.name > kName; });
-        dictionary->entries.insert(behind, {std::string(kName), {kSoftOwner, record}});
-        places[dictionary->handle] = static_cast<std::uint32_t>(changed.size());
-        changed += dictionary->framed();
+        dictionary->add(kName, record);
+        places[dictionary->raw.handle] = static_cast<std::uint32_t>(changed.size());
+        changed += dictionary->raw.framed();
     }
     places[record] = static_cast<std::uint32_t>(changed.size());
-    const auto made = propertiesRecord(record, dictionary->handle, properties);
+    const auto made = propertiesRecord(record, dictionary->raw.handle, properties);
     if (!made)
         return made.error();
     changed += made->framed();

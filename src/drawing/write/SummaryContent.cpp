@@ -1,6 +1,7 @@
 #include "drawing/write/SummaryContent.h"
 
 #include "drawing/bits/BitReader.h"
+#include "drawing/properties/PropertyTexts.h"
 #include "drawing/write/BitWriter.h"
 #include "drawing/write/Record.h"
 #include "drawing/write/Tables.h"
@@ -9,7 +10,7 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr std::size_t kTexts = 8, kTimes = 24;
+constexpr std::size_t kTimes = 24;
 
 /// Texts, each with its length, which counts the zero at its end.
 class TextWriter {
@@ -47,8 +48,8 @@ private:
 std::string timesOf(std::span<const std::byte> section, bool wide)
 {
     BitReader in(section);
-    for (std::size_t i = 0; i < kTexts; ++i)
-        in.skip(std::size_t{in.rawShort()} * (wide ? 16 : 8));
+    const Properties all;
+    eachSummaryText(all, [&](const Text&) { in.skip(std::size_t{in.rawShort()} * (wide ? 16 : 8)); });
     std::string times = in.bytes(kTimes);
     times.resize(kTimes, '\0');
     return times;
@@ -65,9 +66,7 @@ Result<std::string> summaryContent(const Container& container, std::span<const s
     std::string bytes;
     TextWriter texts(bytes, container);
     bool whole = true;
-    for (const Text* text : {&p.title, &p.subject, &p.author, &p.keywords, &p.comments, &p.lastSavedBy,
-                             &p.revision, &p.hyperlinkBase})
-        whole &= texts.add(*text);
+    eachSummaryText(p, [&](const Text& text) { whole &= texts.add(text); });
     bytes += timesOf(old, container.version() >= Version::R2007);
     putShort(bytes, static_cast<std::uint16_t>(p.custom.size()));
     for (const auto& [name, value] : p.custom) {

@@ -78,48 +78,38 @@ void addStyle(ObjectStream& objects, const Plan& plan, const TextStyle& style)
 /// The texts of a linetype's dashes, ended by zeros, in an area of fixed size.
 class StringArea {
 public:
-    static constexpr std::size_t kSize = 256;
-
     /// Where the text stands; 0 when it has no room.
     std::int16_t put(const Text& text)
     {
         const std::string bytes = encodeText(text);
-        if (m_bytes.size() + bytes.size() + 1 > kSize)
+        if (m_bytes.size() + bytes.size() + 1 > kDashTextArea)
             return 0;
         const auto at = static_cast<std::int16_t>(m_bytes.size());
         m_bytes += bytes + '\0';
         return at;
     }
-    std::string whole() const { return m_bytes + std::string(kSize - m_bytes.size(), '\0'); }
+    std::string whole() const { return m_bytes + std::string(kDashTextArea - m_bytes.size(), '\0'); }
 
 private:
     std::string m_bytes;
 };
 
-void addLinetype(ObjectStream& objects, const Plan& plan, const Linetype& linetype)
+void addLinetype(ObjectStream& objects, const Plan& plan, Linetype entry)
 {
-    Record record = entryRecord(kLinetype, plan, linetype.handle, plan.linetypeControl, linetype.name);
-    BitWriter& fields = record.fields;
-    fields.text(encodeText(linetype.description));
-    fields.bitDouble(linetype.patternLength);
-    fields.rawChar('A');
-    const std::size_t count = std::min<std::size_t>(linetype.dashes.size(), 255);
-    fields.rawChar(static_cast<std::uint8_t>(count));
+    Record record = startedEntry(kLinetype, entry.handle, plan.linetypeControl);
+    FieldsOut fields(record, plan);
+    entry.dashes.resize(std::min(entry.dashes.size(), kMostDashes));
+    layoutLinetypeHead(fields, entry);
     StringArea strings;
-    record.handles.handle(kHardPointer, 0);
-    for (std::size_t i = 0; i < count; ++i) {
-        const LinetypeDash& dash = linetype.dashes[i];
+    fields.noHandle(); // The external reference.
+    for (const LinetypeDash& dash : entry.dashes) {
         const bool isText = !dash.text.empty(), isShape = !isText && dash.shape != 0;
-        fields.bitDouble(dash.length);
-        fields.bitShort(isText ? strings.put(dash.text) : static_cast<std::int16_t>(dash.shape));
-        fields.rawPoint2(dash.offset);
-        fields.bitDouble(dash.scale);
-        fields.bitDouble(dash.rotation);
-        fields.bitShort(static_cast<std::int16_t>((dash.absoluteRotation ? 1 : 0) | (isText ? 2 : 0) |
-                                                  (isShape ? 4 : 0)));
+        layoutDash(fields, dash, isText ? strings.put(dash.text) : static_cast<std::int16_t>(dash.shape),
+                   (dash.absoluteRotation ? kDashAbsolute : 0) | (isText ? kDashText : 0) |
+                       (isShape ? kDashShape : 0));
         record.handles.handle(kHardPointer, isText || isShape ? plan.style(dash.style) : 0);
     }
-    fields.rawBytes(strings.whole());
+    record.fields.rawBytes(strings.whole());
     objects.add(record);
 }
 
@@ -198,23 +188,20 @@ void addBlockHeader(ObjectStream& objects, const Plan& plan, std::size_t index)
 {
     const BlockRecord& block = plan.document.blocks[index];
     const BlockPlan& blockPlan = plan.blocks[index];
-    Record record = entryRecord(kBlockHeader, plan, block.handle, plan.blockControl, headerName(block));
-    BitWriter& fields = record.fields;
+    Record record = startedEntry(kBlockHeader, block.handle, plan.blockControl);
     const bool hasDefinitions =
         std::any_of(block.entities.begin(), block.entities.end(),
                     [](const Entity& entity) { return std::holds_alternative<Attribute>(entity.geometry); });
-    fields.bit(block.anonymous);
-    fields.bit(hasDefinitions && !block.layout);
-    fields.bit(block.xref);
-    fields.bit(block.xrefOverlay);
-    fields.bit(false);
-    fields.bitPoint3(block.base);
-    fields.text(encodeText(block.xrefPath));
-    for (std::size_t i = 0; i < blockPlan.inserts.size(); ++i)
-        fields.rawChar(1);
-    fields.rawChar(0);
-    fields.text(encodeText(block.description));
-    fields.bitLong(0);
+    FieldsOut fields(record, plan);
+    const Text name = headerName(block);
+    const auto inserts = [&](FieldsOut& out) {
+        for (std::size_t i = 0; i < blockPlan.inserts.size(); ++i)
+            out.fixedChar(1);
+        out.fixedChar(0);
+    };
+    layoutBlockHeader(
+        fields, block, name, hasDefinitions && !block.layout, [](FieldsOut&) {}, inserts,
+        [](FieldsOut& out) { out.fixedLong(0); });
     BitWriter& handles = record.handles;
     handles.handle(kHardPointer, 0);
     handles.handle(kHardOwner, blockPlan.begin);
