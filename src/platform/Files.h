@@ -47,9 +47,9 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes);
 /// the name is there; Denied, Failed.
 Result<void> createFile(const std::string& path, std::string_view bytes);
 /// Adds whole lines, each with its end, at the file's end with one write, creating the file. A last line that
-/// somebody left without its end gets one first. `workingCopy` is that of the programs which rewrite the file,
-/// where there are any: each waits for the other. `whileOpen` is called before the file is closed again.
-/// Errors: Denied, Failed, and the file is as it was.
+/// somebody left without its end gets one first. `workingCopy` is that of the programs which rewrite the
+/// file, where there are any: each waits for the other. `whileOpen` is called before the file is closed
+/// again. Errors: Denied, Failed, and the file is as it was.
 Result<void> appendLines(const std::string& path, std::string_view lines, const std::string& workingCopy = {},
                          const std::function<void()>& whileOpen = {});
 /// Writes `bytes` to `workingCopy`, flushes it to disk, and lets it take the place of `path` in one step,
