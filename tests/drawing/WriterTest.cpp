@@ -1,7 +1,9 @@
 #include "drawing/Writer.h"
 
 #include "drawing/EveryKind.h"
+#include "drawing/bits/BitReader.h"
 #include "drawing/container/Container.h"
+#include "drawing/records/ObjectMap.h"
 #include "drawing/write/BitWriter.h"
 
 #include <gtest/gtest.h>
@@ -29,6 +31,27 @@ std::uint32_t longAt(const std::string& file, std::size_t at)
     return value;
 }
 
+/// The object map as it stands in the file, without its last piece, which is empty.
+std::string objectMapOf(const std::string& file)
+{
+    constexpr std::size_t kPartOfTheMap = 26 + 2 * 9, kLastPiece = 4;
+    return file.substr(longAt(file, kPartOfTheMap), longAt(file, kPartOfTheMap + 4) - kLastPiece);
+}
+
+/// The handle that each piece of an object map begins with.
+std::vector<Handle> firstHandles(const std::string& map)
+{
+    std::vector<Handle> handles;
+    for (std::size_t at = 0; at + 2 < map.size();) {
+        const std::size_t size =
+            static_cast<unsigned char>(map[at]) << 8u | static_cast<unsigned char>(map[at + 1]);
+        BitReader in(bytesOf(map).subspan(at + 2, size - 2));
+        handles.push_back(in.modularCharUnsigned());
+        at += size + 2;
+    }
+    return handles;
+}
+
 TEST(Writer, EveryNumberedPartLiesInTheFileAndTheHeadChecks)
 {
     const std::string file = written(test::everyKind());
@@ -53,6 +76,56 @@ TEST(Writer, TheContainerFindsItsSections)
     EXPECT_EQ((*container)->codePage(), 30);
     for (const Section section : {Section::Header, Section::Classes, Section::ObjectMap, Section::Objects})
         EXPECT_TRUE((*container)->section(section).ok());
+}
+
+TEST(Writer, RecordsStandInTheOrderOfTheirHandles)
+{
+    const std::string file = written(test::everyKind());
+    const MemorySource source(bytesOf(file));
+    const auto container = Container::open(source);
+    ASSERT_TRUE(container.ok());
+    const auto section = (*container)->section(Section::ObjectMap);
+    ASSERT_TRUE(section.ok());
+    const auto map = ObjectMap::read(*section);
+    ASSERT_TRUE(map.ok());
+    const std::vector<ObjectPlace>& places = map->places();
+    EXPECT_TRUE(std::is_sorted(places.begin(), places.end(), [](const ObjectPlace& a, const ObjectPlace& b) {
+        return a.offset < b.offset;
+    }));
+}
+
+/// The first handle beyond twice the object map's length, where there is one, begins a piece of it.
+bool farHandleBeginsAPiece(const std::string& file)
+{
+    const MemorySource source(bytesOf(file));
+    const auto container = Container::open(source);
+    const auto section = (*container)->section(Section::ObjectMap);
+    const auto map = ObjectMap::read(*section);
+    const std::vector<Handle> pieces = firstHandles(objectMapOf(file));
+    const std::size_t limit = 2 * (objectMapOf(file).size() + 4);
+    for (const ObjectPlace& place : map->places()) {
+        if (place.handle > limit)
+            return std::find(pieces.begin(), pieces.end(), place.handle) != pieces.end();
+    }
+    return true;
+}
+
+TEST(Writer, TheFirstHandleBeyondTwiceTheObjectMapsLengthBeginsAPiece)
+{
+    for (Handle first = 0x200; first < 0x400; ++first) {
+        Document document = test::documentOf(Circle{});
+        std::vector<Entity>& entities = document.blocks.front().entities;
+        // Long records and short ones, as the map's length hangs on them.
+        Entity longer = entities.front();
+        longer.kind = "TEXT";
+        longer.geometry = TextLine{};
+        std::get<TextLine>(longer.geometry).text = Text(60, u'x');
+        for (Handle i = 0; i < 60; ++i) {
+            entities.push_back(i % 3 == first % 3 ? longer : entities.front());
+            entities.back().handle = first + i;
+        }
+        EXPECT_TRUE(farHandleBeginsAPiece(written(document))) << first;
+    }
 }
 
 TEST(Writer, RefusesAnEntityOfUnknownKindByItsName)

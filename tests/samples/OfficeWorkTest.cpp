@@ -55,11 +55,13 @@ TEST(OfficeWork, EveryDrawingIsOpenedWorkedOnAndSavedAgainAndAgain)
         if (!before)
             continue; // The one that is damaged on purpose.
         ++drawings;
+        EXPECT_EQ((*before)->outlook().way, bench::SaveWay::Whole) << path;
         const std::size_t previews = previewsOf(path);
         for (int round = 1; round <= 2; ++round)
             EXPECT_EQ(worked(path, round), "") << path;
         const auto after = bench::BenchDrawing::load(path);
         ASSERT_TRUE(after) << path;
+        EXPECT_EQ((*after)->outlook().way, bench::SaveWay::Whole) << path;
         EXPECT_EQ((*after)->modelSpace().entities.size(), (*before)->modelSpace().entities.size() + 2)
             << path;
         EXPECT_EQ((*after)->modelSpace().attributes.size(), (*before)->modelSpace().attributes.size())

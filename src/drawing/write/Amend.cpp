@@ -244,7 +244,7 @@ private:
         // A block's head is made anew under its own handle; whatever else has one stays.
         if (m_places.contains(handle) && !m_before.blockIndex.contains(handle))
             return Error{ErrorCode::Damaged, "two objects would have the handle " + std::to_string(handle)};
-        auto made = RawRecord::read(from.bytes, from.places.at(handle));
+        auto made = RawRecord::read(from.records.at(handle), 0);
         if (!made)
             return made.error();
         if (made->type == kWipeout) {
@@ -396,7 +396,7 @@ private:
     }
     Result<void> takeAll(const ObjectStream& content, const std::set<Handle>& but)
     {
-        for (const auto& [handle, place] : content.places) {
+        for (const auto& [handle, bytes] : content.records) {
             if (but.contains(handle))
                 continue;
             if (const auto taken = take(content, handle); !taken)

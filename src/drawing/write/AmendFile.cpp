@@ -182,7 +182,7 @@ Result<void> AmendedFile::replaceObjectMap(const std::map<Handle, std::uint32_t>
     const std::size_t locator = locatorAt(m_bytes, kObjectMapPart);
     if (locator == 0)
         return Error{ErrorCode::Damaged, "section locators: none of the object map"};
-    const std::string map = objectMap(places, 0);
+    const std::string map = objectMap(places);
     setLocator(m_bytes, locator, {append(map), static_cast<std::uint32_t>(map.size())});
     return {};
 }

@@ -1,5 +1,8 @@
 #include "drawing/write/FileParts.h"
 
+#include <iterator>
+#include <set>
+
 namespace zv::dwg {
 
 namespace {
@@ -161,20 +164,19 @@ std::string mapPiece(const std::string& content)
     piece.push_back(static_cast<char>(code & 0xFF));
     return piece;
 }
-} // namespace
 
-std::string objectMap(const std::map<Handle, std::uint32_t>& places, std::uint32_t base)
+/// The map with pieces that begin at the objects of `cuts`, beside those that begin where one is full.
+std::string cutMap(const std::map<Handle, std::uint32_t>& places, const std::set<Handle>& cuts)
 {
     constexpr std::size_t kLargestPiece = 2030;
     std::string map, piece;
     Handle lastHandle = 0;
     std::int64_t lastPlace = 0;
-    for (const auto& [handle, relative] : places) {
-        const std::int64_t place = static_cast<std::int64_t>(base) + relative;
+    for (const auto& [handle, place] : places) {
         std::string entry;
         putModularCharUnsigned(entry, handle - lastHandle);
-        putModularChar(entry, place - lastPlace);
-        if (piece.size() + entry.size() > kLargestPiece) {
+        putModularChar(entry, std::int64_t{place} - lastPlace);
+        if (piece.size() + entry.size() > kLargestPiece || (!piece.empty() && cuts.contains(handle))) {
             map += mapPiece(piece);
             piece.clear();
             entry.clear();
@@ -188,6 +190,29 @@ std::string objectMap(const std::map<Handle, std::uint32_t>& places, std::uint32
     if (!piece.empty())
         map += mapPiece(piece);
     return map + mapPiece({});
+}
+} // namespace
+
+/// The step to the first handle beyond twice the map's length is taken for damage by some readers, as the
+/// handles of most drawings stand close together; those of one from which much is gone do not. What a piece
+/// begins with is no step, so one begins there.
+std::string objectMap(const std::map<Handle, std::uint32_t>& places)
+{
+    constexpr std::size_t kMostTries = 16;
+    std::string map = cutMap(places, {});
+    std::set<Handle> cuts, tried;
+    for (std::size_t i = 0; i < kMostTries; ++i) {
+        const auto beyond = places.upper_bound(2 * map.size());
+        if (beyond == places.end() || cuts.contains(beyond->first))
+            break;
+        // The cut makes the map longer, by more or less as it moves; if it goes back to where it was, another
+        // one further on in the map makes it longer still.
+        cuts = {beyond->first};
+        if (!tried.insert(beyond->first).second)
+            cuts.insert(std::next(places.begin(), std::ptrdiff_t(places.size() * i / kMostTries))->first);
+        map = cutMap(places, cuts);
+    }
+    return map;
 }
 
 std::string secondHeader(const Plan& plan, const PartPlaces& places, std::uint32_t offset)

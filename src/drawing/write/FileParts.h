@@ -35,8 +35,8 @@ std::string auxiliaryHeader(Handle seed, JulianTime saved);
 std::string previewSection(const Pixels* preview, std::uint32_t offset);
 /// The class table, with the classes up to that of `highestType`, the highest type of any object.
 std::string classesSection(int highestType);
-/// The object map of objects that begin at `base`.
-std::string objectMap(const std::map<Handle, std::uint32_t>& places, std::uint32_t base);
+/// The object map of objects that begin at these places.
+std::string objectMap(const std::map<Handle, std::uint32_t>& places);
 /// The copy of the file's head that stands behind the object map.
 std::string secondHeader(const Plan& plan, const PartPlaces& places, std::uint32_t offset);
 std::string templateSection(bool metric);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace zv::dwg {
 
@@ -216,17 +217,20 @@ private:
             giveAll(block.entities);
             giveAll(block.attributes);
         }
-        for (std::size_t i = 0; i < document.blocks.size(); ++i) {
-            const BlockRecord& block = document.blocks[i];
-            BlockPlan plan;
+        // By their handles, so that the same blocks in another order make the same file.
+        std::map<Handle, std::size_t> order;
+        for (std::size_t i = 0; i < document.blocks.size(); ++i)
+            order[document.blocks[i].handle] = i;
+        m_plan.blocks.resize(document.blocks.size());
+        for (const auto& [handle, i] : order) {
+            BlockPlan& plan = m_plan.blocks[i];
             plan.begin = m_plan.give();
             plan.end = m_plan.give();
             plan.entityMode = i == document.modelSpace ? 2 : i == m_plan.paperSpace ? 1 : 0;
             for (const Layout& layout : document.layouts)
-                if (layout.block == block.handle)
+                if (layout.block == handle)
                     plan.layout = layout.handle;
-            m_plan.blocks.push_back(plan);
-            m_plan.m_blocks.emplace(block.handle, i);
+            m_plan.m_blocks.emplace(handle, i);
         }
         m_plan.properties = m_plan.give();
         remember(document.layers, m_plan.m_layers);

@@ -46,17 +46,15 @@ enum ClassNumber : int {
     kWipeout,
 };
 
-/// The objects of a file, one behind another, and where each begins.
+/// The objects of a file as they stand in it: by rising handle, as readers expect them.
 struct ObjectStream {
-    std::string bytes;
-    std::map<Handle, std::uint32_t> places; ///< From the first byte of this stream.
+    std::map<Handle, std::string> records;
     int highestType = 0;
 
     void add(const Record& record)
     {
-        places[record.handle()] = static_cast<std::uint32_t>(bytes.size());
         highestType = std::max(highestType, record.type());
-        bytes += record.framed();
+        records[record.handle()] = record.framed();
     }
 };
 

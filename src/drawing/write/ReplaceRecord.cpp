@@ -194,7 +194,7 @@ Result<std::string> replacePropertiesRecord(std::string_view file, const Contain
         return Error{ErrorCode::Damaged, "section locators: none of the object map"};
     const std::size_t oldMapEnd = std::size_t{longAt(file, locator + 1)} + longAt(file, locator + 5);
     PartPlace place{static_cast<std::uint32_t>(changed.size()), 0};
-    const std::string newMap = objectMap(places, 0);
+    const std::string newMap = objectMap(places);
     place.size = static_cast<std::uint32_t>(newMap.size());
     changed += newMap;
     setLocator(changed, locator, place);

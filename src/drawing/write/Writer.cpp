@@ -34,9 +34,12 @@ std::string assembled(const Plan& plan, const ObjectStream& objects, const Write
     body += previewSection(options.preview ? &*options.preview : nullptr, previewOffset);
     add(kHeaderPart, headerSection(plan, options.properties.value_or(Properties{}), saved));
     add(kClassesPart, classesSection(objects.highestType));
-    const std::uint32_t objectsOffset = at();
-    body += objects.bytes;
-    add(kObjectMapPart, objectMap(objects.places, objectsOffset));
+    std::map<Handle, std::uint32_t> objectPlaces;
+    for (const auto& [handle, bytes] : objects.records) {
+        objectPlaces[handle] = at();
+        body += bytes;
+    }
+    add(kObjectMapPart, objectMap(objectPlaces));
     // The template stands behind the second header, which tells its place all the same.
     const std::uint32_t secondOffset = at();
     const std::string tail = templateSection(plan.document.header.measurement != 0);
@@ -64,8 +67,11 @@ Result<std::string> writeDocument(const Document& document, const WriteOptions& 
             return added.error();
     if (const auto added = addDictionaries(objects, plan, options.properties); !added)
         return added.error();
+    std::size_t size = 0;
+    for (const auto& [handle, bytes] : objects.records)
+        size += bytes.size();
     // Places in the file are numbers of 32 bits, and the object map's differences are signed.
-    if (objects.bytes.size() > 0x7F000000)
+    if (size > 0x7F000000)
         return Error{ErrorCode::TooLarge, "the drawing is larger than the format holds"};
     return assembled(plan, objects, options);
 }
