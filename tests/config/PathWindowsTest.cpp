@@ -136,9 +136,10 @@ protected:
     void open()
     {
         program->load("Zelvora");
+        ASSERT_TRUE(appears("Zelvora"));
         program->show("Newlib");
-        program->unload("Zelvora");
         ASSERT_TRUE(appears("Newlib"));
+        program->unload("Zelvora");
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         program->loaded("Newlib")->setEnabled(false);
         program->show(kWindow);
