@@ -38,7 +38,7 @@ TEST_F(OfficePrintTest, EveryDrawingOfTheSampleOfficeIsOnAPageOfItsOwn)
         const std::string told = name.toStdString();
         EXPECT_TRUE(page.whole) << told;
         EXPECT_EQ(page.pages, 1) << told;
-        const auto [shorter, longer] = std::minmax(page.millimetres.width(), page.millimetres.height());
+        const auto [shorter, longer] = std::minmax({page.millimetres.width(), page.millimetres.height()});
         EXPECT_NEAR(shorter, kA4Short, 0.5) << told;
         EXPECT_NEAR(longer, kA4Long, 0.5) << told;
         EXPECT_EQ(page.images, 0) << told;
