@@ -395,7 +395,10 @@ Result<ComPointer<IDispatch>> running(const std::string& progId)
     HRESULT result = ::GetActiveObject(*program, nullptr, found.out());
     if (SUCCEEDED(result))
         result = found->QueryInterface(IID_IDispatch, dispatch.outVoid());
-    // A program that was killed leaves its entry behind for a moment.
+    // A program that was killed leaves its entry behind for a moment: only one that answers is running.
+    UINT count = 0;
+    if (SUCCEEDED(result) && kindOf(dispatch->GetTypeInfoCount(&count)) == ErrorCode::Lost)
+        result = MK_E_UNAVAILABLE;
     if (FAILED(result))
         return comError(kindOf(result) == ErrorCode::Lost ? MK_E_UNAVAILABLE : result);
     return dispatch;

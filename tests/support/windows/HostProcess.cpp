@@ -9,6 +9,7 @@
 #include "support/TestCarrier.h"
 
 #include <chrono>
+#include <functional>
 #include <objbase.h>
 #include <set>
 #include <windows.h>
@@ -29,6 +30,16 @@ void setText(HKEY root, const std::wstring& key, const std::wstring& text)
 std::wstring hostCommand(const std::string& script)
 {
     return widePath("\"" ZELVORA_SCRIPTED_HOST "\" \"" + script + "\"");
+}
+
+/// Attaches again and again until `isEnough` of whether it went.
+void attachUntil(const std::function<bool(bool)>& isEnough)
+{
+    const std::unique_ptr<EventPump> pump = testPump();
+    const std::unique_ptr<Automation> carrier = testCarrier(*pump);
+    const auto deadline = std::chrono::steady_clock::now() + kLongestStart;
+    while (!isEnough(bool(carrier->attach(kHost))) && std::chrono::steady_clock::now() < deadline)
+        pump->wait(-1, 5);
 }
 
 } // namespace
@@ -90,12 +101,9 @@ void HostPlace::run(const std::string& script)
         return;
     ::CloseHandle(process.hThread);
     m_state->host = process.hProcess;
-    const std::unique_ptr<EventPump> pump = testPump();
-    const std::unique_ptr<Automation> carrier = testCarrier(*pump);
-    const auto deadline = std::chrono::steady_clock::now() + kLongestStart;
-    while (!carrier->attach(kHost) && ::WaitForSingleObject(m_state->host, 0) == WAIT_TIMEOUT &&
-           std::chrono::steady_clock::now() < deadline)
-        pump->wait(-1, 5);
+    attachUntil([this](bool attached) {
+        return attached || ::WaitForSingleObject(m_state->host, 0) != WAIT_TIMEOUT;
+    });
 }
 
 void HostPlace::end()
@@ -106,6 +114,8 @@ void HostPlace::end()
     ::WaitForSingleObject(m_state->host, INFINITE);
     ::CloseHandle(m_state->host);
     m_state->host = nullptr;
+    // The system still lists a program for a moment that was killed.
+    attachUntil([](bool attached) { return !attached; });
 }
 
 void HostPlace::install(const std::string& progId, const std::string& script)
