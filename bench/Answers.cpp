@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 
 #include <cctype>
+#include <cmath>
 #include <vector>
 
 namespace zv::bench {
@@ -39,6 +40,8 @@ std::optional<dwg::Point3> pointOf(const Answer& answer, const dwg::Point3& last
     dwg::Point3 point{numbers[0], numbers[1], numbers[2]};
     if (isRelative)
         point = {last.x + point.x, last.y + point.y, last.z + point.z};
+    if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z))
+        return std::nullopt;
     return point;
 }
 

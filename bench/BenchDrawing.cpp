@@ -12,8 +12,10 @@
 #include "platform/Files.h"
 #include "platform/System.h"
 #include "platform/Text.h"
+#include "platform/WithinMemory.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <span>
 
 namespace zv::bench {
@@ -21,6 +23,8 @@ namespace zv::bench {
 namespace {
 
 constexpr int kContentMark = 1, kVariableMark = 4;
+/// Places in a drawing's file are signed numbers of 32 bits.
+constexpr std::uint64_t kLargestFile = 0x7FFFFFFF;
 
 /// Puts what the model space covers, seen from above, where a drawing keeps it.
 void storeExtents(dwg::Document& document, const dwg::Document& seen)
@@ -60,12 +64,13 @@ bool isReadOnly(const std::string& path)
            std::filesystem::exists(path, failed);
 }
 
-/// The file that a link leads to, so that the link stays one.
-std::string withoutLinks(const std::string& path)
+/// Writes in the place of a file, if one is there; a link to it stays one.
+Result<void> replaced(const std::string& path, const std::string& bytes)
 {
     std::error_code failed;
     const std::filesystem::path real = std::filesystem::canonical(path, failed);
-    return failed ? path : real.string();
+    const std::string target = failed ? path : real.string();
+    return replaceFile(target, target + ".sv$", bytes);
 }
 
 } // namespace
@@ -73,6 +78,13 @@ std::string withoutLinks(const std::string& path)
 BenchDrawing::BenchDrawing(std::string title) : m_document(emptyDocument()), m_title(std::move(title))
 {
     addVariables();
+}
+
+std::string fullPath(const std::string& path)
+{
+    std::error_code failed;
+    const std::filesystem::path full = std::filesystem::absolute(path, failed);
+    return failed ? path : full.lexically_normal().string();
 }
 
 bool isSameFile(const std::string& a, const std::string& b)
@@ -83,9 +95,21 @@ bool isSameFile(const std::string& a, const std::string& b)
 
 Result<std::shared_ptr<BenchDrawing>> BenchDrawing::load(const std::string& path)
 {
-    std::shared_ptr<BenchDrawing> drawing(new BenchDrawing());
-    drawing->fileIsNow(path);
-    Result<std::string> bytes = readFile(path);
+    using Loaded = Result<std::shared_ptr<BenchDrawing>>;
+    Loaded loaded = withinMemory([&]() -> Loaded {
+        std::shared_ptr<BenchDrawing> drawing(new BenchDrawing());
+        const Result<void> read = drawing->read(path);
+        return read ? Loaded(std::move(drawing)) : read.error();
+    });
+    if (!loaded)
+        return Error{loaded.error().code, namingFile(path, loaded.error())};
+    return loaded;
+}
+
+Result<void> BenchDrawing::read(const std::string& path)
+{
+    fileIsNow(path);
+    Result<std::string> bytes = readFile(path, kLargestFile);
     if (!bytes)
         return bytes.error();
     const MemorySource source(std::as_bytes(std::span(*bytes)));
@@ -93,25 +117,35 @@ Result<std::shared_ptr<BenchDrawing>> BenchDrawing::load(const std::string& path
     if (!document)
         return document.error();
     const Result<std::optional<dwg::Properties>> properties = dwg::readProperties(source);
-    drawing->m_document = std::move(*document);
+    m_document = std::move(*document);
     if (properties && *properties)
-        drawing->m_properties = **properties;
-    drawing->m_outlook =
-        saveOutlook(*bytes, drawing->m_document, properties ? *properties : std::optional<dwg::Properties>());
-    drawing->m_preview = storedPreview(source);
-    if (drawing->m_outlook.way == SaveWay::Amended) {
-        drawing->m_file = std::move(*bytes);
-        drawing->m_fileDocument = drawing->m_document;
+        m_properties = **properties;
+    m_outlook = saveOutlook(*bytes, m_document, properties ? *properties : std::optional<dwg::Properties>());
+    m_preview = storedPreview(source);
+    if (m_outlook.way == SaveWay::Amended) {
+        m_file = std::move(*bytes);
+        m_fileDocument = m_document;
     }
-    drawing->addVariables();
-    return drawing;
+    addVariables();
+    return {};
 }
 
 void BenchDrawing::fileIsNow(const std::string& path)
 {
-    m_path = path;
-    std::error_code none;
-    m_fileTime = std::filesystem::last_write_time(path, none);
+    m_path = fullPath(path);
+    const Result<FileStamp> stamp = fileStamp(m_path);
+    m_fileStamp = stamp ? std::optional(*stamp) : std::nullopt;
+}
+
+/// Whether the file is still the one that this drawing was read from or written to.
+Result<void> BenchDrawing::checkFile() const
+{
+    if (!fileExists(m_path))
+        return Error{ErrorCode::NotFound, m_path + " is not there any more"};
+    const Result<FileStamp> stamp = fileStamp(m_path);
+    if (stamp && m_fileStamp && *stamp == *m_fileStamp)
+        return {};
+    return Error{ErrorCode::Busy, m_path + " was changed by another program meanwhile"};
 }
 
 bool BenchDrawing::isFileReadOnly() const
@@ -292,31 +326,28 @@ Result<void> BenchDrawing::save()
 {
     if (m_path.empty())
         return Error{ErrorCode::NotFound, "The drawing has no name yet"};
+    if (const Result<void> same = checkFile(); !same)
+        return same;
     if (!isModified())
         return {};
-    if (!fileExists(m_path))
-        return Error{ErrorCode::NotFound, m_path + " is not there any more"};
     if (isFileReadOnly())
         return Error{ErrorCode::Denied, m_path + " is read-only"};
-    std::error_code none;
-    if (std::filesystem::last_write_time(m_path, none) != m_fileTime)
-        return Error{ErrorCode::Busy, m_path + " was changed by another program meanwhile"};
     if (m_outlook.way == SaveWay::NewFile) {
         if (unsavedMarks() != 0)
             return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
         return savePropertiesOnly();
     }
-    return writeTo(m_path);
+    return writeTo(m_path, true);
 }
 
-Result<void> BenchDrawing::saveAs(const std::string& path)
+Result<void> BenchDrawing::saveAs(const std::string& path, bool mayReplace)
 {
     const bool isOwn = !m_path.empty() && isSameFile(path, m_path);
     if (isOwn && m_outlook.way == SaveWay::NewFile)
         return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
-    if (isReadOnly(path))
+    if (mayReplace && isReadOnly(path))
         return Error{ErrorCode::Denied, path + " is read-only"};
-    return writeTo(path);
+    return writeTo(path, mayReplace);
 }
 
 std::vector<std::string> BenchDrawing::lossOfSaving(const std::string& path) const
@@ -339,7 +370,7 @@ Result<std::string> BenchDrawing::wholeFile(const dwg::Document& document)
     return dwg::writeDocument(document, options);
 }
 
-Result<void> BenchDrawing::writeTo(const std::string& path)
+Result<void> BenchDrawing::writeTo(const std::string& path, bool mayReplace)
 {
     finishChange();
     const dwg::Document* const kept = m_fileDocument ? &*m_fileDocument : nullptr;
@@ -364,8 +395,7 @@ Result<void> BenchDrawing::writeTo(const std::string& path)
     }
     if (!bytes)
         return bytes.error();
-    const std::string target = withoutLinks(path);
-    if (const Result<void> written = replaceFile(target, target + ".new", *bytes); !written)
+    if (const Result<void> written = mayReplace ? replaced(path, *bytes) : createFile(path, *bytes); !written)
         return written;
     if (m_outlook.way == SaveWay::NewFile) {
         m_outlook = {};
@@ -398,8 +428,7 @@ Result<void> BenchDrawing::savePropertiesOnly()
     const Result<std::string> bytes = dwg::replaceProperties(*old, m_properties);
     if (!bytes)
         return bytes.error();
-    const std::string target = withoutLinks(m_path);
-    if (const Result<void> written = replaceFile(target, target + ".new", *bytes); !written)
+    if (const Result<void> written = replaced(m_path, *bytes); !written)
         return written;
     fileIsNow(m_path);
     m_propertiesChanged = false;

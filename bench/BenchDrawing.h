@@ -7,9 +7,9 @@
 
 #include "drawing/Document.h"
 #include "drawing/preview/Preview.h"
+#include "platform/Files.h"
 #include "platform/Result.h"
 
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -69,13 +69,14 @@ public:
     using PreviewPainter = std::function<std::optional<dwg::Pixels>(const dwg::Document&)>;
     PreviewPainter paintPreview;
 
-    /// Saves under its own name. Errors: NotFound, it has no name, or its file is gone; Denied, its file may
-    /// not be written; Busy, another program has changed the file since; Unsupported, the file cannot be
-    /// written by this program; Failed.
+    /// Saves under its own name what is not saved yet. Errors: NotFound, it has no name, or its file is gone;
+    /// Busy, another program has changed the file since; Denied, its file may not be written; Unsupported,
+    /// the file cannot be written by this program; Failed.
     Result<void> save();
-    /// Saves under `path`, from then on its own name. Errors: Denied, Failed, and Unsupported where the
-    /// drawing's own file is meant that cannot be written.
-    Result<void> saveAs(const std::string& path);
+    /// Saves under `path`, from then on its own name. Errors: Busy, a file is there that is not to be
+    /// replaced; Denied, Failed, and Unsupported where the drawing's own file is meant that cannot be
+    /// written.
+    Result<void> saveAs(const std::string& path, bool mayReplace = true);
     Result<void> save(const std::string& path) { return path.empty() ? save() : saveAs(path); }
     /// What a file under this name would not have of the drawing; it goes with the next saving there.
     std::vector<std::string> lossOfSaving(const std::string& path) const;
@@ -93,6 +94,7 @@ private:
         AutomationValue before, after;
         int marks = 0; ///< What of DBMOD it sets.
     };
+    Result<void> read(const std::string& path);
     void addVariables();
     dwg::HeaderVariables keptVariables() const;
     int unsavedMarks() const;
@@ -100,7 +102,8 @@ private:
     void push(UndoStep step);
     void apply(const UndoStep& step, bool back);
     void fileIsNow(const std::string& path);
-    Result<void> writeTo(const std::string& path);
+    Result<void> checkFile() const;
+    Result<void> writeTo(const std::string& path, bool mayReplace);
     Result<std::string> wholeFile(const dwg::Document& document);
     Result<void> savePropertiesOnly();
 
@@ -112,8 +115,8 @@ private:
     SaveOutlook m_outlook;
     std::string m_file;                          ///< The bytes of a file of which only records are replaced.
     std::optional<dwg::Document> m_fileDocument; ///< What those hold.
-    std::filesystem::file_time_type m_fileTime{};
-    std::optional<dwg::Pixels> m_preview; ///< That the file has.
+    std::optional<FileStamp> m_fileStamp;        ///< As it was read or written.
+    std::optional<dwg::Pixels> m_preview;        ///< That the file has.
     bool m_propertiesChanged = false;
     int m_revision = 0;
     XrefFiles m_xrefFiles;
@@ -126,6 +129,8 @@ private:
     std::map<dwg::Handle, std::string> m_blockSources;
 };
 
+/// The same file as a path that holds wherever it is used.
+std::string fullPath(const std::string& path);
 /// Whether both paths are one file, whatever they look like.
 bool isSameFile(const std::string& a, const std::string& b);
 

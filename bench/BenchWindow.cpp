@@ -47,6 +47,21 @@ constexpr const char *kApplication = "zelvora-bench", *kSection = "Window";
 constexpr int kHistoryLines = 5000;
 constexpr int kNarrowestLine = 120; ///< Room for an answer beside a long prompt.
 
+/// Other programs' texts may be of any length, and laying out a line of millions of letters takes minutes.
+QString shortened(const QString& text)
+{
+    constexpr qsizetype kMost = 2000;
+    return text.size() <= kMost ? text : text.left(kMost) + QStringLiteral("...");
+}
+
+/// A tool tip of a text in which "<b>" is no markup.
+QString plainTip(const QString& text)
+{
+    return Qt::mightBeRichText(text)
+               ? QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped())
+               : text;
+}
+
 /// Counts a dialog for as long as it stands.
 class DialogMark {
 public:
@@ -124,7 +139,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
         if (index < 0 || index >= int(m_workshop.drawings().size()))
             return;
         const auto drawing = m_workshop.drawings()[std::size_t(index)];
-        if (drawing == m_workshop.active() && !m_commandLine.isIdle())
+        if (!m_commandLine.isIdle())
             m_commandLine.cancel();
         closeDrawing(m_workshop, drawing);
     });
@@ -132,8 +147,12 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
         Coordinates->setText(QStringLiteral("%1, %2").arg(x, 0, 'f', 4).arg(y, 0, 'f', 4));
     });
     connect(Drawings, &QTabBar::currentChanged, this, [this](int index) {
-        if (!m_fillingTabs && index >= 0 && index < int(m_workshop.drawings().size()))
-            m_workshop.activate(m_workshop.drawings()[std::size_t(index)]);
+        if (m_fillingTabs || index < 0 || index >= int(m_workshop.drawings().size()))
+            return;
+        // What is picked in one drawing must not be drawn in another.
+        if (!m_commandLine.isIdle())
+            m_commandLine.cancel();
+        m_workshop.activate(m_workshop.drawings()[std::size_t(index)]);
     });
     m_line->setFocus();
     showPrompt();
@@ -141,7 +160,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
 
 void BenchWindow::write(const std::string& line)
 {
-    History->appendPlainText(toText(line));
+    History->appendPlainText(shortened(toText(line)));
 }
 
 void BenchWindow::zoom(const ZoomRequest& request)
@@ -172,12 +191,12 @@ void BenchWindow::fillTabs()
                                : drawing.isFileReadOnly() ? tr(" (read-only)")
                                                           : QString());
         if (index == Drawings->count())
-            Drawings->addTab(title);
-        Drawings->setTabText(index, title);
+            Drawings->addTab({});
+        Drawings->setTabText(index, QString(title).replace(QLatin1Char('&'), QLatin1String("&&")));
         QString tip = toText(drawing.path());
         if (isSealed)
             tip += tr("\nThis file cannot be written: %1.").arg(toText(outlook.reason));
-        Drawings->setTabToolTip(index, tip);
+        Drawings->setTabToolTip(index, plainTip(tip));
         if (drawings[std::size_t(index)] == m_workshop.active())
             Drawings->setCurrentIndex(index);
     }
@@ -190,15 +209,19 @@ std::string BenchWindow::chooseFile(bool toSave, const std::string& suggested)
     const DialogMark mark(m_dialogs);
     const QString filter = tr("Drawings (*.dwg *.DWG)");
     const QFileInfo wanted(toText(suggested));
-    QString start = m_lastFolder.isEmpty() ? wanted.absolutePath() : m_lastFolder;
+    QFileDialog dialog(this, toSave ? tr("Save Drawing As") : tr("Select File"),
+                       m_lastFolder.isEmpty() ? wanted.absolutePath() : m_lastFolder, filter);
+    dialog.setAcceptMode(toSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(toSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // The dialog asks about the file that is meant, also where its ending is not typed.
+    dialog.setDefaultSuffix(QStringLiteral("dwg"));
     if (!suggested.empty())
-        start += QLatin1Char('/') + wanted.fileName();
-    const QString path = toSave ? QFileDialog::getSaveFileName(this, tr("Save Drawing As"), start, filter)
-                                : QFileDialog::getOpenFileName(this, tr("Select File"), start, filter);
-    if (!path.isEmpty()) {
-        m_lastFolder = QFileInfo(path).absolutePath();
-        setSettingsValue(kApplication, kSection, "folder", toBytes(m_lastFolder));
-    }
+        dialog.selectFile(wanted.fileName());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return {};
+    const QString path = dialog.selectedFiles().front();
+    m_lastFolder = QFileInfo(path).absolutePath();
+    setSettingsValue(kApplication, kSection, "folder", toBytes(m_lastFolder));
     return toBytes(path);
 }
 
@@ -214,6 +237,7 @@ BenchWindow::Keep BenchWindow::askToKeep(const std::vector<std::string>& titles)
                           : tr("These drawings are not saved:\n\n%1").arg(names.join(QLatin1Char('\n'))),
                     QMessageBox::NoButton, this);
     box.setObjectName(QStringLiteral("KeepDrawings"));
+    box.setTextFormat(Qt::PlainText);
     const auto* const save = box.addButton(isOne ? tr("&Save") : tr("&Save all"), QMessageBox::AcceptRole);
     const auto* const discard = box.addButton(tr("&Don't save"), QMessageBox::DestructiveRole);
     auto* const cancel = box.addButton(QMessageBox::Cancel);
@@ -227,6 +251,18 @@ BenchWindow::Keep BenchWindow::askToKeep(const std::vector<std::string>& titles)
     return box.clickedButton() == save      ? Keep::Save
            : box.clickedButton() == discard ? Keep::Discard
                                             : Keep::Cancel;
+}
+
+bool BenchWindow::agrees(const std::string& question, const std::string& yes)
+{
+    const DialogMark mark(m_dialogs);
+    QMessageBox box(QMessageBox::Question, tr("Zelvora Bench"), toText(question), QMessageBox::Cancel, this);
+    box.setObjectName(QStringLiteral("Agree"));
+    box.setTextFormat(Qt::PlainText);
+    const auto* const agreed = box.addButton(toText(yes), QMessageBox::AcceptRole);
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == agreed;
 }
 
 std::optional<dwg::Pixels> BenchWindow::paintPreview(const dwg::Document& document)
@@ -332,6 +368,16 @@ void BenchWindow::keyPressEvent(QKeyEvent* event)
 
 bool BenchWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::ShortcutOverride && m_line->text().isEmpty()) {
+        // With nothing typed to take back, the keys mean the drawing.
+        const QKeySequence keys(static_cast<QKeyEvent*>(event)->keyCombination());
+        for (const char* name : {"U", "REDO"}) {
+            if (findChild<QAction*>(QLatin1String(name))->shortcuts().contains(keys)) {
+                event->ignore();
+                return true;
+            }
+        }
+    }
     if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
     switch (static_cast<QKeyEvent*>(event)->key()) {
@@ -384,10 +430,12 @@ void BenchWindow::makeMenus()
             QAction* const action = menu->addAction(entry.caption, entry.keys);
             action->setObjectName(QLatin1String(entry.name));
             const std::string command = entry.name;
-            // A command from the menu takes over, as Esc and its name typed would.
+            // A command from the menu takes over, as Esc and its name typed would; what is an option of the
+            // command that runs is that.
             connect(action, &QAction::triggered, this, [this, command] {
                 m_line->clear();
-                m_commandLine.cancel();
+                if (command != "U" || m_commandLine.prompt().text.find("[Undo]") == std::string::npos)
+                    m_commandLine.cancel();
                 m_commandLine.type(command + "\r");
                 m_line->setFocus();
             });
@@ -403,6 +451,8 @@ void BenchWindow::makeMenus()
     add(tr("&Edit"), {{"U", tr("&Undo"), QKeySequence::Undo},
                       {"REDO", tr("&Redo"), QKeySequence::Redo},
                       {"ERASE", tr("&Erase"), {}}});
+    findChild<QAction*>(QStringLiteral("REDO"))
+        ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(QKeySequence::Redo)});
     add(tr("&View"), {{"ZOOM\rE", tr("Zoom to &Whole Drawing"), {}}, {"REGEN", tr("&Regenerate"), {}}});
     add(tr("&Help"), {{"HELP", tr("&Commands"), QKeySequence::HelpContents}});
 }
@@ -429,8 +479,8 @@ void BenchWindow::rememberPlace()
 void BenchWindow::showPrompt()
 {
     const Prompt prompt = m_commandLine.prompt();
-    m_prompt->setText(toText(prompt.text));
-    m_prompt->setToolTip(m_prompt->text());
+    m_prompt->setText(shortened(toText(prompt.text)));
+    m_prompt->setToolTip(plainTip(m_prompt->text()));
     m_canvas->show(m_workshop.active());
     m_canvas->setPrompt(prompt);
 }

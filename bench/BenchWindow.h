@@ -32,6 +32,7 @@ public:
     void refresh() override;
     std::string chooseFile(bool toSave, const std::string& suggested) override;
     Keep askToKeep(const std::vector<std::string>& titles) override;
+    bool agrees(const std::string& question, const std::string& yes) override;
     std::optional<dwg::Pixels> paintPreview(const dwg::Document& document) override;
     bool editProperties(dwg::Properties& properties) override;
     double pickRadius() const override;

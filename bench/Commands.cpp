@@ -138,6 +138,8 @@ std::string expectation(const Prompt& prompt)
     }
     if (prompt.text.find('[') != std::string::npos)
         wanted.push_back("a word in the brackets");
+    if (prompt.text.ends_with("<N>"))
+        wanted.push_back("Y or N");
     std::string text;
     for (const std::string& each : wanted)
         text += (text.empty() ? "Expected: " : &each == &wanted.back() ? " or " : ", ") + each;

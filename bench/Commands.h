@@ -20,8 +20,8 @@ std::unique_ptr<Command> makeSetVariable(const std::string& variable, Workshop& 
 
 /// Closes a drawing; one that is not saved only as the user says. False when it stays open.
 bool closeDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing);
-/// Saves a drawing without asking at the command line; a new one under a name that the user chooses in a
-/// dialog. False, and the reason told, when it is not saved.
+/// Saves a drawing with its questions in dialogs; a new one, and one that cannot be saved as it is, under a
+/// name that the user chooses. False when it is not saved.
 bool keepDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing);
 
 /// A command without prompts.

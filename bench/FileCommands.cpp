@@ -22,11 +22,19 @@ void openPath(Workshop& workshop, const std::string& path)
         workshop.front().write(opened.error().text);
 }
 
+/// The file of a typed name; the name itself where there is none, for the message.
+std::string meantFile(Workshop& workshop, const std::string& typed)
+{
+    const std::string found =
+        findDrawingFile(typed, workshop.active() ? workshop.active()->path() : std::string());
+    return found.empty() || typed.empty() ? typed : found;
+}
+
 void editProperties(Workshop& workshop)
 {
     dwg::Properties properties = workshop.active()->properties();
     const std::shared_ptr<BenchDrawing> drawing = workshop.active();
-    if (workshop.front().editProperties(properties))
+    if (workshop.front().editProperties(properties) && properties != drawing->properties())
         drawing->setProperties(std::move(properties));
 }
 
@@ -39,7 +47,8 @@ std::unique_ptr<Command> makeOpen(Workshop& workshop)
     }
     return std::make_unique<QuestionCommand>(
         Prompt{"Enter name of drawing to open:", true, false, {}}, [&workshop](const Answer& answer) {
-            openPath(workshop, answer.text == "~" ? workshop.front().chooseFile(false, {}) : answer.text);
+            openPath(workshop, answer.text == "~" ? workshop.front().chooseFile(false, {})
+                                                  : meantFile(workshop, answer.text));
             return Step::Done;
         });
 }

@@ -1,7 +1,11 @@
 #include "FindFile.h"
 
+#include "BenchDrawing.h"
+
 #include "platform/Files.h"
 #include "platform/Text.h"
+
+#include <filesystem>
 
 namespace zv::bench {
 
@@ -38,6 +42,12 @@ std::string findDrawingFile(const std::string& typed, const std::string& drawing
         }
     }
     return {};
+}
+
+std::string besideDrawing(const std::string& typed, const std::string& drawing)
+{
+    const bool isFull = std::filesystem::path(typed).is_absolute();
+    return fullPath(isFull ? typed : folderPart(drawing) + typed);
 }
 
 std::string findXrefFile(const std::string& path, const std::string& drawing)

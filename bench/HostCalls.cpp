@@ -42,18 +42,35 @@ HostObjects::Reply HostObjects::call(const Object& object, const std::string& na
     return unknownName(name);
 }
 
+/// A command goes on in the drawing in which it was begun, so it ends before another one than `next` takes
+/// that drawing's place in sight.
+void HostObjects::leave(const std::shared_ptr<BenchDrawing>& next)
+{
+    if (m_program.workshop.active() != next && !m_program.commandLine.isIdle())
+        m_program.commandLine.cancel();
+}
+
+void HostObjects::show(const Object& object)
+{
+    leave(object.drawing);
+    m_program.workshop.activate(object.drawing);
+}
+
 HostObjects::Reply HostObjects::callDocuments(const std::string& name, const Arguments& arguments)
 {
     const wire::Value* const first = argument(arguments, 0);
     if (name == "ADD") {
         if (const auto unsaved = m_program.workshop.unsavedBeforeNext())
             return failed(unsaved->title() + " is not saved, and only one drawing can be open");
+        leave(nullptr);
         return give({Kind::Document, m_program.workshop.add(), 0});
     }
     if (name == "OPEN") {
         if (argument<std::string>(arguments, 0) == nullptr)
             return badArgument("Open takes a path");
-        const auto opened = m_program.workshop.open(textOf(*first));
+        const std::string path = textOf(*first);
+        leave(m_program.workshop.drawingOf(path));
+        const auto opened = m_program.workshop.open(path);
         if (!opened)
             return failed(opened.error().text);
         return give({Kind::Document, *opened, 0});
@@ -82,7 +99,7 @@ HostObjects::Reply HostObjects::callDocument(const Object& object, const std::st
         const auto* const text = argument<std::string>(arguments, 0);
         if (text == nullptr)
             return badArgument("SendCommand takes a text");
-        m_program.workshop.activate(object.drawing);
+        show(object);
         m_program.commandLine.type(wire::receivedText(*text));
         return wire::Value();
     }
@@ -94,7 +111,7 @@ HostObjects::Reply HostObjects::callDocument(const Object& object, const std::st
         return saved;
     }
     if (name == "ACTIVATE") {
-        m_program.workshop.activate(object.drawing);
+        show(object);
         return wire::Value();
     }
     return unknownName(name);
@@ -206,7 +223,7 @@ HostObjects::Reply HostObjects::askPoint(const Object& object, const Arguments& 
         base = pointOf(*point);
         prompt.rubberFrom = base;
     }
-    m_program.workshop.activate(object.drawing);
+    show(object);
     const auto take = [finish, base](const Answer& answer) {
         const auto point = bench::pointOf(answer, base);
         if (!point)
@@ -223,7 +240,7 @@ HostObjects::Reply HostObjects::askText(const Object& object, const Arguments& a
 {
     const bool* const blanks = argument<bool>(arguments, 0);
     const bool takesBlanks = blanks != nullptr && *blanks;
-    m_program.workshop.activate(object.drawing);
+    show(object);
     const auto take = [finish](const Answer& answer) {
         finish(textValue(answer.text));
         return Step::Done;

@@ -150,7 +150,7 @@ HostObjects::Reply HostObjects::getDocument(const Object& object, const std::str
     if (name == "SAVED")
         return wire::Value(!drawing.isModified());
     if (name == "READONLY")
-        return wire::Value(false);
+        return wire::Value(!drawing.path().empty() && drawing.isFileReadOnly());
     if (name == "ACTIVE")
         return wire::Value(m_program.workshop.active() == object.drawing);
     if (name == "APPLICATION")

@@ -83,6 +83,8 @@ private:
     Reply askPoint(const Object& object, const Arguments& arguments, const Finish& finish);
     Reply askText(const Object& object, const Arguments& arguments, const Finish& finish);
     void ask(Prompt prompt, std::function<Step(const Answer&)> take, const Finish& finish);
+    void leave(const std::shared_ptr<BenchDrawing>& next);
+    void show(const Object& object);
     Reply items(const Object& object);
     wire::Value give(Object object);
     bool isOpen(const Object& object) const;

@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <algorithm>
 #include <vector>
@@ -33,6 +34,9 @@ private:
 /// One connection.
 class HostServer::Doors::Client : public std::enable_shared_from_this<Client> {
 public:
+    static constexpr std::size_t kMostAhead = std::size_t{1024} * 1024;
+    static constexpr int kMostAtOnce = 100;
+
     Client(std::unique_ptr<LineChannel> channel, Doors& doors)
         : m_channel(std::move(channel)), m_doors(doors),
           m_objects(std::make_unique<HostObjects>(doors.m_program)),
@@ -57,23 +61,47 @@ private:
     void readyRead()
     {
         m_channel->readAvailable();
+        // One that asks on and on and waits for no answer is no client.
+        if (m_answering && m_channel->unread() > kMostAhead)
+            m_channel->end();
+        takeRequests();
+    }
+    /// One after the other: what is asked while an answer still waits for the user has its turn after that.
+    void takeRequests()
+    {
         std::string line;
-        while (m_channel->nextLine(line)) {
+        int taken = 0;
+        while (taken < kMostAtOnce && !m_answering && m_channel->nextLine(line)) {
             const std::optional<wire::Request> request = wire::readRequest(line);
             if (!request) {
                 m_channel->end();
                 break;
             }
+            ++taken;
+            m_answering = m_handling = true;
             m_objects->handle(*request, [self = weak_from_this()](const wire::Answer& answer) {
                 if (const auto client = self.lock())
                     client->respond(answer);
             });
+            m_handling = false;
         }
-        if (m_channel->ended()) {
-            m_notifier.setEnabled(false);
-            m_room.setEnabled(false);
-            m_doors.remove(this);
-        }
+        const bool hasMore = taken == kMostAtOnce && !m_answering;
+        if (hasMore)
+            takeMore();
+        const bool ended = m_channel->ended() && !hasMore;
+        m_notifier.setEnabled(!ended && !hasMore);
+        if (!ended)
+            return;
+        m_room.setEnabled(false);
+        m_doors.remove(this);
+    }
+    /// When the window has had its turn.
+    void takeMore()
+    {
+        QTimer::singleShot(0, &m_doors, [self = weak_from_this()] {
+            if (const auto client = self.lock())
+                client->takeRequests();
+        });
     }
     /// A client that does not read must not hold the program up: its answers wait until there is room. The
     /// channel of one that never reads ends, which is then seen as something to read.
@@ -81,6 +109,10 @@ private:
     {
         m_channel->queue(writeLine(answer));
         m_room.setEnabled(m_channel->hasWaiting());
+        m_answering = false;
+        // Not from within the command that has given the answer.
+        if (!m_handling)
+            takeMore();
     }
     void sendWaiting()
     {
@@ -93,6 +125,8 @@ private:
     std::unique_ptr<HostObjects> m_objects;
     QSocketNotifier m_notifier; ///< Of what comes in.
     QSocketNotifier m_room;     ///< For what waits to go out.
+    bool m_answering = false;   ///< An answer is owed,
+    bool m_handling = false;    ///< and just now worked out.
 };
 
 Result<void> HostServer::Doors::open(const std::string& progId)

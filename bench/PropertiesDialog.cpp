@@ -51,22 +51,37 @@ PropertiesDialog::PropertiesDialog(const dwg::Properties& properties, QWidget* p
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     form->addRow(buttons);
+    m_shown = typed();
 }
 
+/// What was not touched stays as it was, with line ends and whatever else the fields show otherwise.
 dwg::Properties PropertiesDialog::properties() const
 {
+    const dwg::Properties now = typed();
     dwg::Properties changed = m_properties;
-    changed.title = taken(Title->text());
-    changed.subject = taken(Subject->text());
-    changed.author = taken(Author->text());
-    changed.keywords = taken(Keywords->text());
-    changed.comments = taken(Comments->toPlainText());
-    changed.custom.clear();
+    for (const auto field : {&dwg::Properties::title, &dwg::Properties::subject, &dwg::Properties::author,
+                             &dwg::Properties::keywords, &dwg::Properties::comments}) {
+        if (now.*field != m_shown.*field)
+            changed.*field = now.*field;
+    }
+    if (now.custom != m_shown.custom)
+        changed.custom = now.custom;
+    return changed;
+}
+
+dwg::Properties PropertiesDialog::typed() const
+{
+    dwg::Properties now;
+    now.title = taken(Title->text());
+    now.subject = taken(Subject->text());
+    now.author = taken(Author->text());
+    now.keywords = taken(Keywords->text());
+    now.comments = taken(Comments->toPlainText());
     const QStringList lines = Custom->toPlainText().split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& line : lines)
-        changed.custom.emplace_back(taken(line.section(QLatin1Char('='), 0, 0)),
-                                    taken(line.section(QLatin1Char('='), 1)));
-    return changed;
+        now.custom.emplace_back(taken(line.section(QLatin1Char('='), 0, 0)),
+                                taken(line.section(QLatin1Char('='), 1)));
+    return now;
 }
 
 } // namespace zv::bench

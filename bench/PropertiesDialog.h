@@ -18,7 +18,10 @@ public:
     dwg::Properties properties() const;
 
 private:
+    dwg::Properties typed() const;
+
     dwg::Properties m_properties;
+    dwg::Properties m_shown; ///< What the fields tell of it while nobody has typed there.
     QLineEdit* Title;
     QLineEdit* Subject;
     QLineEdit* Author;

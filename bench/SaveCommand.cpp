@@ -9,6 +9,8 @@ namespace zv::bench {
 
 namespace {
 
+constexpr const char* kReplaceQuestion = " already exists. Do you want to replace it?";
+
 std::string withEnding(std::string path)
 {
     const std::string stem = fileStem(path);
@@ -42,7 +44,7 @@ public:
         case Stage::Name:
             return {"Save drawing as:", true, false, {}};
         case Stage::Replace:
-            return {m_path + " already exists. Do you want to replace it? <N>", false, false, {}};
+            return {m_path + kReplaceQuestion + " <N>", false, false, {}};
         case Stage::Loss:
             break;
         }
@@ -60,8 +62,10 @@ public:
             m_underNewName = true;
             return askName();
         case Stage::Replace:
+            m_mayReplace = true;
             return askLoss();
         default:
+            m_mayLose = true;
             return save();
         }
     }
@@ -74,21 +78,28 @@ private:
         m_stage = Stage::Name;
         return m_workshop.variables().whole("FILEDIA") != 0 ? choose() : Step::More;
     }
-    /// The dialog asks by itself before it names a file that is there.
+    /// The dialog asks by itself before it gives the name of a file that is there.
     Step choose()
     {
         const std::string suggested = m_drawing->path().empty() ? m_drawing->title() : m_drawing->path();
-        m_path = withEnding(m_workshop.front().chooseFile(true, suggested));
-        if (m_path.empty())
-            return notSaved();
-        return isTaken() ? notSaved() : askLoss();
+        const std::string chosen = m_workshop.front().chooseFile(true, suggested);
+        m_mayReplace = withEnding(chosen) == chosen;
+        return take(chosen);
     }
     Step named(const std::string& name)
     {
+        m_mayReplace = false;
+        return take(name.empty() ? name : besideDrawing(name, m_drawing->path()));
+    }
+    Step take(const std::string& name)
+    {
         m_path = withEnding(name);
-        if (m_path.empty() || isTaken())
-            return notSaved();
-        if (!fileExists(m_path))
+        m_mayLose = false;
+        return m_path.empty() || isTaken() ? notSaved() : askReplace();
+    }
+    Step askReplace()
+    {
+        if (m_mayReplace || !fileExists(m_path))
             return askLoss();
         m_stage = Stage::Replace;
         return Step::More;
@@ -104,7 +115,7 @@ private:
     Step askLoss()
     {
         const std::vector<std::string> loss = m_drawing->lossOfSaving(m_path);
-        if (loss.empty() || (!m_drawing->isModified() && !m_underNewName))
+        if (m_mayLose || loss.empty() || (!m_drawing->isModified() && !m_underNewName))
             return save();
         m_workshop.front().write(m_path + " would not have:");
         for (const std::string& each : loss)
@@ -116,11 +127,13 @@ private:
     {
         const bool isNewKind = m_drawing->outlook().way == SaveWay::NewFile;
         const bool isWhole = m_drawing->lossOfSaving(m_path).empty();
-        const Result<void> saved = m_underNewName ? m_drawing->saveAs(m_path) : m_drawing->save();
+        const Result<void> saved =
+            m_underNewName ? m_drawing->saveAs(m_path, m_mayReplace) : m_drawing->save();
+        // Another program may have made the file while a question stood.
+        if (!saved && m_underNewName && saved.error().code == ErrorCode::Busy && !m_mayReplace)
+            return askReplace();
         if (!saved) {
             m_workshop.front().write("Not saved: " + saved.error().text + ".");
-            if (m_underNewName || saved.error().code == ErrorCode::Failed)
-                return Step::Done;
             m_stage = Stage::Offer;
             return Step::More;
         }
@@ -141,6 +154,8 @@ private:
     bool m_underNewName;
     Stage m_stage = Stage::Name;
     std::string m_path;
+    bool m_mayReplace = false; ///< The user has agreed to replace the file that is there,
+    bool m_mayLose = false;    ///< or to what it would not have.
 };
 
 } // namespace
@@ -150,25 +165,48 @@ std::unique_ptr<Command> makeSaveCommand(bool underNewName, Workshop& workshop)
     return std::make_unique<SaveCommand>(underNewName, workshop);
 }
 
+namespace {
+
+/// The name that the drawing is to be saved under, another one than its own; empty when the user says no.
+std::string chooseName(Workshop& workshop, const BenchDrawing& drawing)
+{
+    BenchFront& front = workshop.front();
+    const std::string chosen =
+        front.chooseFile(true, drawing.path().empty() ? drawing.title() : drawing.path());
+    const std::string path = withEnding(chosen);
+    const bool isAsked = path == chosen || !fileExists(path);
+    return isAsked || front.agrees(path + kReplaceQuestion, "&Replace") ? path : std::string();
+}
+
+bool agreesToLoss(Workshop& workshop, const BenchDrawing& drawing, const std::string& path)
+{
+    const std::vector<std::string> loss = drawing.lossOfSaving(path);
+    return loss.empty() ||
+           workshop.front().agrees(path + " would not have:\n\n" + joined(loss), "&Save all the same");
+}
+
+} // namespace
+
 bool keepDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing)
 {
-    const bool isNew = drawing->path().empty();
-    std::string path = drawing->path();
-    if (isNew)
-        path = withEnding(workshop.front().chooseFile(true, drawing->title()));
-    if (path.empty())
-        return false;
-    const std::vector<std::string> loss = drawing->lossOfSaving(path);
-    Result<void> saved;
-    if (const auto other = workshop.drawingOf(path); other && other != drawing)
-        saved = Error{ErrorCode::Busy, path + " is open in another tab"};
-    else if (!loss.empty())
-        saved = Error{ErrorCode::Unsupported, path + " would not have: " + joined(loss)};
-    else
-        saved = isNew ? drawing->saveAs(path) : drawing->save();
-    if (!saved)
-        workshop.front().write("Not saved: " + saved.error().text + ". SAVEAS saves under another name.");
-    return saved.ok();
+    bool isOwn = !drawing->path().empty();
+    std::string path = isOwn ? drawing->path() : chooseName(workshop, *drawing);
+    while (!path.empty() && agreesToLoss(workshop, *drawing, path)) {
+        Result<void> saved;
+        if (const auto other = workshop.drawingOf(path); other && other != drawing)
+            saved = Error{ErrorCode::Busy, path + " is open in another tab"};
+        else
+            saved = isOwn ? drawing->save() : drawing->saveAs(path);
+        if (saved)
+            return true;
+        workshop.front().write("Not saved: " + saved.error().text + ".");
+        if (!workshop.front().agrees(drawing->title() + " was not saved:\n\n" + saved.error().text + ".",
+                                     "Save &As..."))
+            return false;
+        isOwn = false;
+        path = chooseName(workshop, *drawing);
+    }
+    return false;
 }
 
 bool closeDrawing(Workshop& workshop, const std::shared_ptr<BenchDrawing>& drawing)

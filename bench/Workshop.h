@@ -32,6 +32,8 @@ public:
     enum class Keep { Save, Discard, Cancel };
     /// Asks what is to become of drawings, by their titles, that are not saved and about to be closed.
     virtual Keep askToKeep(const std::vector<std::string>& titles) = 0;
+    /// Tells the user something and asks whether to do what `yes` says; its ready answer is no.
+    virtual bool agrees(const std::string& question, const std::string& yes) = 0;
     /// The picture that a saved file carries; none leaves the file the one that it has.
     virtual std::optional<dwg::Pixels> paintPreview(const dwg::Document&) { return std::nullopt; }
     /// Lets the user change the properties; false when he says no.

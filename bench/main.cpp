@@ -1,13 +1,14 @@
 #include "BenchWindow.h"
+#include "HandOver.h"
 #include "HostServer.h"
 
 #include "controls/ProgramStyle.h"
-#include "platform/Automation.h"
 #include "platform/HostEvents.h"
 #include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QSocketNotifier>
 
 #include <cstdio>
@@ -15,21 +16,25 @@
 
 namespace {
 
-/// Lets a bench that runs already open the drawing and come to the front; false when none runs.
-bool handedOver(const std::string& drawing)
+/// A second start may come from where nobody reads what it writes.
+void tell(const std::string& problem)
 {
-    zv::PlainEventPump pump;
-    const auto automation = zv::systemAutomation(pump);
-    const auto running = automation->attach(zv::bench::HostServer::names().front());
-    if (!running)
+    std::fprintf(stderr, "zelvora-bench: %s\n", problem.c_str());
+    QMessageBox box(QMessageBox::Warning, QStringLiteral("Zelvora Bench"), zv::toText(problem));
+    box.setObjectName(QStringLiteral("Problem"));
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+/// Whether a bench that runs already has taken the start over; `status` is then that of this program.
+bool isHandedOver(const std::string& drawing, int& status)
+{
+    const zv::Result<void> done = zv::bench::handOver(zv::bench::HostServer::names().front(), drawing);
+    if (!done && done.error().code == zv::ErrorCode::NotFound)
         return false;
-    static_cast<void>((*running)->set("Visible", true));
-    const auto documents = zv::asObject((*running)->get("Documents"));
-    if (documents && !drawing.empty()) {
-        const auto opened = (*documents)->call("Open", {drawing});
-        if (!opened)
-            std::fprintf(stderr, "zelvora-bench: %s\n", opened.error().text.c_str());
-    }
+    status = done ? 0 : 1;
+    if (!done)
+        tell(drawing.empty() ? done.error().text : drawing + " was not opened: " + done.error().text);
     return true;
 }
 
@@ -48,8 +53,9 @@ int main(int argc, char** argv)
     arguments.removeAll(QStringLiteral("-Embedding"));
     const std::string drawing =
         arguments.size() > 1 ? zv::toBytes(QFileInfo(arguments[1]).absoluteFilePath()) : std::string();
-    if (handedOver(drawing))
-        return 0;
+    int status = 0;
+    if (isHandedOver(drawing, status))
+        return status;
     zv::bench::BenchWindow window;
     zv::bench::HostServer server({window.workshop(), window.commandLine(), window});
     const std::vector<std::string> names = zv::bench::HostServer::names();
@@ -59,8 +65,12 @@ int main(int argc, char** argv)
         if (!listening && name != names.front() && listening.error().code == zv::ErrorCode::Denied) {
             window.write(listening.error().text);
         } else if (!listening) {
-            std::fprintf(stderr, "zelvora-bench: %s\n", listening.error().text.c_str());
-            return 1;
+            // Of two that start at once one is the first.
+            if (listening.error().code != zv::ErrorCode::Busy || !isHandedOver(drawing, status)) {
+                tell(listening.error().text);
+                status = 1;
+            }
+            return status;
         }
     }
     std::unique_ptr<QSocketNotifier> ending;

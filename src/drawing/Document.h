@@ -450,6 +450,7 @@ struct HeaderVariables {
 struct Properties {
     Text title, subject, author, comments, keywords, lastSavedBy, revision, hyperlinkBase;
     std::vector<std::pair<Text, Text>> custom; ///< Name and value, in file order.
+    bool operator==(const Properties&) const = default;
 };
 
 struct Document {

@@ -41,6 +41,8 @@ public:
     /// Takes in what has come, without waiting. False once the channel has ended; lines that came whole
     /// before can still be had.
     bool readAvailable();
+    /// Whether more has been taken in than a line may have, so that nextLine() has to be asked first.
+    bool isFull() const { return m_received.size() > kLongestLine; }
     /// Gives the next whole line.
     bool nextLine(std::string& line);
     bool ended() const { return m_ended; }

@@ -35,6 +35,11 @@ protected:
         askedFor = titles;
         return keep;
     }
+    bool agrees(const std::string& question, const std::string&) override
+    {
+        questions.push_back(question);
+        return agreesToAll;
+    }
     bool editProperties(dwg::Properties& properties) override
     {
         properties.comments = u"edited";
@@ -74,6 +79,8 @@ protected:
     std::string chosenFile, suggestedFile;
     std::vector<std::string> askedFor;
     Keep keep = Keep::Cancel;
+    std::vector<std::string> questions;
+    bool agreesToAll = false;
     Workshop workshop{*this};
     CommandLine line{workshop};
 };

@@ -1,116 +1,21 @@
-#include "BenchWindow.h"
-#include "Canvas.h"
-#include "DocumentEdit.h"
-#include "HostServer.h"
+#include "BenchProgram.h"
 
-#include "drawing/Writer.h"
-#include "platform/LocalHosts.h"
 #include "support/RealDrawings.h"
-#include "support/TemporaryFolder.h"
 
 #include <QAction>
 #include <QDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTabBar>
-#include <QTest>
 #include <QTimer>
-#include <gtest/gtest.h>
 
-#include <atomic>
 #include <cmath>
-#include <cstdlib>
-#include <functional>
-#include <thread>
+#include <filesystem>
 
 namespace zv::bench {
 
 namespace {
-
-constexpr const char* kName = "AutoCAD.Application";
-
-/// The bench in its own window, and another program that drives it from a thread of its own.
-class BenchProgram : public testing::Test {
-protected:
-    BenchProgram()
-    {
-        ::setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
-        ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
-        window = std::make_unique<BenchWindow>();
-        server =
-            std::make_unique<HostServer>(HostProgram{window->workshop(), window->commandLine(), *window});
-        listens = static_cast<bool>(server->listen(kName));
-        window->workshop().add();
-        window->show();
-        canvas = window->findChild<Canvas*>(QStringLiteral("Canvas"));
-        line = window->findChild<QLineEdit*>(QStringLiteral("CommandLine"));
-    }
-
-    QString prompt() const { return window->findChild<QLabel*>(QStringLiteral("Prompt"))->text(); }
-
-    /// Runs `client` beside the window; `meanwhile` runs in the window's thread.
-    void drive(const std::function<void(AutomationObject&)>& client,
-               const std::function<void()>& meanwhile = {})
-    {
-        std::atomic<bool> done = false;
-        std::thread other([&] {
-            PlainEventPump pump;
-            const auto carrier = socketAutomation(pump, {1'000, 200});
-            if (const auto application = carrier->attach(kName))
-                client(**application);
-            done = true;
-        });
-        if (meanwhile)
-            meanwhile();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return done.load(); }, 20'000));
-        other.join();
-    }
-
-    void pickAt(double x, double y)
-    {
-        QTest::mouseClick(canvas, Qt::LeftButton, {}, canvas->toPixels({x, y, 0}).toPoint());
-    }
-    bool waitForPrompt(const QString& text)
-    {
-        return QTest::qWaitFor([&] { return prompt() == text; }, 10'000);
-    }
-
-    /// A library drawing with a circle round its origin, to be placed by `base`.
-    std::string makeRing(double radius, dwg::Point3 base = {})
-    {
-        dwg::Document document = emptyDocument();
-        document.header.insertionBase = base;
-        document.blocks[document.modelSpace].entities.push_back(
-            newEntity(document, "CIRCLE", dwg::Circle{{0, 0, 0}, radius, 0, dwg::kZAxis}, 0));
-        return folder.write("Bolt.dwg", dwg::writeDocument(document, {}).valueOr(""));
-    }
-    void typeInsertion(const std::string& path)
-    {
-        window->commandLine().type("(command \"_.-insert\" \"" + path +
-                                   "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\")\r");
-    }
-    /// Whether something is drawn where a point is seen.
-    bool isDrawnAt(double x, double y)
-    {
-        const QImage picture = canvas->grab().toImage();
-        const QPoint at = canvas->toPixels({x, y, 0}).toPoint();
-        for (const QPoint step : {QPoint(0, 0), QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
-            if (picture.pixel(at + step) != picture.pixel(0, 0))
-                return true;
-        }
-        return false;
-    }
-
-    TemporaryFolder folder;
-    std::unique_ptr<BenchWindow> window;
-    std::unique_ptr<HostServer> server;
-    bool listens = false;
-    Canvas* canvas = nullptr;
-    QLineEdit* line = nullptr;
-};
 
 /// Keeps the bench's own events turning while its client waits.
 class WindowPump final : public EventPump {
@@ -469,6 +374,35 @@ TEST_F(BenchProgram, UpAndDownRecallTypedLines)
     EXPECT_EQ(line->text(), QString());
 }
 
+TEST_F(BenchProgram, UndoKeysMeanTheDrawingWhileNothingIsTyped)
+{
+    QApplication::setActiveWindow(window.get());
+    const auto& entities = window->workshop().active()->modelSpace().entities;
+    window->commandLine().type("CIRCLE 0,0 1 ");
+    QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(entities.empty());
+    QTest::keyClick(line, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(entities.size(), 1U);
+    QTest::keyClicks(line, QStringLiteral("ZOO"));
+    QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(entities.size(), 1U) << "what is typed is taken back first";
+    line->clear();
+    window->commandLine().type("LINE 0,0 1,0 2,0 ");
+    QTest::keyClick(line, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(entities.size(), 2U) << "one line of two";
+    EXPECT_EQ(prompt(), QStringLiteral("Specify next point or [Undo]:"));
+}
+
+TEST_F(BenchProgram, ALongTextOfAnotherProgramIsShownInPart)
+{
+    drive([&](AutomationObject& application) {
+        const auto drawing = asObject(application.get("ActiveDocument"));
+        const auto utility = asObject((*drawing)->get("Utility"));
+        EXPECT_TRUE((*utility)->call("Prompt", {std::string(1'000'000, 'x')}));
+    });
+    EXPECT_LT(window->findChild<QPlainTextEdit*>(QStringLiteral("History"))->toPlainText().size(), 3000);
+}
+
 TEST_F(BenchProgram, RightClickIsEnter)
 {
     window->commandLine().type("CIRCLE 0,0 1 ");
@@ -550,6 +484,75 @@ TEST_F(BenchProgram, PropertiesAreEditedSavedAndClosedBesideTheUsersDrawing)
         });
     EXPECT_EQ((*BenchDrawing::load(path))->properties().keywords, u"ring");
     EXPECT_EQ(window->workshop().active()->title(), "Drawing1.dwg");
+}
+
+TEST_F(BenchProgram, ACommandEndsBeforeAnotherDrawingIsSeen)
+{
+    const auto first = window->workshop().active();
+    window->workshop().add();
+    window->commandLine().type("LINE 0,0 1,0 ");
+    window->findChild<QTabBar*>(QStringLiteral("Drawings"))->setCurrentIndex(0);
+    EXPECT_EQ(prompt(), QStringLiteral("Command:"));
+    window->commandLine().type("LINE 0,0 1,0 ");
+    const std::string other = makeRing(1);
+    drive([&](AutomationObject& application) {
+        EXPECT_TRUE((*asObject(application.get("Documents")))->call("Open", {other}));
+    });
+    EXPECT_EQ(prompt(), QStringLiteral("Command:"));
+    window->commandLine().type("LINE 5,5 ");
+    drive([&](AutomationObject& application) {
+        const auto documents = asObject(application.get("Documents"));
+        const auto drawing = asObject((*documents)->call("Item", {std::int64_t{0}}));
+        EXPECT_TRUE((*drawing)->call("SendCommand", {std::string("CIRCLE 0,0 1 ")}));
+    });
+    EXPECT_EQ(first->modelSpace().entities.size(), 2U);
+}
+
+TEST_F(BenchProgram, TellsThatAFileIsReadOnly)
+{
+    const std::string path = makeRing(1);
+    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+    drive([&](AutomationObject& application) {
+        EXPECT_FALSE(*asBool((*asObject(application.get("ActiveDocument")))->get("ReadOnly")));
+        const auto opened = asObject((*asObject(application.get("Documents")))->call("Open", {path}));
+        ASSERT_TRUE(opened);
+        EXPECT_TRUE(*asBool((*opened)->get("ReadOnly")));
+    });
+}
+
+TEST_F(BenchProgram, WhatIsAskedWhileAnAnswerWaitsForTheUserIsAnsweredAfterIt)
+{
+    WindowPump pump;
+    const auto hasty = connectToHost(kName, pump);
+    ASSERT_TRUE(hasty);
+    for (const char* request : {R"({"id":1,"op":"get","object":0,"name":"ActiveDocument"})",
+                                R"({"id":2,"op":"get","object":1,"name":"Utility"})",
+                                R"({"id":3,"op":"call","object":2,"name":"GetPoint","args":[]})",
+                                R"({"id":4,"op":"get","object":0,"name":"Version"})"})
+        ASSERT_TRUE((*hasty)->send(request, pump));
+    std::vector<std::string> answers;
+    const auto received = [&] {
+        (*hasty)->readAvailable();
+        for (std::string answer; (*hasty)->nextLine(answer);)
+            answers.push_back(answer);
+        return answers.size();
+    };
+    ASSERT_TRUE(waitForPrompt(QStringLiteral("Specify a point:")));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received() >= 2; }, 10'000));
+    EXPECT_EQ(answers.size(), 2U);
+    pickAt(1, 2);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return received() >= 4; }, 10'000));
+    EXPECT_EQ(answers[2].rfind(R"({"id":3,"result")", 0), 0U) << answers[2];
+    EXPECT_EQ(answers[3], R"({"id":4,"result":"20.0"})");
+}
+
+TEST_F(BenchProgram, NamesAreNoMarkup)
+{
+    ASSERT_TRUE(window->workshop().active()->save(folder.file("R&D <b>x.dwg")));
+    window->refresh();
+    const auto* const tabs = window->findChild<QTabBar*>(QStringLiteral("Drawings"));
+    EXPECT_EQ(tabs->tabText(0), QStringLiteral("R&&D <b>x.dwg"));
+    EXPECT_TRUE(tabs->tabToolTip(0).contains(QStringLiteral("&lt;b&gt;")));
 }
 
 TEST_F(BenchProgram, TabsFollowTheDrawings)

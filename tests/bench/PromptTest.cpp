@@ -61,6 +61,12 @@ TEST_F(Prompts, AWrongAnswerIsToldWhatWasExpected)
     line.cancel();
     line.type("ZOOM far ");
     EXPECT_EQ(history.back(), "Expected: a point (a pick, or x,y), a number or a word in the brackets.");
+    line.cancel();
+    line.type("FILEDIA 0 SAVEAS\r" + folder.write("Taken.dwg", "old") + "\rperhaps\r");
+    EXPECT_EQ(history.back(), "Expected: Y or N.");
+    line.cancel();
+    line.type("LINE 1,1 @1e308,0 @1e308,0 ");
+    EXPECT_EQ(history.back(), "Expected: a point (a pick, or x,y) or a word in the brackets.");
 }
 
 TEST_F(Prompts, HelpListsTheCommands)

@@ -217,6 +217,124 @@ TEST_F(Saving, WhatNoFileCanTakeIsListedAndAskedAbout)
     EXPECT_EQ(entities().size(), 1U);
 }
 
+TEST_F(Saving, AWriteThatFailsIsToldAndAnotherNameOffered)
+{
+    const std::string path = makePlan();
+    const std::string before = folder.read("Plan.dwg");
+    // A folder in the place of the copy that is written first.
+    fs::create_directories(path + ".sv$/x");
+    line.type("CIRCLE 0,0 2 QSAVE\r");
+    EXPECT_TRUE(wasTold("Not saved: "));
+    EXPECT_EQ(prompt(), "Save under another name? [Yes/No] <Yes>:");
+    EXPECT_EQ(folder.read("Plan.dwg"), before);
+    line.type("\r" + folder.file("no such folder/Other.dwg") + "\r");
+    EXPECT_EQ(prompt(), "Save under another name? [Yes/No] <Yes>:");
+    EXPECT_TRUE(drawing().isModified());
+    line.type("\r" + folder.file("Other.dwg") + "\r");
+    EXPECT_TRUE(line.isIdle());
+    EXPECT_FALSE(drawing().isModified());
+    EXPECT_EQ(drawing().path(), folder.file("Other.dwg"));
+}
+
+TEST_F(Saving, AFileThatIsGoneIsToldAlsoWhereNothingWasChanged)
+{
+    const std::string path = makePlan();
+    fs::remove(path);
+    line.type("QSAVE\r");
+    EXPECT_TRUE(wasTold(path + " is not there any more"));
+    line.type("Y\r" + path + "\r");
+    EXPECT_TRUE(fileExists(path));
+}
+
+TEST_F(Saving, AFileThatWasChangedWithItsTimeKeptIsNotWrittenOver)
+{
+    const std::string path = makePlan();
+    const auto time = fs::last_write_time(path);
+    folder.write("Plan.dwg", "of another program");
+    fs::last_write_time(path, time);
+    line.type("CIRCLE 0,0 2 QSAVE\r");
+    EXPECT_EQ(folder.read("Plan.dwg"), "of another program");
+}
+
+TEST_F(Saving, AFileThatIsMadeWhileAQuestionStandsIsAskedAbout)
+{
+    drawing().beginChange();
+    entities().push_back(newEntity(drawing().document(), "ACIDBLOB", dwg::Unknown{}, 0));
+    const std::string path = folder.file("Plan.dwg");
+    line.type("SAVEAS\r" + path + "\r");
+    EXPECT_EQ(prompt(), "Save all the same? [Yes/No] <No>:");
+    folder.write("Plan.dwg", "of another program");
+    line.type("Y\r");
+    EXPECT_EQ(prompt(), path + " already exists. Do you want to replace it? <N>");
+    EXPECT_EQ(folder.read("Plan.dwg"), "of another program");
+    line.type("Y\r");
+    EXPECT_TRUE(line.isIdle()) << "what was agreed to is not asked again";
+    EXPECT_NE(folder.read("Plan.dwg"), "of another program");
+}
+
+TEST_F(Saving, ANameFromADialogThatGetsItsEndingHereIsAskedAbout)
+{
+    static_cast<void>(workshop.variables().set("FILEDIA", std::int64_t{1}));
+    folder.write("Plan.txt.dwg", "old");
+    chosenFile = folder.file("Plan.txt");
+    line.type("CIRCLE 0,0 1 SAVEAS\r");
+    EXPECT_EQ(prompt(), chosenFile + ".dwg already exists. Do you want to replace it? <N>");
+    EXPECT_EQ(folder.read("Plan.txt.dwg"), "old");
+}
+
+TEST_F(Saving, TypedNamesLieBesideTheDrawing)
+{
+    makePlan();
+    line.type("SAVEAS\rOther\r");
+    EXPECT_EQ(drawing().path(), folder.file("Other.dwg"));
+    line.type("OPEN\rPlan\r");
+    EXPECT_EQ(drawing().path(), folder.file("Plan.dwg"));
+}
+
+TEST_F(Saving, ClosingOffersAnotherNameWhereTheFileCannotBeWritten)
+{
+    const std::string path = makePlan();
+    fs::permissions(path, fs::perms::owner_read);
+    keep = Keep::Save;
+    line.type("CIRCLE 0,0 2 CLOSE\r");
+    ASSERT_EQ(questions.size(), 1U);
+    EXPECT_EQ(questions[0], "Plan.dwg was not saved:\n\n" + path + " is read-only.");
+    EXPECT_EQ(workshop.drawings().size(), 1U);
+    agreesToAll = true;
+    chosenFile = folder.file("Other.dwg");
+    line.type("CLOSE\r");
+    EXPECT_TRUE(workshop.drawings().empty());
+    EXPECT_EQ((*BenchDrawing::load(chosenFile))->modelSpace().entities.size(), 2U);
+}
+
+TEST_F(Saving, ClosingAsksBeforeItLeavesSomethingOut)
+{
+    drawing().beginChange();
+    entities().push_back(newEntity(drawing().document(), "ACIDBLOB", dwg::Unknown{}, 0));
+    keep = Keep::Save;
+    chosenFile = folder.file("Plan.dwg");
+    line.type("CLOSE\r");
+    EXPECT_EQ(questions, std::vector<std::string>{chosenFile + " would not have:\n\n1 ACIDBLOB"});
+    EXPECT_FALSE(fileExists(chosenFile));
+    agreesToAll = true;
+    line.type("CLOSE\r");
+    EXPECT_TRUE(fileExists(chosenFile));
+    EXPECT_TRUE(workshop.drawings().empty());
+}
+
+TEST_F(Saving, FilesThatAreNoDrawingsAreRefused)
+{
+    folder.write("Empty.dwg", "");
+    folder.write("Bad.dwg", "AC1015");
+    fs::create_directory(folder.file("Folder.dwg"));
+    for (const char* name : {"Empty.dwg", "Bad.dwg", "Folder.dwg", "Missing.dwg"}) {
+        history.clear();
+        line.type("OPEN\r" + folder.file(name) + "\r");
+        EXPECT_TRUE(wasTold(folder.file(name))) << name;
+        EXPECT_EQ(workshop.drawings().size(), 1U) << name;
+    }
+}
+
 } // namespace
 
 } // namespace zv::bench

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zv {
@@ -44,6 +45,20 @@ TEST_F(PosixFilesTest, AWorkingCopyTakesThePlaceOfALinkOrASecondName)
     ASSERT_TRUE(replaceFile(folder.file("b.lst"), folder.file("b.ls$"), "new"));
     EXPECT_EQ(folder.read("victim"), "theirs");
     EXPECT_EQ(folder.read("a.lst") + folder.read("b.lst"), "newnew");
+}
+
+TEST_F(PosixFilesTest, AReplacedFileKeepsItsOwnerAndGroup)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only an administrator can give files away";
+    const std::string path = folder.write("a.lst", "old");
+    constexpr uid_t kOther = 65534;
+    ASSERT_EQ(::chown(path.c_str(), kOther, kOther), 0);
+    ASSERT_TRUE(replaceFile(path, folder.file("a.ls$"), "new"));
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, kOther);
+    EXPECT_EQ(status.st_gid, kOther);
 }
 
 TEST_F(PosixFilesTest, ADanglingLinkIsNoPlaceForANewFile)

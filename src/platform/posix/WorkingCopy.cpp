@@ -7,6 +7,7 @@ namespace zv {
 namespace {
 
 constexpr mode_t kRights = 07777;
+constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
 constexpr std::chrono::milliseconds kNow{0};
 constexpr int kNewFile = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
 constexpr int kOldFile = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
@@ -96,6 +97,10 @@ Result<void> WorkingCopy::replace(const std::string& target, std::string_view by
     if (calls::stat(target.c_str(), &old) == 0) {
         if (!S_ISREG(old.st_mode))
             return Error{ErrorCode::Failed, target + ": not a regular file"};
+        // Only an administrator can give a file away, but a user can leave it to a group of his own. A change
+        // of owner takes rights away, so it comes first.
+        if (calls::fchown(m_file.number(), old.st_uid, old.st_gid) != 0)
+            static_cast<void>(calls::fchown(m_file.number(), kSameOwner, old.st_gid) == 0);
         calls::fchmod(m_file.number(), (old.st_mode & kRights) | S_IWUSR);
     } else if (errno != ENOENT) {
         return writingError(target);

@@ -28,7 +28,8 @@ public:
     Result<void> hold(const std::string& target, std::chrono::milliseconds patience);
 
     /// Writes the bytes, flushes them to disk, and takes the place of `target`, with its rights but always
-    /// writable by the owner. On failure `target` is as it was. Errors: Denied, Failed.
+    /// writable by the owner, and with its owner and group where the system allows. On failure `target` is as
+    /// it was. Errors: Denied, Failed.
     Result<void> replace(const std::string& target, std::string_view bytes);
     /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
     Result<void> become(const std::string& target, std::string_view bytes);
