@@ -330,14 +330,12 @@ Result<void> BenchDrawing::save()
         return same;
     if (!isModified())
         return {};
+    const bool isSealed = m_outlook.way == SaveWay::NewFile;
+    if (isSealed && unsavedMarks() != 0)
+        return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
     if (isFileReadOnly())
         return Error{ErrorCode::Denied, m_path + " is read-only"};
-    if (m_outlook.way == SaveWay::NewFile) {
-        if (unsavedMarks() != 0)
-            return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
-        return savePropertiesOnly();
-    }
-    return writeTo(m_path, true);
+    return isSealed ? savePropertiesOnly() : writeTo(m_path, true);
 }
 
 Result<void> BenchDrawing::saveAs(const std::string& path, bool mayReplace)

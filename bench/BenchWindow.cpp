@@ -451,8 +451,11 @@ void BenchWindow::makeMenus()
     add(tr("&Edit"), {{"U", tr("&Undo"), QKeySequence::Undo},
                       {"REDO", tr("&Redo"), QKeySequence::Redo},
                       {"ERASE", tr("&Erase"), {}}});
-    findChild<QAction*>(QStringLiteral("REDO"))
-        ->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(QKeySequence::Redo)});
+    // Drafters know this key also where the system has another one.
+    QList<QKeySequence> redo = QKeySequence::keyBindings(QKeySequence::Redo);
+    if (const QKeySequence known(Qt::CTRL | Qt::Key_Y); !redo.contains(known))
+        redo += known;
+    findChild<QAction*>(QStringLiteral("REDO"))->setShortcuts(redo);
     add(tr("&View"), {{"ZOOM\rE", tr("Zoom to &Whole Drawing"), {}}, {"REGEN", tr("&Regenerate"), {}}});
     add(tr("&Help"), {{"HELP", tr("&Commands"), QKeySequence::HelpContents}});
 }

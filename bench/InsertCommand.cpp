@@ -21,7 +21,11 @@ public:
     Prompt prompt() const override
     {
         if (m_stage == Stage::Name)
-            return {"Enter block name or [?] <" + m_workshop.lastBlock + ">:", true, false, {}};
+            return {"Enter block name or [?]" +
+                        (m_workshop.lastBlock.empty() ? ":" : " <" + m_workshop.lastBlock + ">:"),
+                    true,
+                    false,
+                    {}};
         if (m_stage == Stage::Place)
             return m_placement.prompt(m_block, scaleOf(block()));
         const dwg::Attribute& asked = m_definitions[m_values.size()];

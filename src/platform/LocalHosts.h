@@ -41,8 +41,8 @@ public:
     /// Takes in what has come, without waiting. False once the channel has ended; lines that came whole
     /// before can still be had.
     bool readAvailable();
-    /// Whether more has been taken in than a line may have, so that nextLine() has to be asked first.
-    bool isFull() const { return m_received.size() > kLongestLine; }
+    /// How much has been taken in that nextLine() has not given yet.
+    std::size_t unread() const { return m_received.size() - m_taken; }
     /// Gives the next whole line.
     bool nextLine(std::string& line);
     bool ended() const { return m_ended; }
@@ -54,7 +54,8 @@ private:
     int m_descriptor;
     bool m_ended = false;
     std::string m_received;
-    std::size_t m_searched = 0; ///< Up to here `m_received` holds no line end.
+    std::size_t m_taken = 0;    ///< Of `m_received`.
+    std::size_t m_searched = 0; ///< From m_taken up to here `m_received` holds no line end.
     std::string m_waiting;      ///< To be sent.
     std::size_t m_sent = 0;     ///< Of `m_waiting`.
 };

@@ -546,6 +546,45 @@ TEST_F(BenchProgram, WhatIsAskedWhileAnAnswerWaitsForTheUserIsAnsweredAfterIt)
     EXPECT_EQ(answers[3], R"({"id":4,"result":"20.0"})");
 }
 
+TEST_F(BenchProgram, ClientThatAsksOnAndOnWhileItsAnswerWaitsIsClosed)
+{
+    WindowPump pump;
+    const auto hasty = connectToHost(kName, pump);
+    ASSERT_TRUE(hasty);
+    for (const char* request : {R"({"id":1,"op":"get","object":0,"name":"ActiveDocument"})",
+                                R"({"id":2,"op":"get","object":1,"name":"Utility"})",
+                                R"({"id":3,"op":"call","object":2,"name":"GetPoint","args":[]})"})
+        ASSERT_TRUE((*hasty)->send(request, pump));
+    ASSERT_TRUE(waitForPrompt(QStringLiteral("Specify a point:")));
+    for (int request = 0; request < 3 && !(*hasty)->ended(); ++request)
+        static_cast<void>((*hasty)->send(longRequest(1'000'000), pump));
+    EXPECT_TRUE(waitForPrompt(QStringLiteral("Command:"))) << "its question goes with it";
+}
+
+TEST_F(BenchProgram, ManyRequestsThatCameAtOnceAreAllAnswered)
+{
+    WindowPump pump;
+    const auto hasty = connectToHost(kName, pump);
+    ASSERT_TRUE(hasty);
+    constexpr int kRequests = 1000;
+    std::string all;
+    for (int id = 1; id <= kRequests; ++id)
+        all += (id > 1 ? "\n" : "") + (R"({"id":)" + std::to_string(id)) +
+               R"(,"op":"get","object":0,"name":"Name"})";
+    ASSERT_TRUE((*hasty)->send(all, pump));
+    std::string last;
+    int count = 0;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] {
+            (*hasty)->readAvailable();
+            while ((*hasty)->nextLine(last))
+                ++count;
+            return count == kRequests;
+        },
+        10'000));
+    EXPECT_EQ(last, R"({"id":1000,"result":"AutoCAD"})");
+}
+
 TEST_F(BenchProgram, NamesAreNoMarkup)
 {
     ASSERT_TRUE(window->workshop().active()->save(folder.file("R&D <b>x.dwg")));

@@ -176,7 +176,7 @@ bool LineChannel::readAvailable()
         if (hasLine)
             return true;
         m_searched = m_received.size();
-        if (m_searched > kLongestLine)
+        if (unread() > kLongestLine)
             end();
     }
     return false;
@@ -187,13 +187,18 @@ bool LineChannel::nextLine(std::string& line)
     const std::size_t found = m_received.find('\n', m_searched);
     if (found == std::string::npos)
         return false;
-    if (found > kLongestLine) {
+    if (found - m_taken > kLongestLine) {
         end();
         return false;
     }
-    line = m_received.substr(0, found);
-    m_received.erase(0, found + 1);
-    m_searched = 0;
+    line = m_received.substr(m_taken, found - m_taken);
+    m_taken = found + 1;
+    // Not for each of many short lines, as what stands behind it moves.
+    if (m_taken > m_received.size() / 2) {
+        m_received.erase(0, m_taken);
+        m_taken = 0;
+    }
+    m_searched = m_taken;
     return true;
 }
 
