@@ -104,6 +104,7 @@ BenchWindow::BenchWindow() : m_workshop(*this), m_commandLine(m_workshop)
     m_prompt->setBuddy(m_line);
     Coordinates = new QLabel(this);
     Coordinates->setObjectName(QStringLiteral("Coordinates"));
+    Coordinates->setContentsMargins(6, 0, 0, 0); // Below the prompt.
     statusBar()->addWidget(Coordinates);
 
     auto* const lineRow = new QHBoxLayout;
