@@ -1,7 +1,8 @@
 #include "HandOver.h"
 
+#include "platform/Automation.h"
 #include "platform/Desktop.h"
-#include "platform/LocalHosts.h"
+#include "platform/HostEvents.h"
 
 #include <algorithm>
 
@@ -31,19 +32,18 @@ private:
 Error unanswered(const Error& error)
 {
     if (error.code == ErrorCode::Cancelled)
-        return {ErrorCode::Busy, "The bench that is running does not answer"};
+        return {ErrorCode::Busy, "The bench that is running does not answer; perhaps it waits for its user"};
     return error;
 }
 
 } // namespace
 
-Result<void> handOver(const std::string& drawing, HandOverPatience patience)
+Result<void> handOver(const std::string& progId, const std::string& drawing, HandOverPatience patience)
 {
     LimitedPump pump;
     pump.allow(patience.toAnswer);
-    CarrierPatience carrierPatience;
-    carrierPatience.busyMs = static_cast<int>(patience.toAnswer.count()) / 2;
-    const auto running = socketAutomation(pump, carrierPatience)->attach("AutoCAD.Application");
+    const auto automation = systemAutomation(pump);
+    const auto running = automation->attach(progId);
     if (!running)
         return unanswered(running.error());
     const Result<std::string> caption = asText((*running)->get("Caption"));

@@ -12,8 +12,8 @@ struct HandOverPatience {
     std::chrono::milliseconds toAnswer{10'000}, toOpen{120'000};
 };
 
-/// Lets a bench that runs already come to the front and open the drawing at this path, if there is one.
-/// Errors: NotFound, none runs; any other, why the drawing was not opened.
-Result<void> handOver(const std::string& drawing, HandOverPatience patience = {});
+/// Lets the bench that runs already under this name come to the front and open the drawing at this path, if
+/// there is one. Errors: NotFound, none runs; any other, why the drawing was not opened.
+Result<void> handOver(const std::string& progId, const std::string& drawing, HandOverPatience patience = {});
 
 } // namespace zv::bench

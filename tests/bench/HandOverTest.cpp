@@ -16,7 +16,7 @@ protected:
         Result<void> outcome;
         std::atomic<bool> done = false;
         std::thread second([&] {
-            outcome = handOver(drawing, {milliseconds(500), milliseconds(20'000)});
+            outcome = handOver(kName, drawing, {milliseconds(500), milliseconds(20'000)});
             done = true;
         });
         if (meanwhile)
@@ -67,7 +67,8 @@ TEST_F(HandOver, TellsThatTheBenchWaitsForItsUser)
             EXPECT_TRUE(waitForPrompt(QStringLiteral("Specify a point:")));
             const Result<void> refused = start(makeRing(1));
             EXPECT_FALSE(refused);
-            EXPECT_EQ(refused.error().text, "The program waits for its user");
+            EXPECT_EQ(refused.error().text,
+                      "The bench that is running does not answer; perhaps it waits for its user");
             QTest::keyClick(line, Qt::Key_Escape);
         });
     EXPECT_EQ(window->workshop().drawings().size(), 1U);
@@ -80,7 +81,8 @@ TEST_F(HandOver, DoesNotWaitForEverForABenchThatIsSilent)
     ASSERT_TRUE(silent);
     const Result<void> refused = start(makeRing(1));
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().text, "The bench that is running does not answer");
+    EXPECT_EQ(refused.error().text,
+              "The bench that is running does not answer; perhaps it waits for its user");
 }
 
 TEST_F(HandOver, IsNotFoundWhereNoneRuns)
