@@ -5,8 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <latch>
+#include <condition_variable>
 #include <list>
+#include <mutex>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -14,6 +15,29 @@
 
 namespace zv {
 namespace {
+
+/// Where threads wait for one another. The library's own latch can miss the last arrival where the system has
+/// no wait for a number in memory, as with MinGW.
+class Meeting {
+public:
+    explicit Meeting(unsigned awaited) : m_awaited(awaited) {}
+    void arrive()
+    {
+        const std::lock_guard lock(m_mutex);
+        --m_awaited;
+        m_changed.notify_all();
+    }
+    void wait()
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_awaited == 0; });
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    unsigned m_awaited;
+};
 
 class WorkersTest : public testing::Test {
 protected:
@@ -32,11 +56,12 @@ TEST_F(WorkersTest, GiveWhatTheirWorkComesTo)
 TEST_F(WorkersTest, WorkSideBySide)
 {
     Workers workers(3);
-    std::latch together(3);
+    Meeting together(3);
     std::vector<std::future<bool>> met;
     for (int i = 0; i < 3; ++i)
         met.push_back(workers.start([&together] {
-            together.arrive_and_wait();
+            together.arrive();
+            together.wait();
             return true;
         }));
     for (auto& one : met)
@@ -89,9 +114,9 @@ TEST_F(WorkersTest, ManyThatHangLeaveEachFurtherOneASingleThread)
     constexpr unsigned kHanging = 4 * kMostWorkers;
     std::promise<void> share;
     const std::shared_future<void> comesBack = share.get_future().share();
-    std::latch begun(kHanging);
+    Meeting begun(kHanging);
     const auto hang = [comesBack, &begun] {
-        begun.count_down();
+        begun.arrive();
         comesBack.wait();
     };
     std::list<Workers> given(4);
