@@ -15,7 +15,6 @@
 #include <QTest>
 #include <benchmark/benchmark.h>
 
-#include <clocale>
 #include <fstream>
 
 namespace {
@@ -150,14 +149,3 @@ void chooseLargePictures(benchmark::State& state)
 BENCHMARK(chooseLargePictures)->Arg(5700)->Arg(4096)->Iterations(3)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    std::setlocale(LC_ALL, "");
-    QApplication::setQuitOnLastWindowClosed(false);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -11,8 +11,6 @@
 #include <QTest>
 #include <benchmark/benchmark.h>
 
-#include <clocale>
-
 namespace {
 
 using namespace zv;
@@ -74,14 +72,3 @@ void changeLabel(benchmark::State& state)
 BENCHMARK(changeLabel)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    std::setlocale(LC_ALL, "");
-    QApplication::setQuitOnLastWindowClosed(false);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

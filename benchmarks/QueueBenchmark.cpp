@@ -12,7 +12,6 @@
 #include <QListWidget>
 #include <benchmark/benchmark.h>
 
-#include <clocale>
 #include <filesystem>
 
 namespace {
@@ -26,6 +25,8 @@ struct Office : OfficeFixture {
 
     Office() : paths(drawings(kDrawings))
     {
+        // No file manager comes up for each folder that was copied to.
+        qputenv("PATH", "");
         makeDoors(1);
         static_cast<void>(saveQueue(queue(), paths));
     }
@@ -154,16 +155,3 @@ BENCHMARK(copyAll)->Unit(benchmark::kMillisecond);
 BENCHMARK(copyByWindow)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    // No file manager comes up for each folder that was copied to.
-    qputenv("PATH", "");
-    QApplication application(argc, argv);
-    std::setlocale(LC_ALL, "");
-    QApplication::setQuitOnLastWindowClosed(false);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -17,7 +17,6 @@
 #include <QLineEdit>
 #include <benchmark/benchmark.h>
 
-#include <clocale>
 #include <fstream>
 #include <thread>
 
@@ -242,14 +241,3 @@ BENCHMARK(panelOnSlowShare)
     ->Iterations(3);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    std::setlocale(LC_ALL, "");
-    QApplication::setQuitOnLastWindowClosed(false);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

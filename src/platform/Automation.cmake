@@ -5,7 +5,7 @@ target_link_libraries(zv_automation PUBLIC zv_platform)
 if(WIN32)
     target_sources(zv_automation PRIVATE
         windows/ComAutomation.cpp windows/ComAutomation.h windows/ComClasses.cpp windows/ComClasses.h
-        windows/ComCounted.h windows/ComPointer.h windows/ComServer.cpp windows/ComServer.h
+        windows/ComCounted.h windows/ComMembers.h windows/ComPointer.h windows/ComServer.cpp windows/ComServer.h
         windows/ComThread.cpp windows/ComThread.h windows/ComValue.cpp windows/ComValue.h windows/HostEvents.cpp)
     target_link_libraries(zv_automation PUBLIC ole32 oleaut32 uuid)
 else()

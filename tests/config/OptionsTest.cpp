@@ -44,6 +44,17 @@ protected:
         ASSERT_TRUE(appears(kWindow));
     }
     bool press(const char* control) { return click(QLatin1String(control), kWindow); }
+    void storeEveryRule()
+    {
+        for (const auto& [section, name] : {std::pair{"Mylib", "userlib"},
+                                            {"masterxref", "projectfolder"},
+                                            {"masterxref", "forcecopy"},
+                                            {"FileLog", "WriteLog"},
+                                            {"ShopCart", "CartOnly"}})
+            setKey(Installation, section, name, "1");
+        setKey(Installation, "libload", "FDS", "0");
+        setKey(Installation, "FileLog", "LogPath", "/logs/office.csv");
+    }
     /// What the installation profile holds of the office's rules, without the keys that are absent.
     Keys stored()
     {
@@ -94,14 +105,7 @@ TEST_F(OptionsTest, AFreshOfficeShowsItsDefaultsAndTheLoadWritesWhatTheyTick)
 
 TEST_F(OptionsTest, ARuleThatCannotBeReadIsNotWrittenOverByItsDefault)
 {
-    for (const auto& [section, name] : {std::pair{"Mylib", "userlib"},
-                                        {"masterxref", "projectfolder"},
-                                        {"masterxref", "forcecopy"},
-                                        {"FileLog", "WriteLog"},
-                                        {"ShopCart", "CartOnly"}})
-        setKey(Installation, section, name, "1");
-    setKey(Installation, "libload", "FDS", "0");
-    setKey(Installation, "FileLog", "LogPath", "/logs/office.csv");
+    storeEveryRule();
     open();
     const Keys before = stored();
     const auto running = [this] {
@@ -147,14 +151,7 @@ TEST_F(OptionsTest, OkLeavesAFontFolderThatCouldNotBeReadAsItIsStored)
 
 TEST_F(OptionsTest, TheLoadShowsAndWritesBackWhatIsStored)
 {
-    for (const auto& [section, name] : {std::pair{"Mylib", "userlib"},
-                                        {"masterxref", "projectfolder"},
-                                        {"masterxref", "forcecopy"},
-                                        {"FileLog", "WriteLog"},
-                                        {"ShopCart", "CartOnly"}})
-        setKey(Installation, section, name, "1");
-    setKey(Installation, "libload", "FDS", "0");
-    setKey(Installation, "FileLog", "LogPath", "/logs/office.csv");
+    storeEveryRule();
     setKey(Installation, "Printing", "Fontpath", "/fonts/office");
     open();
     const Keys before = stored();

@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 #include "platform/windows/ComClasses.h"
 #include "platform/windows/ComCounted.h"
+#include "platform/windows/ComMembers.h"
 #include "platform/windows/ComValue.h"
 #include "platform/windows/LastError.h"
 
@@ -202,47 +203,6 @@ private:
 
 namespace {
 
-/// Walks over the members of a collection.
-class Members final : public Counted<IEnumVARIANT> {
-public:
-    explicit Members(std::vector<ComPointer<IDispatch>> objects, std::size_t next = 0)
-        : m_objects(std::move(objects)), m_next(next)
-    {
-    }
-    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* members, ULONG* given) override
-    {
-        ULONG count = 0;
-        for (; count < wanted && m_next < m_objects.size(); ++count, ++m_next) {
-            m_objects[m_next]->AddRef();
-            members[count].vt = VT_DISPATCH;
-            members[count].pdispVal = m_objects[m_next].get();
-        }
-        if (given != nullptr)
-            *given = count;
-        return count == wanted ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override
-    {
-        const std::size_t left = m_objects.size() - m_next;
-        m_next += std::min<std::size_t>(count, left);
-        return count <= left ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Reset() override
-    {
-        m_next = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** other) override
-    {
-        *other = new Members(m_objects, m_next);
-        return S_OK;
-    }
-
-private:
-    std::vector<ComPointer<IDispatch>> m_objects;
-    std::size_t m_next;
-};
-
 /// Hands the application out to who creates it.
 class Factory final : public Counted<IClassFactory> {
 public:
@@ -320,7 +280,7 @@ HRESULT ServedObject::settle(const wire::Request& request, VARIANT* result, EXCE
         return S_OK;
     ::VariantInit(result);
     result->vt = VT_UNKNOWN;
-    result->punkVal = new Members(std::move(members));
+    result->punkVal = new ComMembers(std::move(members));
     return S_OK;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Text.h"
 #include "platform/windows/ComCounted.h"
+#include "platform/windows/ComMembers.h"
 
 #include <algorithm>
 #include <iterator>
@@ -100,48 +101,6 @@ private:
     HostModel::Object m_object;
     std::string m_spelling;  ///< Of the name last looked up, for the transcript.
     bool m_rejected = false; ///< The two ways of being busy take turns.
-};
-
-/// Walks over the members of a collection.
-class Members final : public Counted<IEnumVARIANT> {
-public:
-    Members(HostModel& model, HostLife& life, std::vector<HostModel::Object> objects, std::size_t next = 0)
-        : m_model(model), m_life(life), m_objects(std::move(objects)), m_next(next)
-    {
-    }
-    HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* members, ULONG* given) override
-    {
-        ULONG count = 0;
-        for (; count < wanted && m_next < m_objects.size(); ++count, ++m_next) {
-            members[count].vt = VT_DISPATCH;
-            members[count].pdispVal = makeHostObject(m_model, m_life, m_objects[m_next]);
-        }
-        if (given != nullptr)
-            *given = count;
-        return count == wanted ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Skip(ULONG count) override
-    {
-        const std::size_t left = m_objects.size() - m_next;
-        m_next += std::min<std::size_t>(count, left);
-        return count <= left ? S_OK : S_FALSE;
-    }
-    HRESULT STDMETHODCALLTYPE Reset() override
-    {
-        m_next = 0;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT** other) override
-    {
-        *other = new Members(m_model, m_life, m_objects, m_next);
-        return S_OK;
-    }
-
-private:
-    HostModel& m_model;
-    HostLife& m_life;
-    std::vector<HostModel::Object> m_objects;
-    std::size_t m_next;
 };
 
 HRESULT HostObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* members)
@@ -269,7 +228,10 @@ void HostObject::put(const HostModel::Value& value, VARIANT& answer)
         answer.pdispVal = makeHostObject(m_model, m_life, *object);
     } else if (const auto* objects = std::get_if<std::vector<HostModel::Object>>(&value)) {
         answer.vt = VT_UNKNOWN;
-        answer.punkVal = new Members(m_model, m_life, *objects);
+        std::vector<ComPointer<IDispatch>> members;
+        for (const HostModel::Object& member : *objects)
+            members.push_back(ComPointer<IDispatch>::adopt(makeHostObject(m_model, m_life, member)));
+        answer.punkVal = new ComMembers(std::move(members));
     }
 }
 
