@@ -34,11 +34,22 @@ dwg::Properties propertiesOf(const Sample& sample)
     return properties;
 }
 
-std::string listText(const Listed& library)
+/// The path of a drawing of the office as Windows machines spell it.
+std::string windowsPath(const fs::path& drawing, const fs::path& office, const std::string& windowsName)
+{
+    std::string path = windowsName;
+    for (const fs::path& part : drawing.lexically_relative(office))
+        path += "\\" + part.string();
+    return path;
+}
+
+std::string listText(const Listed& library, const fs::path& office, const std::string& windowsName)
 {
     std::string text;
-    for (const fs::path& drawing : library.drawings)
-        text += drawing.string() + ";" + upper(drawing.stem().string()) + "\r\n";
+    for (const fs::path& drawing : library.drawings) {
+        text += windowsName.empty() ? drawing.string() : windowsPath(drawing, office, windowsName);
+        text += ";" + upper(drawing.stem().string()) + "\r\n";
+    }
     return text;
 }
 
@@ -107,7 +118,8 @@ Result<std::string> drawingFile(const Sample& sample, const Painter& painter)
     return dwg::writeDocument(document, options);
 }
 
-Result<void> makeOffice(const fs::path& installation, const fs::path& office, const Painter& painter)
+Result<void> makeOffice(const fs::path& installation, const fs::path& office, const Painter& painter,
+                        const std::string& windowsName)
 {
     std::error_code error;
     fs::create_directories(office, error);
@@ -120,11 +132,12 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
             return made;
     if (const auto added = addTroubled(office, catalogue); !added)
         return added;
-    std::string profile = "[Library]\r\nlibnum=" + std::to_string(catalogue.size()) + "\r\n";
+    std::string profile = windowsName.empty() ? "" : "[Path]\r\nZVRpath=" + windowsName + "\r\n";
+    profile += "[Library]\r\nlibnum=" + std::to_string(catalogue.size()) + "\r\n";
     for (std::size_t i = 0; i < catalogue.size(); ++i) {
         profile += "lib" + std::to_string(i + 1) + "=" + catalogue[i].name + "\r\n";
         const std::string list = listFilePath(office.string(), catalogue[i].name);
-        if (const auto written = writeFile(list, listText(catalogue[i])); !written)
+        if (const auto written = writeFile(list, listText(catalogue[i], office, windowsName)); !written)
             return written;
     }
     return writeFile((office / kProfileName).string(), profile);

@@ -31,16 +31,17 @@ Result<void> makeFailed(const std::string& path)
 Result<void> run(const std::vector<std::string>& words)
 {
     const std::string command = words.empty() ? "" : words[0];
-    if (command == "office" && words.size() == 3)
-        return makeOffice(words[1], std::filesystem::absolute(words[2]), painted);
+    if (command == "office" && (words.size() == 3 || words.size() == 4))
+        return makeOffice(words[1], std::filesystem::absolute(words[2]), painted,
+                          words.size() == 4 ? words[3] : "");
     if (command == "user" && words.size() == 2)
         return makeUser(words[1]);
     if (command == "failed" && words.size() == 2)
         return makeFailed(words[1]);
     if (command == "sheet" && words.size() == 2)
         return makeContactSheet(words[1]);
-    return Error{ErrorCode::Failed, "usage: zelvora-samples office INSTALLATION OFFICE | user OFFICE | "
-                                    "failed FILE.dwg | sheet FILE.png"};
+    return Error{ErrorCode::Failed, "usage: zelvora-samples office INSTALLATION OFFICE [WINDOWS-NAME] | "
+                                    "user OFFICE | failed FILE.dwg | sheet FILE.png"};
 }
 
 } // namespace

@@ -93,6 +93,18 @@ TEST_F(Office, HasLibrariesOfTheSizesThatPanelsAreTriedWith)
     EXPECT_EQ(std::count(sizes.begin(), sizes.end(), 0u), 1);
 }
 
+TEST_F(Office, IsListedByTheNameThatWindowsMachinesKnowItBy)
+{
+    const fs::path folder = fs::path(s_folder->path()) / "shared";
+    ASSERT_TRUE(makeOffice(fs::path(s_folder->path()) / "bin", folder, {}, "\\\\server\\cad").ok());
+    EXPECT_EQ(profileString((folder / "Zelvora.ini").string(), "Path", "ZVRpath", ""), "\\\\server\\cad");
+    const std::string list = readFile((folder / "Vendor Details.lst").string()).valueOr("");
+    const std::string line = list.substr(0, list.find(';'));
+    EXPECT_EQ(line.rfind("\\\\server\\cad\\", 0), 0u) << line;
+    EXPECT_NE(list.find("\\\\server\\cad\\Vendor Details\\Canopy Bracket.dwg;CANOPY BRACKET\r\n"),
+              std::string::npos);
+}
+
 TEST_F(Office, EveryListedDrawingIsReadableButOneMissingAndOneDamaged)
 {
     int missing = 0, damaged = 0;
