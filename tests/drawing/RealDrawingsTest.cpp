@@ -1,5 +1,9 @@
 #include "support/RealDrawings.h"
 #include "drawing/Reader.h"
+#include "drawing/container/Container.h"
+#include "drawing/records/ObjectType.h"
+#include "drawing/records/RecordStore.h"
+#include "drawing/records/TableRecords.h"
 #include "platform/Text.h"
 
 #include <gtest/gtest.h>
@@ -90,6 +94,32 @@ TEST_F(RealDrawingsTest, AreReadWithoutDamage)
         for (const std::string& damage : document.damage)
             ADD_FAILURE() << name << ": " << damage;
     });
+}
+
+TEST_F(RealDrawingsTest, HaveDimensionStylesThatEndWithTheirLastField)
+{
+    for (const auto& [name, values] : *m_drawings.expected.object()) {
+        const std::string bytes = m_drawings.bytesOf(name);
+        const MemorySource source(std::as_bytes(std::span(bytes)));
+        const auto container = Container::open(source);
+        if (!container)
+            continue;
+        const auto map = ObjectMap::read((*container)->section(Section::ObjectMap).valueOr({}));
+        const auto objects = (*container)->section(Section::Objects);
+        ASSERT_TRUE(map && objects) << name;
+        std::vector<std::string> damage;
+        RecordStore store(*objects, *map, ClassTable(), (*container)->version(), (*container)->codePage(),
+                          damage);
+        for (const ObjectPlace& place : map->places()) {
+            auto record = store.open(place.handle, objectType::kDimensionStyle);
+            if (!record)
+                continue;
+            DimensionStyle style;
+            readDimensionStyle(record->in, style);
+            EXPECT_TRUE(record->in.ok()) << name << ", " << place.handle;
+            EXPECT_EQ(record->in.left(), 0u) << name << ", " << place.handle;
+        }
+    }
 }
 
 TEST_F(RealDrawingsTest, OlderThanR13AreRefused)

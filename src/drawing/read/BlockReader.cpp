@@ -78,7 +78,8 @@ std::size_t BlockReader::ownerOf(const EntityHeader& header) const
 {
     if (header.inModelSpace)
         return m_document.modelSpace;
-    const auto found = m_document.blockIndex.find(header.inPaperSpace ? m_header.paperSpace : header.owner);
+    const auto found =
+        m_document.blockIndex.find(header.inPaperSpace ? m_header.paperSpaceBlock : header.owner);
     return found == m_document.blockIndex.end() ? kNoBlock : found->second;
 }
 

@@ -198,7 +198,7 @@ Result<void> DocumentReader::readBlocks()
     Handle model = handles->size() >= 2 ? (*handles)[handles->size() - 2] : 0;
     if (!m_store->open(model, objectType::kBlockHeader)) {
         // A table that leaves the model space out: the header names it too.
-        model = m_header.modelSpace;
+        model = m_header.modelSpaceBlock;
         handles->push_back(model);
     }
     BlockReader reader(*m_store, m_document, m_header);

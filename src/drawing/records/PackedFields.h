@@ -3,6 +3,9 @@
 #include "drawing/Fields.h"
 #include "drawing/records/RecordReader.h"
 
+#include <initializer_list>
+#include <string_view>
+
 namespace zv::dwg {
 
 /// How records pack the kinds of field. `Fields` reads or writes what BitReader and BitWriter name; with
@@ -20,6 +23,40 @@ public:
     void turn(auto& number) { own().bitDouble(number); }
     void bearing(auto& number) { own().bitDouble(number); }
     void number(auto& number) { own().bitDouble(number); }
+
+    void fixedBits(std::initializer_list<bool> values)
+    {
+        for (const bool value : values)
+            own().fixedBit(value);
+    }
+    void fixedChars(std::initializer_list<int> values)
+    {
+        for (const int value : values)
+            own().fixedChar(value);
+    }
+    void fixedShorts(std::initializer_list<int> values)
+    {
+        for (const int value : values)
+            own().fixedShort(value);
+    }
+    void fixedLongs(std::initializer_list<int> values)
+    {
+        for (const int value : values)
+            own().fixedLong(value);
+    }
+    void fixedDoubles(std::initializer_list<double> values)
+    {
+        for (const double value : values)
+            own().fixedDouble(value);
+    }
+    /// So many empty ones.
+    void fixedTexts(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            own().fixedText();
+    }
+    /// A place of the header; what is no header passes over it.
+    void marked(auto, auto each) { each(); }
 
 private:
     Fields& own() { return static_cast<Fields&>(*this); }
@@ -89,7 +126,8 @@ public:
     void charCount(auto& items) { items.resize(m_in.rawChar()); }
 
     void fixedBit(bool) { m_in.bit(); }
-    void fixedText(const char* = "") { m_in.text(); }
+    void fixedText(std::string_view = {}) { m_in.text(); }
+    void fixedColor(int) { m_in.color(); }
     void fixedBitPoint2(Point2) { m_in.bitPoint2(); }
     void fixedChar(int) { m_in.rawChar(); }
     void fixedShort(int) { m_in.bitShort(); }

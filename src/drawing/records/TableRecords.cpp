@@ -1,23 +1,14 @@
 #include "drawing/records/TableRecords.h"
 
 #include "drawing/bits/CodePage.h"
+#include "drawing/records/DimensionStyleLayout.h"
 #include "drawing/records/ExtendedData.h"
-#include "drawing/records/TableLayouts.h"
 
 namespace zv::dwg {
 
 namespace {
 
 constexpr unsigned kFewestHandleBits = 8;
-
-/// The name, and whether the entry depends on an external reference.
-bool readEntryName(RecordReader& in, Text& name)
-{
-    FieldsIn fields(in);
-    bool dependent = false;
-    layoutEntryName(fields, name, dependent);
-    return dependent;
-}
 
 std::vector<Handle> readHandles(RecordReader& in, std::int64_t count)
 {
@@ -157,60 +148,12 @@ ObjectHeader readTextStyle(RecordReader& in, TextStyle& style)
     return header;
 }
 
-namespace {
-
-void readDimensionStyleR14(RecordReader& in, DimensionStyle& style)
-{
-    in.skip(11); // DIMTOL to DIMSOXD.
-    in.skip(std::size_t{2} * 8);
-    in.skip(2);
-    in.skip(std::size_t{3} * 8);
-    in.skip(1);
-    in.skip(std::size_t{4} * 8);
-    for (int i = 0; i < 6; ++i)
-        in.bitShort();
-    style.scale = in.bitDouble();
-    style.arrowSize = in.bitDouble();
-    for (int i = 0; i < 7; ++i) // DIMEXO to DIMTM.
-        in.bitDouble();
-    style.textHeight = in.bitDouble();
-}
-
-void readDimensionStyleR2000(RecordReader& in, DimensionStyle& style)
-{
-    in.text(); // DIMPOST
-    in.text(); // DIMAPOST
-    style.scale = in.bitDouble();
-    style.arrowSize = in.bitDouble();
-    for (int i = 0; i < 7; ++i) // DIMEXO to DIMTM.
-        in.bitDouble();
-    if (in.version() >= Version::R2007) {
-        in.bitDouble(); // DIMFXL
-        in.bitDouble(); // DIMJOGANG
-        in.bitShort();  // DIMTFILL
-        in.color();     // DIMTFILLCLR
-    }
-    in.skip(6);                 // DIMTOL to DIMSE2.
-    for (int i = 0; i < 3; ++i) // DIMTAD, DIMZIN, DIMAZIN.
-        in.bitShort();
-    if (in.version() >= Version::R2007)
-        in.bitShort(); // DIMARCSYM
-    style.textHeight = in.bitDouble();
-}
-
-} // namespace
-
 ObjectHeader readDimensionStyle(RecordReader& in, DimensionStyle& style)
 {
     const ObjectHeader header = readObjectHeader(in);
     style.handle = header.handle;
-    readEntryName(in, style.name);
-    if (in.version() <= Version::R14)
-        readDimensionStyleR14(in, style);
-    else
-        readDimensionStyleR2000(in, style);
-    in.handle(); // The external reference.
-    style.textStyle = in.handle();
+    FieldsIn fields(in);
+    layout(fields, style, false);
     return header;
 }
 

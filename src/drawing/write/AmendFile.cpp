@@ -2,6 +2,7 @@
 
 #include "drawing/bits/BitReader.h"
 #include "drawing/write/Bytes.h"
+#include "drawing/write/HeaderSection.h"
 #include "drawing/write/RawRecord.h"
 
 namespace zv::dwg {
@@ -156,21 +157,14 @@ Result<void> AmendedFile::replaceHeader(const HeaderPlaces& places, const Header
         return broken;
     BitWriter bits;
     bits.rawBytes(section.substr(kSentinel + kLong, size));
+    HeaderVariables told = values;
+    told.handleSeed = seed;
+    const WrittenHeader written = writeHeader(told, {}, {}, {});
     // From the last one to the first, so that the places before keep their meaning.
-    std::map<std::size_t, std::pair<FieldPlace, BitWriter>> changes;
-    const auto change = [&](FieldPlace place) -> BitWriter& {
-        return changes.emplace(place.from, std::pair{place, BitWriter()}).first->second.second;
-    };
-    change(places.linetypeScale).bitDouble(values.linetypeScale);
-    change(places.handleSeed).handle(0, seed);
-    change(places.currentLayer).handle(kHardPointer, values.currentLayer);
-    BitWriter& extents = change(places.extents);
-    extents.bitPoint3(values.extentsMin);
-    extents.bitPoint3(values.extentsMax);
-    change(places.dimScale).bitDouble(values.dimScale);
-    change(places.insertionUnits).bitShort(static_cast<std::int16_t>(values.insertionUnits));
-    for (auto each = changes.rbegin(); each != changes.rend(); ++each)
-        bits = spliced(bits, each->second.first.from, each->second.first.to, each->second.second);
+    for (std::size_t i = places.size(); i-- > 0;) {
+        const FieldPlace from = written.places[i];
+        bits = spliced(bits, places[i].from, places[i].to, part(written.content, from.from, from.to));
+    }
     const std::string made = sentinelSection(section.substr(0, kSentinel), bits.bytes(),
                                              section.substr(kSentinel + kLong + size + kCheck, kSentinel));
     setLocator(m_bytes, locator, {append(made), static_cast<std::uint32_t>(made.size())});

@@ -6,12 +6,13 @@
 
 namespace zv::dwg {
 
-/// Writes a record, as AC1015 has it; the counterpart of FieldsIn.
-class FieldsOut : public PackedFields<FieldsOut> {
+/// Writes fields as AC1015 has them. Handles go to a stream of their own, or among the fields when it is the
+/// same.
+class PlainFieldsOut : public PackedFields<PlainFieldsOut> {
 public:
     static constexpr bool kReads = false;
 
-    FieldsOut(Record& out, const Plan& plan) : m_fields(out.fields), m_handles(out.handles), m_plan(plan) {}
+    PlainFieldsOut(BitWriter& fields, BitWriter& handles) : m_fields(fields), m_handles(handles) {}
 
     static constexpr Version version() { return Version::R2000; }
     static constexpr bool ok() { return true; }
@@ -38,13 +39,8 @@ public:
         const std::int16_t index = colorIndex(value);
         m_fields.bitShort(index > 0 && index < 256 ? index : kWhite);
     }
-    /// Zero stands for ByLayer everywhere else; a layer itself cannot have that.
-    void ownLinetype(Handle value)
-    {
-        const Handle linetype = m_plan.linetype(value);
-        m_handles.handle(kHardPointer, linetype == m_plan.byLayer ? m_plan.continuous : linetype);
-    }
-    void handle(Handle value, Table table) { m_handles.handle(kHardPointer, known(value, table)); }
+    void pointer(Handle value) { m_handles.handle(kHardPointer, value); }
+    void owned(Handle value) { m_handles.handle(kHardOwner, value); }
     void softHandle(Handle value) { m_handles.handle(kSoftPointer, value); }
 
     void count(const auto& items, unsigned) { bitLong(items.size()); }
@@ -60,7 +56,8 @@ public:
 
     void charCount(const auto& items) { rawChar(items.size()); }
 
-    void fixedText(const char* value = "") { m_fields.text(value); }
+    void fixedText(std::string_view value = {}) { m_fields.text(value); }
+    void fixedColor(int index) { bitShort(index); }
     void fixedBitPoint2(Point2 value) { m_fields.bitPoint2(value); }
     void fixedBit(bool value) { m_fields.bit(value); }
     void fixedChar(int value) { rawChar(value); }
@@ -69,10 +66,31 @@ public:
     void fixedDouble(double value) { m_fields.bitDouble(value); }
     void fixedPoint2(Point2 value) { m_fields.rawPoint2(value); }
     void fixedPoint3(Point3 value) { m_fields.bitPoint3(value); }
-    void plotStyle() { m_handles.handle(kHardPointer, m_plan.placeholder); }
-    void noHandle() { m_handles.handle(kHardPointer, 0); }
-    void noOwnedHandle() { m_handles.handle(kHardOwner, 0); }
+    void noHandle() { pointer(0); }
+    void noOwnedHandle() { owned(0); }
     void worldCoordinates() { writeWorldCoordinates(m_fields); }
+
+protected:
+    const BitWriter& fields() const { return m_fields; }
+
+private:
+    BitWriter& m_fields;
+    BitWriter& m_handles;
+};
+
+/// Writes a record; the counterpart of FieldsIn.
+class FieldsOut : public PlainFieldsOut {
+public:
+    FieldsOut(Record& out, const Plan& plan) : PlainFieldsOut(out.fields, out.handles), m_plan(plan) {}
+
+    /// Zero stands for ByLayer everywhere else; a layer itself cannot have that.
+    void ownLinetype(Handle value)
+    {
+        const Handle linetype = m_plan.linetype(value);
+        pointer(linetype == m_plan.byLayer ? m_plan.continuous : linetype);
+    }
+    void handle(Handle value, Table table) { pointer(known(value, table)); }
+    void plotStyle() { pointer(m_plan.placeholder); }
 
 private:
     /// The handle itself when it names something of that table, else the table's standard entry.
@@ -92,8 +110,6 @@ private:
         }
     }
 
-    BitWriter& m_fields;
-    BitWriter& m_handles;
     const Plan& m_plan;
 };
 

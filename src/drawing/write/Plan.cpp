@@ -145,6 +145,7 @@ private:
         Document& document = m_plan.document;
         m_plan.byBlock = complete(document.linetypes, u"ByBlock", 0x14);
         m_plan.byLayer = complete(document.linetypes, u"ByLayer", 0x15);
+        m_plan.currentLinetype = m_plan.byLayer;
         m_plan.continuous = complete(document.linetypes, u"Continuous", 0x16);
         m_plan.layerZero = complete(document.layers, u"0", 0x10);
         const bool bare = named(document.textStyles, u"Standard") == nullptr;
@@ -153,7 +154,7 @@ private:
             document.textStyles.back().font = u"txt";
         m_plan.standardDimensionStyle = complete(document.dimensionStyles, u"Standard", 0x27);
         const bool noMLineStyle = named(document.mlineStyles, u"Standard") == nullptr;
-        m_plan.standardMLineStyle = complete(document.mlineStyles, u"Standard", 0x18);
+        m_plan.currentMLineStyle = complete(document.mlineStyles, u"Standard", 0x18);
         if (noMLineStyle)
             document.mlineStyles.back().elements = {{0.5, {}, 0}, {-0.5, {}, 0}};
         giveAll(document.layers);
@@ -232,6 +233,8 @@ private:
                     plan.layout = layout.handle;
             m_plan.m_blocks.emplace(handle, i);
         }
+        m_plan.modelSpaceBlock = document.blocks[document.modelSpace].handle;
+        m_plan.paperSpaceBlock = document.blocks[m_plan.paperSpace].handle;
         m_plan.properties = m_plan.give();
         remember(document.layers, m_plan.m_layers);
         remember(document.textStyles, m_plan.m_styles);

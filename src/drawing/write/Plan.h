@@ -1,6 +1,7 @@
 #pragma once
 
 #include "drawing/Document.h"
+#include "drawing/records/HeaderVariables.h"
 #include "platform/Result.h"
 
 #include <optional>
@@ -19,18 +20,12 @@ struct BlockPlan {
 };
 
 /// A document made complete: what every AC1015 file holds is added, every object has a handle of its own.
-struct Plan {
+struct Plan : HeaderHandles {
     Document document;
     std::vector<BlockPlan> blocks; ///< Beside Document::blocks.
 
-    Handle blockControl = 0, layerControl = 0, styleControl = 0, linetypeControl = 0, viewControl = 0,
-           ucsControl = 0, vportControl = 0, applicationControl = 0, dimensionStyleControl = 0,
-           viewportHeaderControl = 0;
-    Handle namedObjects = 0, groups = 0, plotStyles = 0, placeholder = 0, mlineStyles = 0, plotSettings = 0,
-           layouts = 0, properties = 0;
-    Handle application = 0, activeVport = 0;
-    Handle byLayer = 0, byBlock = 0, continuous = 0, layerZero = 0, standardStyle = 0,
-           standardDimensionStyle = 0, standardMLineStyle = 0;
+    Handle placeholder = 0, properties = 0, application = 0, activeVport = 0;
+    Handle layerZero = 0, standardStyle = 0, standardDimensionStyle = 0;
     std::size_t paperSpace = 0; ///< Index into Document::blocks of the paper space in front.
 
     /// A handle that nothing has yet; `wanted` when that is free.

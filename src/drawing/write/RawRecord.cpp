@@ -30,6 +30,15 @@ void copyBits(BitWriter& out, BitReader in, std::size_t count)
 
 } // namespace
 
+BitWriter part(const BitWriter& bits, std::size_t from, std::size_t to)
+{
+    BitWriter out;
+    BitReader in(bytesOf(bits.bytes()));
+    in.seek(from);
+    copyBits(out, in, to - from);
+    return out;
+}
+
 BitWriter spliced(const BitWriter& bits, std::size_t from, std::size_t to, const BitWriter& with)
 {
     BitWriter out;

@@ -37,6 +37,8 @@ public:
     std::string framed() const;
 };
 
+/// The bits from `from` up to `to`.
+BitWriter part(const BitWriter& bits, std::size_t from, std::size_t to);
 /// The bits with others in the place of those from `from` up to `to`.
 BitWriter spliced(const BitWriter& bits, std::size_t from, std::size_t to, const BitWriter& with);
 

@@ -1,6 +1,6 @@
 #include "drawing/write/Tables.h"
 
-#include "drawing/records/TableLayouts.h"
+#include "drawing/records/DimensionStyleLayout.h"
 #include "drawing/write/FieldsOut.h"
 
 #include "platform/Text.h"
@@ -161,16 +161,9 @@ void addActiveVport(ObjectStream& objects, const Plan& plan)
 
 void addDimensionStyle(ObjectStream& objects, const Plan& plan, const DimensionStyle& style)
 {
-    Record record = entryRecord(kDimensionStyle, plan, style.handle, plan.dimensionStyleControl, style.name);
-    const DimensionVariables variables = dimensionVariables(plan, style);
-    record.fields.text({});
-    record.fields.text({});
-    variables.writeNumbers(record.fields);
-    record.fields.bitShort(-2);
-    record.fields.bitShort(-2);
-    record.fields.bit(false);
-    record.handles.handle(kHardPointer, 0);
-    variables.writeHandles(record.handles);
+    Record record = startedEntry(kDimensionStyle, style.handle, plan.dimensionStyleControl);
+    FieldsOut fields(record, plan);
+    layout(fields, style, plan.document.header.measurement != 0);
     objects.add(record);
 }
 
@@ -229,73 +222,6 @@ void addBlocks(ObjectStream& objects, const Plan& plan)
         addBlockHeader(objects, plan, i);
 }
 } // namespace
-
-DimensionVariables dimensionVariables(const Plan& plan, const DimensionStyle& style)
-{
-    return {style.scale, style.arrowSize, style.textHeight, plan.document.header.measurement != 0,
-            plan.style(style.textStyle)};
-}
-
-void DimensionVariables::writeNumbers(BitWriter& fields) const
-{
-    fields.bitDouble(scale);
-    fields.bitDouble(arrowSize);
-    fields.bitDouble(arrowSize / 3); // Extension line offset.
-    fields.bitDouble(arrowSize * 2); // Increment of baselines.
-    fields.bitDouble(arrowSize);     // Extension line beyond the dimension line.
-    for (int i = 0; i < 4; ++i)
-        fields.bitDouble(0); // Rounding, dimension line extension, plus and minus tolerance.
-    fields.bit(false);
-    fields.bit(false);
-    fields.bit(!metric); // Text level inside and outside.
-    fields.bit(!metric);
-    fields.bit(false);
-    fields.bit(false);
-    fields.bitShort(metric ? 1 : 0); // Text above the line.
-    fields.bitShort(metric ? 8 : 0); // Trailing zeros.
-    fields.bitShort(0);
-    fields.bitDouble(textHeight);
-    fields.bitDouble(textHeight / 2); // Centre mark.
-    fields.bitDouble(0);
-    fields.bitDouble(25.4); // Factor of alternate units.
-    fields.bitDouble(1);
-    fields.bitDouble(0);
-    fields.bitDouble(1);
-    fields.bitDouble(textHeight / 2); // Gap.
-    fields.bitDouble(0);
-    fields.bit(false);
-    fields.bitShort(2);
-    for (int i = 0; i < 4; ++i)
-        fields.bit(false);
-    for (int i = 0; i < 3; ++i)
-        fields.bitShort(0); // Colours ByBlock.
-    fields.bitShort(0);
-    fields.bitShort(metric ? 2 : 4);
-    fields.bitShort(metric ? 2 : 4);
-    fields.bitShort(2);
-    fields.bitShort(2);
-    fields.bitShort(0);
-    fields.bitShort(0);
-    fields.bitShort(2);
-    fields.bitShort('.');
-    fields.bitShort(0);
-    fields.bitShort(0);
-    fields.bit(false);
-    fields.bit(false);
-    fields.bitShort(1);
-    fields.bitShort(0);
-    fields.bitShort(0);
-    fields.bitShort(0);
-    fields.bit(false);
-    fields.bitShort(3);
-}
-
-void DimensionVariables::writeHandles(BitWriter& handles) const
-{
-    handles.handle(kHardPointer, textStyle);
-    for (int i = 0; i < 4; ++i)
-        handles.handle(kHardPointer, 0); // Blocks in place of arrows.
-}
 
 std::vector<Handle> linetypeOrder(const Plan& plan)
 {

@@ -21,16 +21,4 @@ Result<Record> propertiesRecord(Handle handle, Handle dictionary, const Properti
 /// What is said of such a text.
 inline constexpr const char* kPropertyTooLong = "a property is longer than the format holds";
 
-/// The variables of dimensions, which stand in the header and in each dimension style in the same order but
-/// not with the same neighbours. The handles that both have go to `handles`.
-struct DimensionVariables {
-    double scale = 1, arrowSize = 0.18, textHeight = 0.18;
-    bool metric = false;
-    Handle textStyle = 0;
-
-    void writeNumbers(BitWriter& fields) const;
-    void writeHandles(BitWriter& handles) const;
-};
-DimensionVariables dimensionVariables(const Plan& plan, const DimensionStyle& style);
-
 } // namespace zv::dwg
