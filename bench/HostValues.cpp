@@ -1,6 +1,7 @@
 #include "HostValues.h"
 
 #include "platform/Text.h"
+#include "platform/Utf8.h"
 
 namespace zv::bench {
 

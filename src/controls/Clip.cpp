@@ -1,24 +1,10 @@
 #include "controls/Clip.h"
 
+#include "platform/Files.h"
+
 #include <QPainter>
 
-#include <fstream>
-
 namespace zv {
-namespace {
-
-/// The file's bytes, one more than a clip may have at the most; empty when it cannot be read.
-std::string clipBytes(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    std::string bytes;
-    char block[65536];
-    while (bytes.size() <= kMaxClipBytes && (file.read(block, sizeof block), file.gcount() > 0))
-        bytes.append(block, static_cast<std::size_t>(file.gcount()));
-    return bytes;
-}
-
-} // namespace
 
 ClipPlayer::ClipPlayer(QWidget* parent) : QWidget(parent)
 {
@@ -29,7 +15,7 @@ ClipPlayer::ClipPlayer(QWidget* parent) : QWidget(parent)
 bool ClipPlayer::open(const std::string& path)
 {
     close();
-    Result<Clip> clip = readClip(clipBytes(path));
+    Result<Clip> clip = readClip(readFile(path, kMaxClipBytes).valueOr({}));
     if (!clip)
         return false;
     m_clip = std::move(*clip);

@@ -1,6 +1,7 @@
 #include "library/ListFile.h"
 
 #include "config/FileNames.h"
+#include "platform/FileText.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -22,6 +23,7 @@ Error tooManyLines(const std::string& listPath)
                  listPath + ": a library holds at most " + std::to_string(kMostListLines) + " drawings"};
 }
 
+/// Splits a line of the program's own text.
 ListLine splitLine(std::string_view line, std::string_view pathBefore)
 {
     if (std::optional<ListEntry> entry = splitListLine(line))
@@ -29,13 +31,22 @@ ListLine splitLine(std::string_view line, std::string_view pathBefore)
     return {{std::string(pathBefore), std::string(line)}, false};
 }
 
+/// Splits a line as the file has it, without regard to the lines before it.
+ListLine splitStored(std::string_view line)
+{
+    return splitLine(textFromFile(std::string(line)), {});
+}
+
+std::string storedLine(const std::string& path, const std::string& label)
+{
+    return textForFile(path + kSeparator + label);
+}
+
 std::string joined(const std::vector<ListEntry>& entries)
 {
     std::string bytes;
     for (const ListEntry& entry : entries) {
-        bytes += entry.path;
-        bytes += kSeparator;
-        bytes += entry.label;
+        bytes += storedLine(entry.path, entry.label);
         bytes += kLineEnd;
     }
     return bytes;
@@ -64,7 +75,7 @@ Result<void> rewrite(const std::string& listPath, std::size_t index, const std::
         if (lines.size() > kMostListLines)
             return tooManyLines(listPath);
         const bool there = index >= 1 && index <= lines.size();
-        if (shown && !(there && splitLine(lines[index - 1], {}).shownPath() == *shown))
+        if (shown && !(there && splitStored(lines[index - 1]).shownPath() == *shown))
             return Error{ErrorCode::Busy, listPath + ": has been changed by another user"};
         if (!there)
             return old;
@@ -121,10 +132,11 @@ std::vector<std::string_view> textLines(std::string_view bytes)
 
 Result<std::vector<ListLine>> readListFile(const std::string& listPath)
 {
-    const Result<std::string> bytes = readList(listPath);
+    Result<std::string> bytes = readList(listPath);
     if (!bytes)
         return bytes.error();
-    const std::vector<std::string_view> lines = textLines(*bytes);
+    const std::string text = textFromFile(std::move(*bytes));
+    const std::vector<std::string_view> lines = textLines(text);
     if (lines.size() > kMostListLines)
         return tooManyLines(listPath);
     std::vector<ListLine> list;
@@ -140,7 +152,7 @@ std::optional<std::string> listLabel(const std::string& listPath, std::size_t in
     const std::vector<std::string_view> lines = textLines(bytes ? *bytes : std::string_view());
     if (index < 1 || index > lines.size())
         return {};
-    return splitLine(lines[index - 1], {}).label;
+    return splitStored(lines[index - 1]).label;
 }
 
 Result<void> createList(const std::string& listPath, const std::vector<ListEntry>& entries)
@@ -172,7 +184,7 @@ Result<void> changeListLabel(const std::string& listPath, std::size_t index, con
 {
     std::string changed;
     return rewrite(listPath, index, shown, [&](Lines& lines) {
-        changed = splitLine(lines[index - 1], {}).shownPath() + kSeparator + label;
+        changed = storedLine(splitStored(lines[index - 1]).shownPath(), label);
         lines[index - 1] = changed;
     });
 }

@@ -11,7 +11,7 @@
 
 namespace zv {
 
-/// One drawing of a library. Both texts are bytes in the system's 8-bit code page.
+/// One drawing of a library.
 struct ListEntry {
     std::string path;  ///< As written; it may hold ";".
     std::string label; ///< Shown in the label list; may be empty.
@@ -27,7 +27,7 @@ struct ListLine : ListEntry {
     const std::string& shownPath() const { return separated ? path : label; }
 };
 
-/// Splits a line, without its end, at its last ";"; none when it has none.
+/// Splits a line of the program's own text, without its end, at its last ";"; none when it has none.
 std::optional<ListEntry> splitListLine(std::string_view line);
 
 /// Lines of a library are counted in 16 bits.

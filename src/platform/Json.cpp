@@ -386,15 +386,4 @@ std::string writeJson(const Json& json)
     return out;
 }
 
-bool isUtf8(std::string_view bytes)
-{
-    while (!bytes.empty()) {
-        const std::size_t length = sequenceLength(bytes);
-        if (length == 0)
-            return false;
-        bytes.remove_prefix(length);
-    }
-    return true;
-}
-
 } // namespace zv

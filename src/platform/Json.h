@@ -50,7 +50,4 @@ Result<Json> readJson(std::string_view text);
 /// The value on one line. A number that is not finite is written as null.
 std::string writeJson(const Json& json);
 
-/// Whether the bytes are whole, shortest-form UTF-8 without surrogates.
-bool isUtf8(std::string_view bytes);
-
 } // namespace zv

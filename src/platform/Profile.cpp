@@ -7,13 +7,6 @@ namespace zv {
 
 namespace {
 
-std::string cutToBuffer(std::string value)
-{
-    if (value.size() >= kProfileBuffer)
-        value.resize(kProfileBuffer - 1);
-    return value;
-}
-
 /// One value as the program left it, nothing when it is absent.
 Result<std::optional<std::string>> readValue(const std::string& file, const std::string& section,
                                              const std::string& key)

@@ -2,14 +2,15 @@
 
 #include "platform/Result.h"
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace zv {
 
-/// The profile-file calls under their platform names; on Windows they are the system's own. Names of
-/// sections, keys and profile files meet without regard to case. Texts are bytes in the system's 8-bit code
-/// page; a null pointer stands for what the system's calls take one for (all sections, all keys, delete the
+/// The profile-file calls under their platform names. Names of sections, keys and profile files meet without
+/// regard to case. A value is read and written as lines of lists are (see FileText.h); a null pointer
+/// stands for what the system's calls take one for (all sections, all keys, delete the
 /// key, delete the section). A file is read afresh in each call, and a write that fails leaves it as it was.
 /// While another program holds the file a write fails at once, without waiting.
 
@@ -25,6 +26,9 @@ int WritePrivateProfileStringA(const char* section, const char* key, const char*
 /// Replaces all lines of a section. `text` holds lines "key=value", each ended by a NUL, and one more NUL at
 /// the end; lines of blanks are passed over, so that "" and " " clear the section. Nonzero on success.
 int WritePrivateProfileSectionA(const char* section, const char* text, const char* file);
+
+/// More than any office has settings for. A larger file is none of ours, and is neither read nor written.
+inline constexpr std::uint64_t kMostProfileBytes = std::uint64_t{16} << 20;
 
 /// The size of the program's buffer for one value; the value is cut to one less.
 inline constexpr unsigned long kProfileBuffer = 256;

@@ -1,5 +1,6 @@
 #include "platform/ProfileText.h"
 
+#include "platform/FileText.h"
 #include "platform/LocaleCase.h"
 #include "platform/Text.h"
 
@@ -32,6 +33,11 @@ std::string_view withoutQuotes(std::string_view text)
     if (text.size() >= 2 && (text.front() == '"' || text.front() == '\'') && text.back() == text.front())
         return text.substr(1, text.size() - 2);
     return text;
+}
+
+std::string valueText(std::string_view stored)
+{
+    return textFromFile(std::string(withoutQuotes(stored)));
 }
 
 } // namespace
@@ -127,7 +133,7 @@ std::optional<std::string> ProfileText::value(std::string_view section, std::str
     const Line* line = findKey(section, key);
     if (!line || !line->value)
         return {};
-    return std::string(withoutQuotes(*line->value));
+    return valueText(*line->value);
 }
 
 std::vector<std::optional<std::string>> ProfileText::values(std::string_view section,
@@ -143,8 +149,7 @@ std::vector<std::optional<std::string>> ProfileText::values(std::string_view sec
     values.reserve(keys.size());
     for (const std::string& key : keys) {
         const auto found = held.find(foldedName(trimmed(key)));
-        values.push_back(found == held.end() ? std::optional<std::string>()
-                                             : std::string(withoutQuotes(found->second)));
+        values.push_back(found == held.end() ? std::optional<std::string>() : valueText(found->second));
     }
     return values;
 }
@@ -173,20 +178,21 @@ std::vector<std::string> ProfileText::keys(std::string_view section) const
 void ProfileText::setValue(std::string_view section, std::string_view key, std::string_view value)
 {
     const std::string name(trimmed(key));
+    const std::string stored = textForFile(std::string(value));
     std::string text = m_text;
     if (const Line* line = findKey(section, key)) {
         text.replace(line->begin, line->end - line->begin,
-                     std::string(line->name) + "=" + std::string(value) + std::string(kLineEnd));
+                     std::string(line->name) + "=" + stored + std::string(kLineEnd));
     } else if (const std::optional<Range> range = find(section)) {
         const std::size_t place = endOf(*range);
         const bool open = place > 0 && text[place - 1] != '\n';
-        text.insert(place, (open ? std::string(kLineEnd) : std::string()) + name + "=" + std::string(value) +
+        text.insert(place, (open ? std::string(kLineEnd) : std::string()) + name + "=" + stored +
                                std::string(kLineEnd));
     } else {
         if (!text.empty() && text.back() != '\n')
             text += kLineEnd;
         text += "[" + std::string(trimmed(section)) + "]" + std::string(kLineEnd);
-        text += name + "=" + std::string(value) + std::string(kLineEnd);
+        text += name + "=" + stored + std::string(kLineEnd);
     }
     change(std::move(text));
 }
@@ -215,7 +221,7 @@ void ProfileText::setLines(std::string_view section, const std::vector<std::stri
     std::string body;
     for (std::string_view line : lines) {
         if (!trimmed(line).empty())
-            body += std::string(line) + std::string(kLineEnd);
+            body += textForFile(std::string(line)) + std::string(kLineEnd);
     }
     std::string text = m_text;
     if (const std::optional<Range> range = find(section)) {

@@ -9,7 +9,7 @@ namespace zv {
 
 /// The text of a profile file: sections "[name]", lines "key=value", comments from ";". Names meet without
 /// regard to case, the first of several equal sections or keys counts, and every line that is not changed
-/// keeps its bytes.
+/// keeps its bytes. Values are in the program's own text.
 /// Format: the initialization files that Microsoft documents for GetPrivateProfileString.
 class ProfileText {
 public:

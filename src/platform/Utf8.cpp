@@ -2,6 +2,8 @@
 
 #include "platform/Text.h"
 
+#include <algorithm>
+
 namespace zv {
 
 namespace {
@@ -26,6 +28,14 @@ Lead leadOf(unsigned char byte)
     if ((byte & 0xF8) == 0xF0)
         return {4, byte & 0x07u, 0x10000};
     return {0, 0, 0};
+}
+
+/// How many bytes at the front are plain ASCII, as nearly all of paths and names are.
+std::size_t plainLength(std::string_view bytes)
+{
+    const auto end = std::find_if(bytes.begin(), bytes.end(),
+                                  [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
+    return static_cast<std::size_t>(end - bytes.begin());
 }
 
 } // namespace
@@ -69,6 +79,19 @@ void appendUtf8(std::string& bytes, char32_t character)
     }
 }
 
+bool isUtf8(std::string_view bytes)
+{
+    for (;;) {
+        bytes.remove_prefix(plainLength(bytes));
+        if (bytes.empty())
+            return true;
+        const std::size_t length = decodeUtf8(bytes).length;
+        if (length == 0)
+            return false;
+        bytes.remove_prefix(length);
+    }
+}
+
 Decoded decodeUtf16(std::u16string_view text)
 {
     const char32_t first = text.front();
@@ -108,6 +131,40 @@ std::string toUtf8(std::u16string_view text)
     while (!text.empty()) {
         const Decoded next = decodeUtf16(text);
         appendUtf8(bytes, next.length ? next.character : kReplacement);
+        text.remove_prefix(next.length ? next.length : 1);
+    }
+    return bytes;
+}
+
+std::u16string wideFromUtf8(std::string_view bytes)
+{
+    std::u16string text;
+    text.reserve(bytes.size());
+    for (;;) {
+        const std::size_t plain = plainLength(bytes);
+        text.append(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(plain));
+        bytes.remove_prefix(plain);
+        if (bytes.empty())
+            return text;
+        const Decoded next = decodeUtf8(bytes);
+        if (next.length)
+            appendUtf16(text, next.character);
+        else
+            text.push_back(escapedByte(static_cast<unsigned char>(bytes.front())));
+        bytes.remove_prefix(next.length ? next.length : 1);
+    }
+}
+
+std::string utf8FromWide(std::u16string_view text)
+{
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        const Decoded next = decodeUtf16(text);
+        if (next.length)
+            appendUtf8(bytes, next.character);
+        else
+            bytes.push_back(isEscapedByte(text.front()) ? unescapedByte(text.front()) : '?');
         text.remove_prefix(next.length ? next.length : 1);
     }
     return bytes;

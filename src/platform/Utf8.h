@@ -16,6 +16,8 @@ struct Decoded {
 /// damaged.
 Decoded decodeUtf8(std::string_view bytes);
 void appendUtf8(std::string& bytes, char32_t character);
+/// Whether the bytes are whole, shortest-form UTF-8 without surrogates.
+bool isUtf8(std::string_view bytes);
 
 /// The first character of a text that is not empty. A lone surrogate is damaged.
 Decoded decodeUtf16(std::u16string_view text);
@@ -40,5 +42,9 @@ inline constexpr char unescapedByte(char16_t unit)
 {
     return static_cast<char>(unit - 0xDC00);
 }
+
+/// wide() and narrow() where the program's own text is UTF-8.
+std::u16string wideFromUtf8(std::string_view bytes);
+std::string utf8FromWide(std::u16string_view text);
 
 } // namespace zv

@@ -1,6 +1,7 @@
 #include "queue/QueueFile.h"
 
 #include "library/ListFile.h"
+#include "platform/FileText.h"
 #include "platform/Files.h"
 #include "platform/Text.h"
 
@@ -25,7 +26,7 @@ std::string queuePath(const std::string& userFolder, const std::string& loginNam
 Result<void> addToQueue(const std::string& queuePath, const std::string& drawing,
                         const std::function<void()>& whileOpen)
 {
-    return appendLines(queuePath, drawing + kLineEnd, workingCopyOf(queuePath), whileOpen);
+    return appendLines(queuePath, textForFile(drawing) + kLineEnd, workingCopyOf(queuePath), whileOpen);
 }
 
 bool isQueuedPath(std::string_view path)
@@ -35,11 +36,12 @@ bool isQueuedPath(std::string_view path)
 
 Result<std::vector<std::string>> readQueue(const std::string& queuePath)
 {
-    const Result<std::string> bytes = readFile(queuePath);
+    Result<std::string> bytes = readFile(queuePath);
     if (!bytes)
         return bytes.error();
+    const std::string text = textFromFile(std::move(*bytes));
     std::vector<std::string> drawings;
-    for (const std::string_view line : textLines(*bytes)) {
+    for (const std::string_view line : textLines(text)) {
         if (isQueuedPath(line))
             drawings.emplace_back(line);
     }
@@ -50,7 +52,7 @@ Result<void> saveQueue(const std::string& queuePath, const std::vector<std::stri
 {
     std::string bytes;
     for (const std::string& drawing : drawings)
-        bytes += drawing + kLineEnd;
+        bytes += textForFile(drawing) + kLineEnd;
     return replaceFile(queuePath, workingCopyOf(queuePath), bytes);
 }
 

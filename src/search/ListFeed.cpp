@@ -1,5 +1,7 @@
 #include "search/ListFeed.h"
 
+#include "platform/FileText.h"
+
 #include <algorithm>
 #include <span>
 
@@ -25,7 +27,7 @@ std::string ListFeed::takeLine()
     const std::size_t end = m_bytes.find_first_of(kLineEnds, m_next);
     std::string line = m_bytes.substr(m_next, end - m_next);
     m_next = end + (m_bytes.compare(end, 2, "\r\n") == 0 ? 2 : 1);
-    return line;
+    return textFromFile(std::move(line));
 }
 
 std::optional<std::string> ListFeed::takeRest()
@@ -36,7 +38,7 @@ std::optional<std::string> ListFeed::takeRest()
     m_next = m_bytes.size();
     if (rest.back() == '\r')
         rest.pop_back();
-    return rest;
+    return textFromFile(std::move(rest));
 }
 
 std::size_t ListFeed::expectedLines() const

@@ -18,7 +18,7 @@ public:
     /// Whether a whole line is at hand. One that ends with the file may still grow and counts only as the
     /// rest.
     bool hasLine() const;
-    /// The next line without its end; there must be one.
+    /// The next line without its end, in the program's own text; there must be one.
     std::string takeLine();
     /// The last line, which no line end closes, once nothing is left to read. None when there is no such
     /// line.

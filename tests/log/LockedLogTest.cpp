@@ -1,6 +1,6 @@
 #include "log/ActivityLog.h"
 
-#include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

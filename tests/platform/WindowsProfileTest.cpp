@@ -1,7 +1,8 @@
 #include "platform/Profile.h"
 
 #include "platform/ProfileWrites.h"
-#include "platform/windows/LastError.h"
+#include "platform/windows/CodePage.h"
+#include "platform/windows/WidePath.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,37 @@ TEST_F(WindowsProfileTest, AWriteToABusyOneWaitsAndIsReadMeanwhile)
     EXPECT_EQ(folder.read("user.ini"), old);
     EXPECT_FALSE(profileWrites().retry());
     EXPECT_EQ(folder.read("user.ini"), "[a]\r\nk=2\r\n");
+}
+
+TEST_F(WindowsProfileTest, EachValueIsReadInItsOwnEncodingAndWrittenInUtf8)
+{
+    if (systemCodePage() != 1252)
+        GTEST_SKIP() << "the values are of code page 1252";
+    const std::string mixed = "[a]\r\nold=T\xFCr\r\nnew=\xE9\x97\xA8\r\nk=";
+    const std::string both = folder.write("mixed.ini", mixed + "\xFC\r\n");
+    EXPECT_EQ(profileString(both, "a", "old", ""), "T\xC3\xBCr");
+    EXPECT_EQ(readProfileStrings(both, "a", {"old", "new", "k"}).valueOr({}),
+              (std::vector<std::string>{"T\xC3\xBCr", "\xE9\x97\xA8", "\xC3\xBC"}));
+    EXPECT_TRUE(writeProfileString(both, "a", "k", "\xC3\x9C"));
+    EXPECT_EQ(folder.read("mixed.ini"), mixed + "\xC3\x9C\r\n");
+}
+
+TEST_F(WindowsProfileTest, AValueIsCutAfter255CharactersInAnyScript)
+{
+    std::string chinese;
+    for (int i = 0; i < 255; ++i)
+        chinese += "\xE9\x97\xA8";
+    const std::string path = folder.write("long.ini", "[a]\r\nk=" + chinese + "\xE9\x97\xA8\r\n");
+    EXPECT_EQ(profileString(path, "a", "k", ""), chinese);
+}
+
+TEST_F(WindowsProfileTest, AReadOnlyOneStaysAsItIs)
+{
+    letGo();
+    ASSERT_TRUE(::SetFileAttributesW(widePath(file).c_str(), FILE_ATTRIBUTE_READONLY));
+    EXPECT_FALSE(writeProfileString(file, "a", "k", "2"));
+    EXPECT_EQ(folder.read("user.ini"), old);
+    ::SetFileAttributesW(widePath(file).c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 } // namespace

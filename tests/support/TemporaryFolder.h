@@ -26,21 +26,35 @@ public:
         std::filesystem::remove_all(m_path, ignored);
     }
 
-    std::string path() const { return m_path.string(); }
-    std::string file(const std::string& name) const { return (m_path / name).string(); }
+    std::string path() const { return textOf(m_path); }
+    std::string file(const std::string& name) const
+    {
+        return path() + static_cast<char>(std::filesystem::path::preferred_separator) + name;
+    }
 
     std::string write(const std::string& name, const std::string& bytes) const
     {
-        std::ofstream(m_path / name, std::ios::binary) << bytes;
+        std::ofstream(m_path / pathOf(name), std::ios::binary) << bytes;
         return file(name);
     }
     std::string read(const std::string& name) const
     {
-        std::ifstream in(m_path / name, std::ios::binary);
+        std::ifstream in(m_path / pathOf(name), std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(in), {});
     }
 
 private:
+    // The standard library would not take the program's own text for UTF-8 on Windows.
+    static std::filesystem::path pathOf(const std::string& name)
+    {
+        return std::u8string(name.begin(), name.end());
+    }
+    static std::string textOf(const std::filesystem::path& path)
+    {
+        const std::u8string text = path.u8string();
+        return std::string(text.begin(), text.end());
+    }
+
     std::filesystem::path m_path;
 };
 

@@ -3,9 +3,8 @@
 #include "drawing/fonts/ShxFont.h"
 #include "drawing/fonts/StrokeFont.h"
 #include "platform/Files.h"
+#include "platform/Folders.h"
 #include "platform/Text.h"
-
-#include <filesystem>
 
 namespace zv::dwg {
 
@@ -100,10 +99,7 @@ std::string FontFolder::fileOfFolder(std::string_view name) const
         return {};
     if (auto bytes = readFile(joinPath(m_folder, name)))
         return bytes.value();
-    std::error_code error;
-    for (std::filesystem::directory_iterator entry(m_folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        const std::string found = entry->path().filename().string();
+    for (const std::string& found : filesIn(m_folder, {}).valueOr({})) {
         if (sameText(found, name))
             return readFile(joinPath(m_folder, found)).valueOr({});
     }

@@ -1,4 +1,5 @@
 #include "drawing/paint/Picture.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
 #include "platform/System.h"
 
@@ -6,9 +7,9 @@
 
 #include <charconv>
 #include <clocale>
-#include <cstdio>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -32,8 +33,8 @@ bool readSize(std::string_view text, QSize& size)
 
 int usage()
 {
-    std::fputs("zelvora-dwg-render FILE OUT.png|.jpg|.svg|.pdf [--size WxH] [--fonts FOLDER] [--light]\n",
-               stderr);
+    zv::print("zelvora-dwg-render FILE OUT.png|.jpg|.svg|.pdf [--size WxH] [--fonts FOLDER] [--light]\n",
+              zv::Output::Errors);
     return kUsage;
 }
 
@@ -44,13 +45,14 @@ int main(int argc, char** argv)
     std::string file, out, fonts;
     QSize size(1024, 768);
     QColor background = Qt::black;
-    for (int i = 1; i < argc; ++i) {
-        const std::string argument = argv[i];
-        if (argument == "--size" && i + 1 < argc) {
-            if (!readSize(argv[++i], size))
+    const std::vector<std::string> words = zv::programArguments(argc, argv);
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string& argument = words[i];
+        if (argument == "--size" && i + 1 < words.size()) {
+            if (!readSize(words[++i], size))
                 return usage();
-        } else if (argument == "--fonts" && i + 1 < argc) {
-            fonts = argv[++i];
+        } else if (argument == "--fonts" && i + 1 < words.size()) {
+            fonts = words[++i];
         } else if (argument == "--light") {
             background = Qt::white;
         } else if (file.empty()) {
@@ -72,13 +74,13 @@ int main(int argc, char** argv)
         fonts = zv::joinPath(zv::installationFolder(), "fonts");
     const auto drawing = zv::dwg::openDrawing(file, fonts);
     if (!drawing) {
-        std::fprintf(stderr, "zelvora-dwg: %s\n", zv::namingFile(file, drawing.error()).c_str());
+        zv::print("zelvora-dwg: " + zv::namingFile(file, drawing.error()) + "\n", zv::Output::Errors);
         return kFailed;
     }
     const QColor ground = zv::dwg::isPaper(out) ? QColor(Qt::white) : background;
     const auto saved = zv::dwg::savePicture(drawing->scene, out, size, ground);
     if (!saved) {
-        std::fprintf(stderr, "zelvora-dwg: %s\n", saved.error().text.c_str());
+        zv::print("zelvora-dwg: " + saved.error().text + "\n", zv::Output::Errors);
         return kFailed;
     }
     return 0;

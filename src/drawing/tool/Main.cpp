@@ -2,15 +2,15 @@
 #include "drawing/preview/PngWriter.h"
 #include "drawing/preview/Preview.h"
 #include "drawing/tool/Info.h"
+#include "platform/Console.h"
 #include "platform/Files.h"
+#include "platform/FolderWalk.h"
 #include "platform/RunProgram.h"
 #include "platform/System.h"
 #include "platform/Text.h"
 
 #include <algorithm>
 #include <clocale>
-#include <cstdio>
-#include <filesystem>
 
 namespace {
 
@@ -21,14 +21,9 @@ using Arguments = std::vector<std::string>;
 
 constexpr int kDone = 0, kFailed = 1, kUsage = 2;
 
-void print(std::string_view text, std::FILE* to = stdout)
-{
-    std::fwrite(text.data(), 1, text.size(), to);
-}
-
 int failed(const std::string& path, const Error& error)
 {
-    print("zelvora-dwg: " + namingFile(path, error) + "\n", stderr);
+    print("zelvora-dwg: " + namingFile(path, error) + "\n", Output::Errors);
     return kFailed;
 }
 
@@ -38,7 +33,7 @@ int usage()
           "       zelvora-dwg preview FILE OUT.png\n"
           "       zelvora-dwg render FILE OUT.png|.svg|.pdf [--size WxH]\n"
           "       zelvora-dwg scan FOLDER\n",
-          stderr);
+          Output::Errors);
     return kUsage;
 }
 
@@ -110,30 +105,15 @@ int render(Arguments arguments)
     return status ? *status : failed(arguments.front(), status.error());
 }
 
-bool isDrawing(const std::filesystem::path& path)
-{
-    return sameText(path.extension().string(), ".dwg");
-}
-
 int scan(const Arguments& arguments)
 {
-    namespace fs = std::filesystem;
     if (arguments.size() != 1)
         return usage();
-    std::error_code problem;
-    std::vector<std::string> files;
-    fs::recursive_directory_iterator at(arguments[0], fs::directory_options::skip_permission_denied, problem),
-        end;
-    if (problem)
-        return failed(arguments[0], {ErrorCode::NotFound, "no such folder"});
-    while (at != end && !problem) {
-        if (at->is_regular_file(problem) && isDrawing(at->path()))
-            files.push_back(at->path().string());
-        at.increment(problem);
-    }
-    std::sort(files.begin(), files.end());
+    const auto files = filesBelow(arguments[0], ".dwg");
+    if (!files)
+        return failed(arguments[0], files.error());
     int status = kDone;
-    for (const std::string& file : files) {
+    for (const std::string& file : *files) {
         const auto source = openByteSource(file);
         const auto document = source ? readDocument(**source) : Result<Document>(source.error());
         if (document)
@@ -149,7 +129,7 @@ int scan(const Arguments& arguments)
 int main(int count, char** values)
 {
     std::setlocale(LC_CTYPE, "");
-    Arguments arguments(values + 1, values + std::max(count, 1));
+    Arguments arguments = programArguments(count, values);
     if (arguments.empty())
         return usage();
     const std::string command = arguments.front();

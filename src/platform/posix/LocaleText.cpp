@@ -1,8 +1,8 @@
+#include "platform/FileText.h"
 #include "platform/LocaleCase.h"
 #include "platform/Text.h"
 #include "platform/Utf8.h"
 
-#include <algorithm>
 #include <climits>
 #include <clocale>
 #include <cstring>
@@ -76,19 +76,12 @@ template <class Change> std::u16string changed(std::u16string_view text, Change 
 
 std::u16string wide(std::string_view bytes)
 {
-    const bool utf8 = localeIsUtf8();
+    if (localeIsUtf8())
+        return wideFromUtf8(bytes);
     std::u16string text;
     text.reserve(bytes.size());
     while (!bytes.empty()) {
-        // Nearly all paths and names are of these letters alone.
-        const auto isPlain = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-        if (utf8 && isPlain(bytes.front())) {
-            const auto end = std::find_if_not(bytes.begin(), bytes.end(), isPlain);
-            text.append(bytes.begin(), end);
-            bytes.remove_prefix(static_cast<std::size_t>(end - bytes.begin()));
-            continue;
-        }
-        const Decoded next = utf8 ? decodeUtf8(bytes) : decodeLocale(bytes);
+        const Decoded next = decodeLocale(bytes);
         if (next.length)
             appendUtf16(text, next.character);
         else
@@ -100,20 +93,29 @@ std::u16string wide(std::string_view bytes)
 
 std::string narrow(std::u16string_view text)
 {
-    const bool utf8 = localeIsUtf8();
+    if (localeIsUtf8())
+        return utf8FromWide(text);
     std::string bytes;
     bytes.reserve(text.size());
     while (!text.empty()) {
         const Decoded next = decodeUtf16(text);
-        if (!next.length)
-            bytes.push_back(isEscapedByte(text.front()) ? unescapedByte(text.front()) : '?');
-        else if (utf8)
-            appendUtf8(bytes, next.character);
-        else
+        if (next.length)
             appendLocale(bytes, next.character);
+        else
+            bytes.push_back(isEscapedByte(text.front()) ? unescapedByte(text.front()) : '?');
         text.remove_prefix(next.length ? next.length : 1);
     }
     return bytes;
+}
+
+std::string textFromFile(std::string bytes)
+{
+    return bytes;
+}
+
+std::string textForFile(std::string line)
+{
+    return line;
 }
 
 std::u16string upperAsLocale(std::u16string_view text)

@@ -2,17 +2,13 @@
 
 #include "platform/Files.h"
 #include "platform/ProfileFile.h"
-#include "platform/ProfileText.h"
 #include "platform/Text.h"
 #include "platform/posix/Calls.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/WorkingCopy.h"
 
-#include <algorithm>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
-#include <functional>
 #include <memory>
 
 namespace zv {
@@ -20,38 +16,6 @@ namespace zv {
 namespace {
 
 constexpr const char* kWorkingEnding = ".new";
-/// More than any office has settings for. A larger file is none of ours, and is neither read nor written.
-constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
-/// An editor's mark of a file whose characters take two bytes each, low byte first.
-constexpr std::string_view kWideMark = "\xFF\xFE";
-
-bool isWideText(std::string_view bytes)
-{
-    return bytes.starts_with(kWideMark);
-}
-
-std::string decoded(std::string bytes)
-{
-    if (!isWideText(bytes))
-        return bytes;
-    std::u16string text;
-    for (std::size_t i = kWideMark.size(); i + 1 < bytes.size(); i += 2)
-        text.push_back(static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                             (static_cast<unsigned char>(bytes[i + 1]) << 8)));
-    return narrow(text);
-}
-
-std::string encoded(const std::string& text, bool asWideText)
-{
-    if (!asWideText)
-        return text;
-    std::string bytes(kWideMark);
-    for (const char16_t unit : wide(text)) {
-        bytes.push_back(static_cast<char>(unit & 0xFF));
-        bytes.push_back(static_cast<char>(unit >> 8));
-    }
-    return bytes;
-}
 
 std::string folderOf(const std::string& path)
 {
@@ -97,62 +61,6 @@ Result<std::string> realFile(const std::string& path)
     return errno == ENOENT ? Result<std::string>(found) : systemError(found);
 }
 
-/// An absent file is an empty one. Errors: Denied, Failed: what it holds is not known.
-Result<std::string> load(const std::string& file)
-{
-    if (file.empty())
-        return std::string();
-    const Result<std::string> path = realFile(file);
-    if (!path)
-        return path.error();
-    Result<std::string> bytes = readFile(*path, kMostBytes);
-    if (!bytes && bytes.error().code != ErrorCode::NotFound)
-        return bytes.error();
-    return decoded(std::move(bytes).valueOr({}));
-}
-
-/// The same for calls that have no errors.
-std::string loadOrEmpty(const char* file)
-{
-    return load(file ? file : "").valueOr({});
-}
-
-/// The text as far as the buffer holds it; the count is without the NUL.
-unsigned long copyCut(std::string_view text, char* buffer, unsigned long size)
-{
-    const std::size_t count = std::min<std::size_t>(text.size(), size - 1);
-    std::memcpy(buffer, text.data(), count);
-    buffer[count] = '\0';
-    return static_cast<unsigned long>(count);
-}
-
-/// Names one after the other, each with a NUL, and a second NUL at the end, also of a list that is cut.
-unsigned long copyList(const std::vector<std::string>& names, char* buffer, unsigned long size)
-{
-    std::string list;
-    for (const std::string& name : names)
-        list += name + '\0';
-    if (size < 2 || list.size() < size)
-        return copyCut(list, buffer, size);
-    std::memcpy(buffer, list.data(), size - 2);
-    buffer[size - 2] = buffer[size - 1] = '\0';
-    return size - 2;
-}
-
-std::string_view withoutTrailingBlanks(std::string_view text)
-{
-    return text.substr(0, text.find_last_not_of(' ') + 1);
-}
-
-using ProfileEdit = std::function<void(ProfileText& profile)>;
-
-std::string edited(const std::string& before, const ProfileEdit& edit)
-{
-    ProfileText profile(decoded(before));
-    edit(profile);
-    return encoded(profile.text(), isWideText(before));
-}
-
 /// Writes a profile over itself, in one write that leaves a whole file behind wherever the program is ended:
 /// line ends fill up what is left of a longer old text until it is cut off.
 Result<void> overwrite(const Descriptor& file, const std::string& path, const std::string& before,
@@ -160,7 +68,7 @@ Result<void> overwrite(const Descriptor& file, const std::string& path, const st
 {
     std::string bytes = after;
     while (bytes.size() < before.size())
-        bytes += isWideText(before) && bytes.size() % 2 != 0 ? '\0' : '\n';
+        bytes += isWideProfile(before) && bytes.size() % 2 != 0 ? '\0' : '\n';
     if (!calls::reserve(file.number(), static_cast<off_t>(bytes.size())))
         return writingError(path);
     const ssize_t count = calls::overwrite(file.number(), bytes.data(), bytes.size());
@@ -189,24 +97,44 @@ Result<void> rewriteInPlace(const std::string& path, const ProfileEdit& edit)
     const Result<bool> stands = standsAt(file, path);
     if (!stands || !*stands)
         return stands ? Error{ErrorCode::Busy, path + ": replaced by another program"} : stands.error();
-    const Result<std::string> before = readAll(file, path, kMostBytes);
+    const Result<std::string> before = readAll(file, path, kMostProfileBytes);
     if (!before)
         return before.error();
-    return overwrite(file, path, *before, edited(*before, edit));
+    return overwrite(file, path, *before, edit(*before));
 }
 
-/// A profile that is read, changed and put back in one step. Errors: Busy, another process does the same;
-/// Denied, Failed: nothing is changed.
-Result<void> rewrite(const std::string& file, const ProfileEdit& edit)
+} // namespace
+
+std::string cutToBuffer(std::string value)
+{
+    if (value.size() >= kProfileBuffer)
+        value.resize(kProfileBuffer - 1);
+    return value;
+}
+
+Result<std::string> loadProfile(const std::string& file)
+{
+    if (file.empty())
+        return std::string();
+    const Result<std::string> path = realFile(file);
+    if (!path)
+        return path.error();
+    Result<std::string> bytes = readFile(*path, kMostProfileBytes);
+    if (!bytes && bytes.error().code != ErrorCode::NotFound)
+        return bytes.error();
+    return std::move(bytes).valueOr({});
+}
+
+Result<void> rewriteProfile(const std::string& file, const ProfileEdit& edit)
 {
     const Result<std::string> found = file.empty() ? Error{} : realFile(file);
     if (!found)
         return found.error();
     const std::string& path = *found;
-    Result<std::string> before = readFile(path, kMostBytes);
+    Result<std::string> before = readFile(path, kMostProfileBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
-    if (before && edited(*before, edit) == *before)
+    if (before && edit(*before) == *before)
         return {};
     // A file whose owner has marked it read-only stays as it is.
     if (before) {
@@ -218,90 +146,11 @@ Result<void> rewrite(const std::string& file, const ProfileEdit& edit)
         return copy.error().code == ErrorCode::Denied ? rewriteInPlace(path, edit) : copy.error();
     if (Result<void> held = copy->hold(path, {}); !held)
         return held;
-    before = readFile(path, kMostBytes);
+    before = readFile(path, kMostProfileBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
-    const std::string after = edited(before.valueOr({}), edit);
+    const std::string after = edit(before.valueOr({}));
     return before && after == *before ? Result<void>() : copy->replace(path, after);
-}
-
-/// The lines of a list that is ended by an empty one.
-std::vector<std::string_view> linesOf(const char* text)
-{
-    std::vector<std::string_view> lines;
-    for (const char* line = text; *line; line += std::strlen(line) + 1)
-        lines.emplace_back(line);
-    return lines;
-}
-
-} // namespace
-
-unsigned long GetPrivateProfileStringA(const char* section, const char* key, const char* fallback,
-                                       char* buffer, unsigned long size, const char* file)
-{
-    if (!buffer || size == 0)
-        return 0;
-    const ProfileText profile(loadOrEmpty(file));
-    if (!section)
-        return copyList(profile.sections(), buffer, size);
-    if (!key) {
-        const std::vector<std::string> keys = profile.keys(section);
-        if (!keys.empty())
-            return copyList(keys, buffer, size);
-    } else if (const std::optional<std::string> value = profile.value(section, key)) {
-        return copyCut(*value, buffer, size);
-    }
-    return copyCut(withoutTrailingBlanks(fallback ? fallback : ""), buffer, size);
-}
-
-unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallback, const char* file)
-{
-    char buffer[kProfileBuffer];
-    if (GetPrivateProfileStringA(section, key, "", buffer, sizeof buffer, file) == 0)
-        return static_cast<unsigned>(fallback);
-    return profileNumber(buffer);
-}
-
-int WritePrivateProfileStringA(const char* section, const char* key, const char* value, const char* file)
-{
-    if (!section || !file)
-        return 0;
-    const Result<void> done = rewrite(file, [&](ProfileText& profile) {
-        if (!key)
-            profile.removeSection(section);
-        else if (!value)
-            profile.removeKey(section, key);
-        else
-            profile.setValue(section, key, value);
-    });
-    return done.ok();
-}
-
-int WritePrivateProfileSectionA(const char* section, const char* text, const char* file)
-{
-    if (!section || !file)
-        return 0;
-    const Result<void> done = rewrite(file, [&](ProfileText& profile) {
-        if (text)
-            profile.setLines(section, linesOf(text));
-        else
-            profile.removeSection(section);
-    });
-    return done.ok();
-}
-
-Result<void> changeProfile(const ProfileChange& change)
-{
-    return rewrite(change.file, [&](ProfileText& profile) { changeText(profile, change); });
-}
-
-Result<std::vector<std::optional<std::string>>>
-readProfile(const std::string& file, const std::string& section, const std::vector<std::string>& keys)
-{
-    const Result<std::string> text = load(file);
-    if (!text)
-        return text.error();
-    return ProfileText(*text).values(section, keys);
 }
 
 bool profileExists(const std::string& file)

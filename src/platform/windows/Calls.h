@@ -2,6 +2,7 @@
 
 #include "platform/FileSteps.h"
 #include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <windows.h>
 

@@ -4,6 +4,7 @@
 #include "platform/windows/ComThread.h"
 #include "platform/windows/ComValue.h"
 #include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <algorithm>
 #include <array>
@@ -317,7 +318,7 @@ Result<AutomationValue> Held::invoke(const std::string& name, WORD kind,
 
 Result<DISPID> Held::memberOf(std::string_view name) const
 {
-    std::wstring text = widePath(name);
+    std::wstring text = wideText(name);
     LPOLESTR names = text.data();
     DISPID member = DISPID_UNKNOWN;
     const HRESULT found = m_dispatch->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &member);
@@ -380,7 +381,7 @@ Result<AutomationValue> Held::valueOf(const VARIANT& variant) const
 Result<CLSID> classOf(const std::string& progId)
 {
     CLSID program{};
-    if (const HRESULT known = ::CLSIDFromProgID(widePath(progId).c_str(), &program); FAILED(known))
+    if (const HRESULT known = ::CLSIDFromProgID(wideText(progId).c_str(), &program); FAILED(known))
         return Error{ErrorCode::NotFound, comError(known).text};
     return program;
 }

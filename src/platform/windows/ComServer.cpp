@@ -6,6 +6,7 @@
 #include "platform/windows/ComMembers.h"
 #include "platform/windows/ComValue.h"
 #include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <algorithm>
 #include <oleauto.h>
@@ -43,7 +44,7 @@ std::wstring ownPath()
 
 bool writeClassKey(const std::string& key, const std::wstring& value)
 {
-    return ::RegSetKeyValueW(classesRoot(), widePath("Software\\Classes\\" + key).c_str(), nullptr, REG_SZ,
+    return ::RegSetKeyValueW(classesRoot(), wideText("Software\\Classes\\" + key).c_str(), nullptr, REG_SZ,
                              value.c_str(),
                              static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t))) == ERROR_SUCCESS;
 }
@@ -52,10 +53,10 @@ bool writeClassKey(const std::string& key, const std::wstring& value)
 Result<void> registerName(const std::string& progId)
 {
     CLSID found{};
-    if (SUCCEEDED(::CLSIDFromProgID(widePath(progId).c_str(), &found)) && found != kProgramClass)
+    if (SUCCEEDED(::CLSIDFromProgID(wideText(progId).c_str(), &found)) && found != kProgramClass)
         return Error{ErrorCode::Denied, "another program is installed as " + progId};
     const std::string id = guidText(kProgramClass);
-    if (!writeClassKey(progId, widePath(progId)) || !writeClassKey(progId + "\\CLSID", widePath(id)) ||
+    if (!writeClassKey(progId, wideText(progId)) || !writeClassKey(progId + "\\CLSID", wideText(id)) ||
         !writeClassKey("CLSID\\" + id, L"Zelvora Bench") ||
         !writeClassKey("CLSID\\" + id + "\\LocalServer32", L"\"" + ownPath() + L"\""))
         return Error{ErrorCode::Failed, "the name " + progId + " cannot be registered for this user"};

@@ -1,64 +1,37 @@
 #include "platform/Folders.h"
 
+#include "platform/Files.h"
 #include "platform/FolderRoots.h"
 #include "platform/Text.h"
+#include "platform/windows/FoundEntries.h"
 #include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <windows.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace zv {
 
 namespace {
 
-struct CloseFind {
-    using pointer = HANDLE;
-    void operator()(HANDLE find) const
-    {
-        if (find != INVALID_HANDLE_VALUE)
-            ::FindClose(find);
-    }
-};
-
+/// With the separator behind it, it is kept in 260 characters.
+constexpr std::size_t kLongestCurrentFolder = MAX_PATH - 2;
 constexpr DWORD kHidden = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
-
-std::string narrowed(std::wstring_view text)
-{
-    return narrow(std::u16string(text.begin(), text.end()));
-}
-
-/// A name in the 8-bit code page. One that it cannot hold is known by its short name as well; empty when it
-/// has none.
-std::string nameOf(const WIN32_FIND_DATAW& entry)
-{
-    const std::string name = narrowed(entry.cFileName);
-    return widePath(name) == entry.cFileName ? name : narrowed(entry.cAlternateFileName);
-}
 
 Result<std::vector<std::string>> namesIn(const std::string& folder, bool folders, std::string_view ending)
 {
-    WIN32_FIND_DATAW entry{};
-    const std::unique_ptr<HANDLE, CloseFind> find(
-        ::FindFirstFileW(widePath(inFolder(folder, "*")).c_str(), &entry));
     std::vector<std::string> names;
-    if (find.get() == INVALID_HANDLE_VALUE) {
-        // The root of an empty drive holds not even itself.
-        if (::GetLastError() == ERROR_FILE_NOT_FOUND)
-            return names;
-        return lastError(folder);
-    }
-    do {
-        const std::string name = nameOf(entry);
-        const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    FoundEntries entries(folder);
+    while (entries.next()) {
+        const std::string name = entries.name();
+        const bool isFolder = (entries.attributes() & FILE_ATTRIBUTE_DIRECTORY) != 0;
         const bool fits =
             name.size() >= ending.size() && sameName(name.substr(name.size() - ending.size()), ending);
-        if (!name.empty() && name != "." && name != ".." && fits && isFolder == folders &&
-            !(entry.dwFileAttributes & kHidden))
+        if (!name.empty() && fits && isFolder == folders && !(entries.attributes() & kHidden))
             names.push_back(name);
-    } while (::FindNextFileW(find.get(), &entry));
-    if (::GetLastError() != ERROR_NO_MORE_FILES)
+    }
+    if (!entries.atEnd())
         return lastError(folder);
     sortNames(names);
     return names;
@@ -69,19 +42,32 @@ bool isSeparator(char c)
     return c == '\\' || c == '/';
 }
 
+/// How much of "server\share\..." is the share, which is the root of what lies on it.
+std::size_t shareLength(std::string_view path)
+{
+    const std::size_t share = path.find_first_of("\\/");
+    if (share == std::string_view::npos)
+        return path.size();
+    return std::min(path.find_first_of("\\/", share + 1), path.size());
+}
+
 } // namespace
 
 std::size_t rootLength(std::string_view path)
 {
+    // The form for paths of any length has its own marks before the same roots.
+    constexpr std::string_view kLongForm = "\\\\?\\", kShare = "UNC\\";
+    if (path.starts_with(kLongForm)) {
+        const std::string_view rest = path.substr(kLongForm.size());
+        if (!rest.starts_with(kShare))
+            return kLongForm.size() + rootLength(rest);
+        return kLongForm.size() + kShare.size() + shareLength(rest.substr(kShare.size()));
+    }
     if (path.size() >= 3 && path[1] == ':' && isSeparator(path[2]))
         return 3;
     if (path.size() < 3 || !isSeparator(path[0]) || !isSeparator(path[1]))
         return 0;
-    // A share is the root of what lies on it.
-    const std::size_t share = path.find_first_of("\\/", 2);
-    if (share == std::string_view::npos)
-        return path.size();
-    return std::min(path.find_first_of("\\/", share + 1), path.size());
+    return 2 + shareLength(path.substr(2));
 }
 
 bool samePathText(std::string_view a, std::string_view b)
@@ -112,10 +98,7 @@ Result<std::vector<std::string>> filesIn(const std::string& folder, std::string_
 
 std::string fullPath(const std::string& path)
 {
-    const std::wstring given = widePath(path);
-    std::wstring full(::GetFullPathNameW(given.c_str(), 0, nullptr, nullptr), L'\0');
-    full.resize(::GetFullPathNameW(given.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
-    std::string text = narrowed(full);
+    std::string text = pathOf(wideFullPath(path));
     while (text.size() > rootLength(text) && isSeparator(text.back()))
         text.pop_back();
     return text;
@@ -129,8 +112,16 @@ std::string currentFolder()
 Result<void> setCurrentFolder(const std::string& folder)
 {
     // The call takes the drive along.
-    if (!::SetCurrentDirectoryW(widePath(folder).c_str()))
-        return lastError(folder);
+    std::wstring full = wideFullPath(folder);
+    if (::SetCurrentDirectoryW(full.c_str())) {
+        holdCurrentFolder({});
+        return {};
+    }
+    const Error error = lastError(folder);
+    // The system's own current folder cannot be that long.
+    if (full.size() < kLongestCurrentFolder || !folderExists(folder))
+        return error;
+    holdCurrentFolder(std::move(full));
     return {};
 }
 

@@ -1,23 +1,25 @@
 #include "platform/HelpSystem.h"
 
+#include "platform/windows/WidePath.h"
+
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
 namespace zv {
 namespace {
 
-using HtmlHelpCall = HWND(WINAPI*)(HWND caller, LPCSTR file, UINT command, DWORD_PTR data);
+using HtmlHelpCall = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
 
 /// What a search starts with. Its own size field holds 32, the size that the viewer knows on every system.
 struct SearchQuery {
     int size = 32;
-    BOOL unicode = FALSE;
-    LPCSTR words = nullptr;
+    BOOL unicode = TRUE;
+    LPCWSTR words = nullptr;
     LONG proximity = 0;
     BOOL stemmed = FALSE;
     BOOL titleOnly = FALSE;
     BOOL execute = FALSE;
-    LPCSTR window = nullptr;
+    LPCWSTR window = nullptr;
 };
 
 /// The handle as a number of 32 bits, of which the system uses no more on any machine.
@@ -38,7 +40,7 @@ public:
     {
         const HtmlHelpCall call = entry();
         // The viewer itself would tell of a missing file in a message box.
-        if (call == nullptr || GetFileAttributesA(path.c_str()) == INVALID_FILE_ATTRIBUTES)
+        if (call == nullptr || GetFileAttributesW(widePath(path).c_str()) == INVALID_FILE_ATTRIBUTES)
             return 0;
         SearchQuery query;
         DWORD_PTR data = 0;
@@ -46,22 +48,22 @@ public:
             data = reinterpret_cast<DWORD_PTR>(&query);
         else if (command == HelpCommand::HelpContext)
             data = contextId;
-        return numberOf(call(GetDesktopWindow(), path.c_str(), static_cast<UINT>(command), data));
+        return numberOf(call(GetDesktopWindow(), wideText(path).c_str(), static_cast<UINT>(command), data));
     }
 
     bool isWindow(std::int32_t handle) override { return IsWindow(windowOf(handle)) != FALSE; }
 
-    void close(std::int32_t handle) override { SendMessageA(windowOf(handle), WM_CLOSE, 0, 0); }
+    void close(std::int32_t handle) override { SendMessageW(windowOf(handle), WM_CLOSE, 0, 0); }
 
 private:
     HtmlHelpCall entry()
     {
         if (m_module == nullptr)
-            m_module = LoadLibraryA("HHCtrl.ocx");
+            m_module = LoadLibraryW(L"HHCtrl.ocx");
         if (m_module == nullptr)
             return nullptr;
         return reinterpret_cast<HtmlHelpCall>(
-            reinterpret_cast<void (*)()>(GetProcAddress(m_module, "HtmlHelpA")));
+            reinterpret_cast<void (*)()>(GetProcAddress(m_module, "HtmlHelpW")));
     }
 
     // Never freed: the viewer's own windows and threads outlive any one call.

@@ -1,6 +1,6 @@
 #include "platform/windows/LastError.h"
 
-#include "platform/Text.h"
+#include "platform/windows/WidePath.h"
 
 #include <windows.h>
 
@@ -25,13 +25,7 @@ std::string systemText(unsigned long code)
                                    0, text, static_cast<DWORD>(std::size(text)), nullptr);
     while (count > 0 && (text[count - 1] == L'\n' || text[count - 1] == L'\r' || text[count - 1] == L'.'))
         --count;
-    return narrow(std::u16string(text, text + count));
-}
-
-std::wstring widePath(std::string_view path)
-{
-    const std::u16string text = wide(path);
-    return std::wstring(text.begin(), text.end());
+    return textOf(std::wstring_view(text, count));
 }
 
 } // namespace zv

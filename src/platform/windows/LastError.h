@@ -13,7 +13,4 @@ Error lastError(std::string_view path);
 /// The system's words for one of its codes, without a full stop; empty where it has none.
 std::string systemText(unsigned long code);
 
-/// A path as the wide calls take it.
-std::wstring widePath(std::string_view path);
-
 } // namespace zv

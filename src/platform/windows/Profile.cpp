@@ -1,129 +1,144 @@
 #include "platform/Profile.h"
 
 #include "platform/Files.h"
-#include "platform/LocaleCase.h"
 #include "platform/ProfileFile.h"
+#include "platform/Text.h"
 #include "platform/windows/FileHandle.h"
-
-#include <algorithm>
-#include <cstring>
-#include <set>
+#include "platform/windows/WorkingCopy.h"
 
 namespace zv {
 
 namespace {
 
-/// The system's call takes no longer text for a section.
-constexpr std::size_t kLongestSection = 65535;
+constexpr const char* kWorkingEnding = ".new";
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
-int writeLongSection(const char* section, const char* text, const char* file)
+/// The system's last failure for a profile that is to be written: Busy where another program has it.
+Error profileError(const std::string& path)
 {
-    int done = ::WritePrivateProfileSectionA(section, "\0", file);
-    for (const char* line = text; *line && done; line += std::strlen(line) + 1) {
-        const char* equals = std::strchr(line, '=');
-        if (equals)
-            done = ::WritePrivateProfileStringA(section, std::string(line, equals).c_str(), equals + 1, file);
-    }
-    return done;
-}
-
-constexpr std::size_t kFirstKeyList = 64 * 1024;
-constexpr std::size_t kLongestKeyList = 16 * 1024 * 1024;
-
-/// The folded names of a section's keys. Each call goes to the file, so that keys that are not there are
-/// better not asked for.
-std::set<std::string> keysOf(const std::string& file, const std::string& section)
-{
-    std::vector<char> list;
-    unsigned long count = 0;
-    do {
-        list.assign(std::max(list.size() * 4, kFirstKeyList), '\0');
-        count = ::GetPrivateProfileStringA(section.c_str(), nullptr, "", list.data(),
-                                           static_cast<DWORD>(list.size()), file.c_str());
-    } while (count + 2 >= list.size() && list.size() < kLongestKeyList);
-    std::set<std::string> keys;
-    for (const char* key = list.data(); *key; key += std::strlen(key) + 1)
-        keys.insert(foldedName(key));
-    return keys;
-}
-
-/// A value that no profile can hold, for a key that is absent.
-constexpr std::string_view kAbsentKey = "\n";
-
-std::optional<std::string> valueOf(const std::string& file, const std::string& section,
-                                   const std::string& key)
-{
-    char buffer[kProfileBuffer];
-    const DWORD count = ::GetPrivateProfileStringA(section.c_str(), key.c_str(), kAbsentKey.data(), buffer,
-                                                   sizeof buffer, file.c_str());
-    const std::string value(buffer, count);
-    return value == kAbsentKey ? std::nullopt : std::optional(value);
-}
-
-} // namespace
-
-unsigned long GetPrivateProfileStringA(const char* section, const char* key, const char* fallback,
-                                       char* buffer, unsigned long size, const char* file)
-{
-    return ::GetPrivateProfileStringA(section, key, fallback, buffer, size, file);
-}
-
-unsigned GetPrivateProfileIntA(const char* section, const char* key, int fallback, const char* file)
-{
-    return ::GetPrivateProfileIntA(section, key, fallback, file);
-}
-
-int WritePrivateProfileStringA(const char* section, const char* key, const char* value, const char* file)
-{
-    return ::WritePrivateProfileStringA(section, key, value, file);
-}
-
-int WritePrivateProfileSectionA(const char* section, const char* text, const char* file)
-{
-    std::size_t size = 0;
-    for (const char* line = text; line && *line; line += std::strlen(line) + 1)
-        size += std::strlen(line) + 1;
-    return size < kLongestSection ? ::WritePrivateProfileSectionA(section, text, file)
-                                  : writeLongSection(section, text, file);
-}
-
-Result<void> changeProfile(const ProfileChange& change)
-{
-    std::string text;
-    for (const std::string& line : change.lines)
-        text += line + '\0';
-    ::SetLastError(ERROR_SUCCESS);
-    const bool done =
-        !calls::fails(FileStep::Write) &&
-        (change.key ? WritePrivateProfileStringA(change.section.c_str(), change.key->c_str(),
-                                                 change.value.c_str(), change.file.c_str())
-                    : WritePrivateProfileSectionA(change.section.c_str(), text.c_str(), change.file.c_str()));
-    if (done)
-        return {};
-    const DWORD reason = ::GetLastError();
-    Error error = lastError(change.file);
-    if (reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION)
+    const bool held = isHeld(::GetLastError());
+    Error error = writingError(path);
+    if (held)
         error.code = ErrorCode::Busy;
     return error;
 }
 
-Result<std::vector<std::optional<std::string>>>
-readProfile(const std::string& file, const std::string& section, const std::vector<std::string>& keys)
+/// Whether the user may put another file in the place of this one. Who may not may be allowed to write it all
+/// the same. Errors: Busy; Denied, it is read-only or others'; Failed.
+Result<bool> canBeReplaced(const std::string& path)
 {
-    std::vector<std::optional<std::string>> values(keys.size());
-    // While it is open here nobody can shut the system's own calls out of it.
-    const FileHandle open(file, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                          OPEN_EXISTING);
-    if (!open) {
-        const Error error = lastError(file);
-        return error.code == ErrorCode::NotFound ? Result(std::move(values)) : error;
+    const DWORD attributes = calls::attributes(path);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+        return Error{ErrorCode::Denied, path + ": read-only"};
+    const FileHandle whole(path, GENERIC_WRITE | DELETE, kShareAll, OPEN_EXISTING);
+    if (whole)
+        return true;
+    if (::GetLastError() != ERROR_ACCESS_DENIED)
+        return profileError(path);
+    const FileHandle writable(path, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    return writable ? Result<bool>(false) : profileError(path);
+}
+
+/// Writes a profile over itself, where no second file can be made: in one write, with line ends for what is
+/// left of a longer old text until it is cut off.
+Result<void> rewriteInPlace(const std::string& path, const ProfileEdit& edit)
+{
+    const FileHandle file(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, OPEN_EXISTING);
+    if (!file)
+        return profileError(path);
+    const Result<std::string> before = readFile(path, kMostProfileBytes);
+    if (!before)
+        return before.error();
+    const std::string after = edit(*before);
+    std::string bytes = after;
+    while (bytes.size() < before->size())
+        bytes += isWideProfile(*before) && bytes.size() % 2 != 0 ? '\0' : '\n';
+    DWORD count = 0;
+    if (!calls::write(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count))
+        return profileError(path);
+    LARGE_INTEGER end{};
+    if (count < bytes.size()) {
+        end.QuadPart = static_cast<LONGLONG>(before->size());
+        if (::SetFilePointerEx(file.get(), {}, nullptr, FILE_BEGIN) &&
+            calls::write(file.get(), before->data(), static_cast<DWORD>(before->size()), &count))
+            calls::cut(file.get(), end);
+        return Error{ErrorCode::Failed, path + ": the disk is full"};
     }
-    const std::set<std::string> held = keys.size() > 1 ? keysOf(file, section) : std::set<std::string>();
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (keys.size() == 1 || held.count(foldedName(keys[i])))
-            values[i] = valueOf(file, section, keys[i]);
+    end.QuadPart = static_cast<LONGLONG>(after.size());
+    if (after.size() < bytes.size())
+        calls::cut(file.get(), end);
+    return calls::flush(file.get()) ? Result<void>() : profileError(path);
+}
+
+/// An absent profile has no bytes. Errors: Busy; Denied, Failed.
+Result<std::optional<std::string>> bytesBefore(const std::string& path)
+{
+    {
+        const FileHandle file(path, GENERIC_READ, kShareAll, OPEN_EXISTING);
+        if (!file) {
+            const bool absent = lastError(path).code == ErrorCode::NotFound;
+            return absent ? Result(std::optional<std::string>()) : profileError(path);
+        }
     }
-    return values;
+    Result<std::string> bytes = readFile(path, kMostProfileBytes);
+    return bytes ? Result(std::optional(std::move(*bytes))) : bytes.error();
+}
+
+} // namespace
+
+std::string cutToBuffer(std::string value)
+{
+    if (value.size() < kProfileBuffer)
+        return value;
+    std::u16string text = wide(value);
+    if (text.size() < kProfileBuffer)
+        return value;
+    text.resize(kProfileBuffer - 1);
+    if (text.back() >= 0xD800 && text.back() < 0xDC00)
+        text.pop_back();
+    return narrow(text);
+}
+
+Result<std::string> loadProfile(const std::string& file)
+{
+    if (file.empty())
+        return std::string();
+    Result<std::string> bytes = readFile(file, kMostProfileBytes);
+    if (!bytes && bytes.error().code != ErrorCode::NotFound)
+        return bytes.error();
+    return std::move(bytes).valueOr({});
+}
+
+Result<void> rewriteProfile(const std::string& file, const ProfileEdit& edit)
+{
+    if (file.empty())
+        return Error{};
+    Result<std::optional<std::string>> before = bytesBefore(file);
+    if (!before)
+        return before.error();
+    if (*before) {
+        if (edit(**before) == **before)
+            return {};
+        const Result<bool> replaceable = canBeReplaced(file);
+        if (!replaceable)
+            return replaceable.error();
+        if (!*replaceable)
+            return rewriteInPlace(file, edit);
+    }
+    Result<WorkingCopy> copy = WorkingCopy::open(file + kWorkingEnding, {});
+    if (!copy)
+        return copy.error().code == ErrorCode::Denied && *before ? rewriteInPlace(file, edit) : copy.error();
+    before = bytesBefore(file);
+    if (!before)
+        return before.error();
+    const std::string after = edit(before->value_or(std::string()));
+    if (*before && after == **before)
+        return {};
+    Result<void> replaced = copy->replace(file, after, {});
+    // One that may be replaced is refused only while somebody has it open.
+    if (!replaced && replaced.error().code == ErrorCode::Denied)
+        return Error{ErrorCode::Busy, replaced.error().text};
+    return replaced;
 }
 
 bool profileExists(const std::string& file)

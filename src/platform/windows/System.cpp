@@ -1,14 +1,13 @@
 #include "platform/System.h"
 
 #include "platform/Profile.h"
-#include "platform/Text.h"
-#include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <windows.h>
 #include <winnetwk.h>
 
 #include <algorithm>
-#include <cstring>
+#include <cwchar>
 
 namespace zv {
 
@@ -17,14 +16,9 @@ namespace {
 constexpr std::size_t kPath = 32 * 1024;
 constexpr DWORD kLoginBuffer = 256;
 
-std::string narrowed(std::wstring_view text)
-{
-    return narrow(std::u16string(text.begin(), text.end()));
-}
-
 std::wstring settingsFolder(const std::string& application, const std::string& section)
 {
-    return widePath("Software\\" + application + "\\" + section);
+    return wideText("Software\\" + application + "\\" + section);
 }
 
 /// One argument as a program reads it back: quotes around it when it holds blanks, marks before inner quotes.
@@ -61,14 +55,25 @@ void startLine(std::wstring line, ProgramWindow window = ProgramWindow::Normal)
     ::CloseHandle(process.hProcess);
 }
 
+/// A path that a program can be given which knows none beyond 260 characters: a longer one by the short names
+/// of its folders, where the disk has such.
+std::wstring shortForm(const std::string& path)
+{
+    std::wstring plain = wideText(path);
+    if (plain.size() < MAX_PATH)
+        return plain;
+    std::wstring brief(kPath, L'\0');
+    brief.resize(::GetShortPathNameW(widePath(path).c_str(), brief.data(), static_cast<DWORD>(kPath)));
+    return brief.empty() || brief.size() > kPath ? plain : wideText(pathOf(brief));
+}
+
 using DateText = int (*)(LPWSTR buffer, int size);
 
 std::string dateText(DateText ask)
 {
     wchar_t buffer[128];
     const int count = ask(buffer, static_cast<int>(std::size(buffer)));
-    return count > 0 ? narrowed(std::wstring_view(buffer, static_cast<std::size_t>(count - 1)))
-                     : std::string();
+    return count > 0 ? textOf(std::wstring_view(buffer, static_cast<std::size_t>(count - 1))) : std::string();
 }
 
 } // namespace
@@ -78,7 +83,7 @@ std::string installationFolder()
     std::wstring path(kPath, L'\0');
     path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
     const std::size_t separator = path.find_last_of(L"\\/");
-    return separator == std::wstring::npos ? "." : narrowed(path.substr(0, separator));
+    return separator == std::wstring::npos ? "." : pathOf(std::wstring_view(path).substr(0, separator));
 }
 
 std::string userFolder()
@@ -88,16 +93,16 @@ std::string userFolder()
     while (!path.empty() && path.back() == L'\\')
         path.pop_back();
     ::CreateDirectoryW(path.c_str(), nullptr);
-    return narrowed(path);
+    return textOf(path);
 }
 
 std::string systemLoginName()
 {
-    char buffer[kLoginBuffer] = {};
+    wchar_t buffer[kLoginBuffer] = {};
     DWORD size = kLoginBuffer;
-    if (::WNetGetUserA(nullptr, buffer, &size) != NO_ERROR)
+    if (::WNetGetUserW(nullptr, buffer, &size) != NO_ERROR)
         return {};
-    return std::string(buffer, ::strnlen(buffer, kLoginBuffer));
+    return textOf(std::wstring_view(buffer, ::wcsnlen(buffer, kLoginBuffer)));
 }
 
 std::string settingsValue(const std::string& application, const std::string& section, const std::string& key,
@@ -105,17 +110,17 @@ std::string settingsValue(const std::string& application, const std::string& sec
 {
     wchar_t buffer[kProfileBuffer] = {};
     DWORD size = sizeof buffer;
-    if (::RegGetValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), widePath(key).c_str(),
+    if (::RegGetValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), wideText(key).c_str(),
                        RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS)
         return fallback;
-    return narrowed(buffer);
+    return textOf(buffer);
 }
 
 void setSettingsValue(const std::string& application, const std::string& section, const std::string& key,
                       const std::string& value)
 {
-    const std::wstring text = widePath(value);
-    ::RegSetKeyValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), widePath(key).c_str(),
+    const std::wstring text = wideText(value);
+    ::RegSetKeyValueW(HKEY_CURRENT_USER, settingsFolder(application, section).c_str(), wideText(key).c_str(),
                       REG_SZ, text.c_str(), static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
 }
 
@@ -125,14 +130,14 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow window)
 {
     std::wstring line;
     for (const std::string& argument : command)
-        line += (line.empty() ? L"" : L" ") + quoted(widePath(argument));
+        line += (line.empty() ? L"" : L" ") + quoted(wideText(argument));
     startLine(line, window);
 }
 
 void showFolder(const std::string& folder)
 {
     // The explorer takes quotes as they stand, without the marks that other programs need before them.
-    startLine(L"explorer.exe /n,/e,\"" + widePath(folder) + L"\"");
+    startLine(L"explorer.exe /n,/e,\"" + shortForm(folder) + L"\"");
 }
 
 const bool kSystemHasPrintDialog = true;

@@ -1,7 +1,10 @@
 #include "platform/windows/WorkingCopy.h"
 
+#include <aclapi.h>
+
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -11,17 +14,40 @@ namespace {
 
 constexpr std::size_t kChunk = 1u << 20;
 constexpr DWORD kLockPauseMs = 1;
-/// How long one that has the target open is waited for.
-constexpr std::chrono::milliseconds kReadersPatience{500};
 
 bool isGone(DWORD reason)
 {
     return reason == ERROR_FILE_NOT_FOUND || reason == ERROR_PATH_NOT_FOUND;
 }
 
-bool isHeld(DWORD reason)
+/// Whether somebody has given rights to the file itself, beside those of its folder.
+bool hasOwnRights(PSECURITY_DESCRIPTOR descriptor, ACL* rights)
 {
-    return reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION;
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    if (!::GetSecurityDescriptorControl(descriptor, &control, &revision) || rights == nullptr)
+        return false;
+    bool own = (control & SE_DACL_PROTECTED) != 0;
+    for (DWORD i = 0; i < rights->AceCount && !own; ++i) {
+        void* entry = nullptr;
+        own = ::GetAce(rights, i, &entry) && !(static_cast<ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE);
+    }
+    return own;
+}
+
+/// Gives a file the rights that were given to another one itself. Where the system does not allow that it
+/// has those of its folder.
+void takeRights(const std::string& path, const std::string& from)
+{
+    ACL* rights = nullptr;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    if (::GetNamedSecurityInfoW(widePath(from).c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                                nullptr, &rights, nullptr, &descriptor) != ERROR_SUCCESS)
+        return;
+    const std::unique_ptr<void, HLOCAL(WINAPI*)(HLOCAL)> held(descriptor, ::LocalFree);
+    if (hasOwnRights(descriptor, rights))
+        ::SetNamedSecurityInfoW(widePath(path).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                                nullptr, rights, nullptr);
 }
 
 /// Deletes what stands under a working copy's name, unless it is one that another program is writing: then
@@ -35,6 +61,11 @@ Result<bool> clearAway(const std::string& path)
 }
 
 } // namespace
+
+bool isHeld(DWORD reason)
+{
+    return reason == ERROR_SHARING_VIOLATION || reason == ERROR_LOCK_VIOLATION;
+}
 
 Error writingError(const std::string& path)
 {
@@ -97,13 +128,15 @@ WorkingCopy::~WorkingCopy()
         ::SetFileInformationByHandle(m_file.get(), FileDispositionInfo, &disposition, sizeof disposition);
 }
 
-Result<void> WorkingCopy::replace(const std::string& target, std::string_view bytes)
+Result<void> WorkingCopy::replace(const std::string& target, std::string_view bytes,
+                                  std::chrono::milliseconds patience)
 {
     if (Result<void> written = fill(bytes); !written)
         return written;
     allowWriting(target);
+    takeRights(m_path, target);
     // A file that somebody reads or adds to at this moment keeps its place until it is closed.
-    const auto end = std::chrono::steady_clock::now() + kReadersPatience;
+    const auto end = std::chrono::steady_clock::now() + patience;
     while (!place(target, true)) {
         const DWORD reason = ::GetLastError();
         if ((!isHeld(reason) && reason != ERROR_ACCESS_DENIED) || std::chrono::steady_clock::now() >= end) {

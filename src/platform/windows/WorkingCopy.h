@@ -11,10 +11,15 @@ namespace zv {
 
 /// The system's last failure for a file that is to be written: a folder that is not there is a failure too.
 Error writingError(const std::string& path);
+/// Whether the reason is that another program has the file.
+bool isHeld(DWORD reason);
 /// Writes all bytes. Errors: Denied, Failed.
 Result<void> writeAll(const FileHandle& file, const std::string& path, std::string_view bytes);
 /// Takes the mark read-only off, where there is one.
 void allowWriting(const std::string& path);
+
+/// How long one that has a target open is waited for.
+inline constexpr std::chrono::milliseconds kReadersPatience{500};
 
 /// A new file under its own name that takes another file's place in one step. While it is open, other
 /// programs that open the same working copy wait, so that none takes a place with another's half-written
@@ -30,9 +35,11 @@ public:
     /// Deletes what has not taken its place.
     ~WorkingCopy();
 
-    /// Writes the bytes, flushes them to disk, and takes the place of `target`, read-only or not. On failure
+    /// Writes the bytes, flushes them to disk, and takes the place of `target`, read-only or not, with the
+    /// rights that were given to that one. Waits at most `patience` for who has it open. On failure
     /// `target` is as it was. Errors: Denied, Failed.
-    Result<void> replace(const std::string& target, std::string_view bytes);
+    Result<void> replace(const std::string& target, std::string_view bytes,
+                         std::chrono::milliseconds patience = kReadersPatience);
     /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
     Result<void> become(const std::string& target, std::string_view bytes);
 

@@ -4,7 +4,7 @@
 #include "platform/HostEvents.h"
 #include "platform/windows/ComAutomation.h"
 #include "platform/windows/ComClasses.h"
-#include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestCarrier.h"
 
@@ -29,7 +29,7 @@ void setText(HKEY root, const std::wstring& key, const std::wstring& text)
 
 std::wstring hostCommand(const std::string& script)
 {
-    return widePath("\"" ZELVORA_SCRIPTED_HOST "\" \"" + script + "\"");
+    return wideText("\"" ZELVORA_SCRIPTED_HOST "\" \"" + script + "\"");
 }
 
 /// Attaches again and again until `isEnough` of whether it went.
@@ -71,8 +71,8 @@ struct HostPlace::State {
         static_cast<void>(::CoCreateGuid(&id));
         wchar_t text[40];
         ::StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-        write(widePath(progId), L"\\CLSID", text);
-        write(std::wstring(L"CLSID\\") + text, L"\\ProgID", widePath(progId));
+        write(wideText(progId), L"\\CLSID", text);
+        write(std::wstring(L"CLSID\\") + text, L"\\ProgID", wideText(progId));
         return text;
     }
 };

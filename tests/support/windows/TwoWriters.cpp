@@ -1,6 +1,6 @@
 #include "support/TwoWriters.h"
 
-#include "platform/windows/LastError.h"
+#include "platform/windows/WidePath.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ HANDLE startSecond()
     ::GetModuleFileNameW(nullptr, program, MAX_PATH);
     const testing::TestInfo& test = *testing::UnitTest::GetInstance()->current_test_info();
     std::wstring command = L"\"" + std::wstring(program) + L"\" --gtest_filter=" +
-                           widePath(std::string(test.test_suite_name()) + "." + test.name());
+                           wideText(std::string(test.test_suite_name()) + "." + test.name());
     STARTUPINFOW start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION process{};
@@ -40,9 +40,9 @@ bool runTwoWriters(const std::string& file,
         write(shared, 1);
         std::_Exit(0);
     }
-    ::SetEnvironmentVariableW(widePath(kFile).c_str(), widePath(file).c_str());
+    ::SetEnvironmentVariableW(wideText(kFile).c_str(), wideText(file).c_str());
     const HANDLE second = startSecond();
-    ::SetEnvironmentVariableW(widePath(kFile).c_str(), nullptr);
+    ::SetEnvironmentVariableW(wideText(kFile).c_str(), nullptr);
     if (second == nullptr)
         return false;
     write(file, 0);
