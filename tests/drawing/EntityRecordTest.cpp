@@ -504,7 +504,9 @@ TEST_P(EntityRecordTest, Image)
     image.fields.rawPoint2({-0.5, -0.5});
     image.fields.rawPoint2({639.5, 479.5});
     image.pointer(0x60);
-    const Wipeout shape = read<Wipeout>(image, readShape<Wipeout>);
+    const Wipeout shape = read<Wipeout>(image, entityKind("IMAGE")->read);
+    EXPECT_TRUE(shape.image);
+    EXPECT_FALSE(read<Wipeout>(image, entityKind("WIPEOUT")->read).image);
     EXPECT_EQ(shape.pixels.x, 640);
     ASSERT_EQ(shape.clip.size(), 4u);
     EXPECT_EQ(shape.clip[2].x, 639.5);

@@ -54,6 +54,12 @@ template <bool trace> void readSolid(RecordReader& in, EntityRecord& out)
     std::get<Solid>(out.geometry).trace = trace;
 }
 
+void readImage(RecordReader& in, EntityRecord& out)
+{
+    readShape<Wipeout>(in, out);
+    std::get<Wipeout>(out.geometry).image = true;
+}
+
 template <bool trace> bool isSolid(const Geometry& geometry)
 {
     const auto* solid = std::get_if<Solid>(&geometry);
@@ -133,7 +139,7 @@ constexpr EntityKind kProxyKind{"ACAD_PROXY_ENTITY"};
 constexpr EntityKind kClassKinds[] = {
     {"LWPOLYLINE", readLightPolyline},
     {"HATCH", readShape<Hatch>},
-    {"IMAGE", readShape<Wipeout>},
+    {"IMAGE", readImage},
     {"WIPEOUT", readShape<Wipeout>},
     {"MPOLYGON", readMPolygon},
     {"PDFUNDERLAY", readUnderlay},

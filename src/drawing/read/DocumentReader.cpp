@@ -111,9 +111,10 @@ void DocumentReader::readMeasurement()
     const auto bytes = m_container.section(Section::Template);
     if (!bytes)
         return;
-    // A description, then the number.
+    // A description, of so many letters, then the number.
+    const std::size_t letterBits = m_container.version() >= Version::R2007 ? 16 : 8;
     BitReader in(*bytes);
-    in.skip(std::size_t{in.rawShort()} * 8);
+    in.skip(in.rawShort() * letterBits);
     const int measurement = in.rawShort();
     if (in.ok())
         m_document.header.measurement = measurement;
