@@ -7,6 +7,10 @@ if(NOT EXISTS ${ZELVORA_QT_WINDOWS})
     message(FATAL_ERROR "Qt for Windows is not there yet; packaging/windows/build-qt builds it, once.")
 endif()
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-s")
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+    # Tests find Qt where it was built, and Qt its plugins beside it.
+    list(PREPEND CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_COMMAND} -E env WINEPATH=Z:${ZELVORA_QT_WINDOWS}/bin)
+endif()
 list(PREPEND CMAKE_FIND_ROOT_PATH ${ZELVORA_QT_WINDOWS})
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # The tools of Qt's build are the machine's own.

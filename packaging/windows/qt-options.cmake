@@ -32,7 +32,7 @@ foreach(feature
         # Not in the distribution's source: wintab.h. Not with this compiler: Direct2D as a platform.
         direct2d direct2d1_1 tabletevent
         # Widgets and documents that no window shows.
-        calendarwidget columnview dial fontcombobox lcdnumber mdiarea printpreviewdialog printpreviewwidget
+        columnview dial fontcombobox lcdnumber mdiarea printpreviewdialog printpreviewwidget
         textmarkdownreader textmarkdownwriter textodfwriter undocommand undogroup undostack undoview wizard)
     option(QT_FEATURE_${feature} OFF)
 endforeach()

@@ -3,6 +3,7 @@
 #include "config/PublicValues.h"
 #include "platform/Files.h"
 #include "queue/QueueFile.h"
+#include "support/OpenFiles.h"
 #include "support/ProgramFixture.h"
 
 #include <gtest/gtest.h>
@@ -15,16 +16,6 @@ namespace {
 class ProgramHostTest : public ProgramFixture {
 protected:
     ProgramHostTest() { program.values().LoginName = "Ann"; }
-
-    static bool holdsOpen(const std::string& path)
-    {
-        for (const auto& open : std::filesystem::directory_iterator("/proc/self/fd")) {
-            std::error_code gone;
-            if (std::filesystem::read_symlink(open, gone) == path)
-                return true;
-        }
-        return false;
-    }
 
     ProgramHost host{program};
 };

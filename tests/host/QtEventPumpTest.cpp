@@ -14,7 +14,6 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <unistd.h>
 #include <vector>
 
 namespace zv {
@@ -161,8 +160,10 @@ TEST(QtEventPump, RequestToEndTheProgramThatIsPutOffGivesTheWaitUp)
     const auto before = std::signal(SIGTERM, [](int) { ++requests; });
     {
         const EndRequestHold hold;
+        if (endRequestDescriptor() < 0)
+            GTEST_SKIP() << "no signal ends a program with windows on this system";
         QtEventPump pump;
-        QTimer::singleShot(0, qApp, [] { ::raise(SIGTERM); });
+        QTimer::singleShot(0, qApp, [] { std::raise(SIGTERM); });
         pump.wait(-1, -1);
         EXPECT_TRUE(pump.isGivenUp());
         EXPECT_EQ(requests, 0);
@@ -181,18 +182,6 @@ TEST(QtEventPump, ClipPlaysOnWhileTheHostIsWaitedFor)
     for (int turn = 0; turn < 200 && player.frame() == 0; ++turn)
         pump.wait(-1, 20);
     EXPECT_EQ(player.frame(), 1);
-}
-
-TEST(QtEventPump, AnswerOfTheHostEndsTheWait)
-{
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    ASSERT_EQ(::write(ends[1], "x", 1), 1);
-    QtEventPump().wait(ends[0], -1);
-    char read = 0;
-    EXPECT_EQ(::read(ends[0], &read, 1), 1);
-    ::close(ends[0]);
-    ::close(ends[1]);
 }
 
 } // namespace

@@ -1,38 +1,15 @@
 #include "platform/FileCopy.h"
+#include "support/FullDisk.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <filesystem>
-#include <sys/resource.h>
 
 namespace zv {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A disk on which a file can have so many bytes and no more.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t bytes) : m_handler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit full{bytes, m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &full);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_handler);
-    }
-
-private:
-    rlimit m_before{};
-    void (*m_handler)(int);
-};
 
 TEST(PosixFileCopy, AFullDiskLeavesTheOldTargetAndNoHalfAFile)
 {
