@@ -29,8 +29,8 @@ foreach(feature
         islamiccivilcalendar jalalicalendar hijricalendar
         # The network is there for local pipes and for tests from outside.
         dtls gssapi http networkdiskcache ocsp openssl schannel sspi ssl topleveldomain
-        # Not in the distribution's source: wintab.h. Not with this compiler: Direct2D as a platform.
-        direct2d direct2d1_1 tabletevent
+        # Not in the distribution's source: wintab.h. Not with this compiler: Direct2D as a platform; fonts go through it.
+        direct2d1_1 tabletevent
         # Widgets and documents that no window shows.
         columnview dial fontcombobox lcdnumber mdiarea printpreviewdialog printpreviewwidget
         textmarkdownreader textmarkdownwriter textodfwriter undocommand undogroup undostack undoview wizard)
