@@ -9,13 +9,14 @@
 #include "drawing/fonts/FontFolder.h"
 #include "drawing/properties/PropertiesReader.h"
 #include "drawing/scene/SceneBuilder.h"
+#include "platform/FileCopy.h"
 #include "platform/Files.h"
+#include "platform/Folders.h"
 #include "platform/System.h"
 #include "platform/Text.h"
 #include "platform/WithinMemory.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <span>
 
 namespace zv::bench {
@@ -53,23 +54,10 @@ std::optional<dwg::Pixels> storedPreview(const ByteSource& source)
     return pixels ? std::optional(std::move(*pixels)) : std::nullopt;
 }
 
-/// By its mode, for an administrator may write everything.
-bool isReadOnly(const std::string& path)
-{
-    using std::filesystem::perms;
-    std::error_code failed;
-    const perms mode = std::filesystem::status(path, failed).permissions();
-    constexpr perms kWritable = perms::owner_write | perms::group_write | perms::others_write;
-    return !failed && mode != perms::unknown && (mode & kWritable) == perms::none &&
-           std::filesystem::exists(path, failed);
-}
-
 /// Writes in the place of a file, if one is there; a link to it stays one.
 Result<void> replaced(const std::string& path, const std::string& bytes)
 {
-    std::error_code failed;
-    const std::filesystem::path real = std::filesystem::canonical(path, failed);
-    const std::string target = failed ? path : real.string();
+    const std::string target = behindLink(path);
     return replaceFile(target, target + ".sv$", bytes);
 }
 
@@ -80,17 +68,9 @@ BenchDrawing::BenchDrawing(std::string title) : m_document(emptyDocument()), m_t
     addVariables();
 }
 
-std::string fullPath(const std::string& path)
-{
-    std::error_code failed;
-    const std::filesystem::path full = std::filesystem::absolute(path, failed);
-    return failed ? path : full.lexically_normal().string();
-}
-
 bool isSameFile(const std::string& a, const std::string& b)
 {
-    std::error_code failed;
-    return a == b || (std::filesystem::equivalent(a, b, failed) && !failed);
+    return a == b || zv::isSameFile(a, b);
 }
 
 Result<std::shared_ptr<BenchDrawing>> BenchDrawing::load(const std::string& path)
@@ -150,7 +130,7 @@ Result<void> BenchDrawing::checkFile() const
 
 bool BenchDrawing::isFileReadOnly() const
 {
-    return isReadOnly(m_path);
+    return isMarkedReadOnly(m_path);
 }
 
 void BenchDrawing::addVariables()
@@ -343,7 +323,7 @@ Result<void> BenchDrawing::saveAs(const std::string& path, bool mayReplace)
     const bool isOwn = !m_path.empty() && isSameFile(path, m_path);
     if (isOwn && m_outlook.way == SaveWay::NewFile)
         return Error{ErrorCode::Unsupported, m_path + " itself cannot be written: " + m_outlook.reason};
-    if (mayReplace && isReadOnly(path))
+    if (mayReplace && isMarkedReadOnly(path))
         return Error{ErrorCode::Denied, path + " is read-only"};
     return writeTo(path, mayReplace);
 }

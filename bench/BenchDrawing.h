@@ -129,8 +129,6 @@ private:
     std::map<dwg::Handle, std::string> m_blockSources;
 };
 
-/// The same file as a path that holds wherever it is used.
-std::string fullPath(const std::string& path);
 /// Whether both paths are one file, whatever they look like.
 bool isSameFile(const std::string& a, const std::string& b);
 

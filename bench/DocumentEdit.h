@@ -17,7 +17,7 @@ void reindex(dwg::Document& document);
 /// Tables by name, without regard to case; null when there is no such entry.
 const dwg::Layer* findLayer(const dwg::Document& document, std::u16string_view name);
 dwg::BlockRecord* findBlock(dwg::Document& document, std::u16string_view name);
-/// The name in the system's 8-bit code page; "0" for a handle of no layer.
+/// The name in the program's own text; "0" for a handle of no layer.
 std::string layerName(const dwg::Document& document, dwg::Handle layer);
 bool sameName(std::u16string_view a, std::u16string_view b);
 

@@ -3,9 +3,9 @@
 #include "BenchDrawing.h"
 
 #include "platform/Files.h"
+#include "platform/FolderRoots.h"
+#include "platform/Folders.h"
 #include "platform/Text.h"
-
-#include <filesystem>
 
 namespace zv::bench {
 
@@ -46,7 +46,7 @@ std::string findDrawingFile(const std::string& typed, const std::string& drawing
 
 std::string besideDrawing(const std::string& typed, const std::string& drawing)
 {
-    const bool isFull = std::filesystem::path(typed).is_absolute();
+    const bool isFull = rootLength(typed) > 0;
     return fullPath(isFull ? typed : folderPart(drawing) + typed);
 }
 

@@ -11,10 +11,10 @@ wire::Failure unknownName(const std::string& name);
 wire::Failure failed(const std::string& text);
 wire::Failure badArgument(const std::string& text);
 
-/// A text in the system's 8-bit code page, as it is shown to others. What is no text there is replaced.
+/// A text of the program's own, as it is shown to others. What is no text there is replaced.
 std::string shownText(const std::string& bytes);
 wire::Value textValue(const std::string& bytes);
-/// The text in the system's 8-bit code page; empty when the value is none.
+/// The text in the program's own form; empty when the value is none.
 std::string textOf(const wire::Value& value);
 std::string textOf(const wire::Value* value);
 

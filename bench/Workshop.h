@@ -18,7 +18,7 @@ struct ZoomRequest {
     double factor = 1;            ///< Over 1: closer.
 };
 
-/// What commands need of the window around them. Texts are bytes in the system's 8-bit code page.
+/// What commands need of the window around them. Texts are the program's own.
 class BenchFront {
 public:
     virtual ~BenchFront() = default;

@@ -6,8 +6,8 @@
 namespace zv {
 
 /// The public values of the main window, which every window reads and some set. They live as long as the
-/// program and are read afresh at each load of the main window. Texts are bytes in the system's 8-bit code
-/// page; folders end in no separator.
+/// program and are read afresh at each load of the main window. Texts are the program's own (see
+/// platform/Text.h); folders end in no separator.
 struct PublicValues {
     std::string LoginName;       ///< The login name, or "User".
     std::string MyLibPath;       ///< The user's own library list.

@@ -17,7 +17,7 @@ class ClipPlayer : public QWidget {
 public:
     explicit ClipPlayer(QWidget* parent = nullptr);
 
-    /// Opens a clip; `path` is in the system's 8-bit code page. It plays at once when autoPlay() is on. False
+    /// Opens a clip; `path` is in the program's own text. It plays at once when autoPlay() is on. False
     /// when the file is missing or is no clip that can be read; then no clip is open.
     bool open(const std::string& path);
     /// Forgets the clip.

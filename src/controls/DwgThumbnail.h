@@ -24,8 +24,8 @@ class DwgThumbnail : public QWidget {
 public:
     explicit DwgThumbnail(QWidget* parent = nullptr);
 
-    /// Shows the preview of a drawing; an empty path blanks the control. `path` is in the system's 8-bit code
-    /// page. Errors: the drawing cannot be read; the control is blank then, under the path that was given.
+    /// Shows the preview of a drawing; an empty path blanks the control. `path` is in the program's own
+    /// text. Errors: the drawing cannot be read; the control is blank then, under the path that was given.
     Result<void> setDrawing(const std::string& path);
     /// The same with what readThumbnail() has given for the path.
     Result<void> setDrawing(const std::string& path, Result<QImage> picture);

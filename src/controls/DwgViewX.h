@@ -29,7 +29,7 @@ public:
     explicit DwgViewX(QWidget* parent = nullptr);
     ~DwgViewX() override;
 
-    /// Loads and shows a drawing whole. `path` is in the system's 8-bit code page. False when it cannot be
+    /// Loads and shows a drawing whole. `path` is in the program's own text. False when it cannot be
     /// read; then nothing is shown any more and errorText() says why. An empty path empties the viewer and
     /// is false too.
     bool setDrawing(const std::string& path);

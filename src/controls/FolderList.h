@@ -19,7 +19,7 @@ class FolderList : public QListWidget {
 public:
     explicit FolderList(QWidget* parent = nullptr);
 
-    /// The open folder, in full, in the system's 8-bit code page.
+    /// The open folder, in full, in the program's own text.
     const std::string& path() const { return m_path; }
     QString pathText() const;
     /// The folder chosen; the open one at first.

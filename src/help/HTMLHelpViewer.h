@@ -18,7 +18,7 @@ public:
     HTMLHelpViewer(const HTMLHelpViewer&) = delete;
     HTMLHelpViewer& operator=(const HTMLHelpViewer&) = delete;
 
-    /// Full path of the compiled help file, in the system's 8-bit code page.
+    /// Full path of the compiled help file, in the program's own text.
     const std::string& HelpFile() const { return m_helpFile; }
     void setHelpFile(std::string path) { m_helpFile = std::move(path); }
 

@@ -21,7 +21,7 @@ struct HelpFinding {
 /// Format: CHM, the compiled form of HTML Help, read through chmlib.
 class HelpBook {
 public:
-    /// Opens a help file; `path` is in the system's 8-bit code page.
+    /// Opens a help file; `path` is in the program's own text.
     /// Errors: NotFound, no file is there; Damaged, it is no help file or holds no page to open with.
     static Result<std::unique_ptr<HelpBook>> open(const std::string& path);
     ~HelpBook();

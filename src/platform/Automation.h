@@ -25,7 +25,7 @@ struct AutomationPoint {
 };
 
 /// What goes to and comes from another program: empty (std::monostate), left out, true/false, whole, double,
-/// text in the system's 8-bit code page, point, or object.
+/// text of the program's own, point, or object.
 using AutomationValue = std::variant<std::monostate, MissingArgument, bool, std::int64_t, double, std::string,
                                      AutomationPoint, std::shared_ptr<AutomationObject>>;
 

@@ -34,7 +34,7 @@ private:
     std::span<const std::byte> m_bytes;
 };
 
-/// Opens a regular file for reading; `path` is in the system's 8-bit code page. A file that shrinks while it
+/// Opens a regular file for reading; `path` is in the program's own text. A file that shrinks while it
 /// is open gives errors, never a signal. Errors: NotFound; Denied; Failed.
 Result<std::unique_ptr<ByteSource>> openByteSource(const std::string& path);
 

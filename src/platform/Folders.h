@@ -15,7 +15,7 @@ std::vector<std::string> drives();
 std::string driveOf(const std::string& path, const std::vector<std::string>& roots);
 
 /// Names of the folders in a folder, and of its files with an ending (".dwg", in any case; empty for all),
-/// sorted without regard to case. Hidden ones are left out, and names that the 8-bit code page cannot hold.
+/// sorted without regard to case. Hidden ones are left out, and names that are no text.
 /// Errors: NotFound, Denied, Failed.
 Result<std::vector<std::string>> foldersIn(const std::string& folder);
 Result<std::vector<std::string>> filesIn(const std::string& folder, std::string_view ending);

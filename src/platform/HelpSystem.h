@@ -19,8 +19,8 @@ enum class HelpCommand : std::uint32_t {
 class HelpSystem {
 public:
     virtual ~HelpSystem() = default;
-    /// Carries a command out on a help file, on behalf of the desktop. `path` is in the system's 8-bit code
-    /// page; `contextId` counts for HelpContext only. Gives the handle of the help window, 0 when the file
+    /// Carries a command out on a help file, on behalf of the desktop. `path` is in the program's own
+    /// text; `contextId` counts for HelpContext only. Gives the handle of the help window, 0 when the file
     /// is missing, damaged, or has no such topic; nothing is told to the user then.
     virtual std::int32_t show(const std::string& path, HelpCommand command, std::uint32_t contextId) = 0;
     /// Whether the handle is that of a window that is open.

@@ -8,7 +8,7 @@ namespace zv {
 /// The icons of message boxes under their system numbers.
 enum class MessageIcon { None = 0, Critical = 16, Question = 32, Warning = 48, Information = 64 };
 
-/// One message box. An empty title stands for "Zelvora". Texts are bytes in the system's 8-bit code page.
+/// One message box. An empty title stands for "Zelvora". Texts are the program's own (see Text.h).
 struct Message {
     std::string text;
     std::string title;

@@ -19,8 +19,8 @@ enum class ErrorCode {
     Failed,      ///< Any other failure of the system.
 };
 
-/// Why something could not be done: a code for the program, a text for a reader. The text is in the system's
-/// 8-bit code page, as paths are.
+/// Why something could not be done: a code for the program, a text for a reader. The text is the
+/// program's own, as paths are (see Text.h).
 struct Error {
     ErrorCode code = ErrorCode::Failed;
     std::string text;

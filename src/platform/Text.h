@@ -5,8 +5,8 @@
 
 namespace zv {
 
-/// Narrow strings are bytes in the system's 8-bit code page (the locale's on Linux). A byte that is no text
-/// there becomes the lone surrogate U+DC00 + byte, so that narrow(wide(bytes)) gives every byte back.
+/// Narrow strings are the program's own text: UTF-8 on Windows, the locale's code page on Linux. A byte that
+/// is no text there becomes the lone surrogate U+DC00 + byte, so that narrow(wide(bytes)) gives it back.
 std::u16string wide(std::string_view bytes);
 std::string narrow(std::u16string_view text);
 

@@ -30,9 +30,9 @@ Json toJson(const Values& values);
 /// None when it is no value.
 std::optional<Value> toValue(const Json& json);
 
-/// A text in the system's 8-bit code page as it is sent. Errors: Failed, it has no UTF-8 form.
+/// A text of the program's own as it is sent. Errors: Failed, it has no UTF-8 form.
 Result<std::string> sentText(const std::string& bytes);
-/// A text that has come, in the system's 8-bit code page.
+/// A text that has come, in the program's own form.
 std::string receivedText(std::string_view utf8);
 
 enum class Operation { Get, Set, Call, Items, Release };

@@ -7,7 +7,7 @@
 
 namespace zv {
 
-/// A library that was chosen for printing. The texts are bytes in the system's 8-bit code page.
+/// A library that was chosen for printing. The texts are the program's own.
 struct PrintedLibrary {
     std::string name;
     std::string listPath;

@@ -10,7 +10,7 @@
 namespace zv {
 
 /// The fields of the main window that are kept for the run: they outlive its unloading. Other windows read
-/// and set some of them. Paths are bytes in the system's 8-bit code page.
+/// and set some of them. Paths are in the program's own text.
 struct BrowserFields {
     std::string selectedDrawing; ///< As its line in the list has it; empty until one is selected.
     std::string LibraryPath;     ///< The list in view.

@@ -7,7 +7,7 @@
 
 namespace zv {
 
-/// Reads the properties that are stored in a drawing file. Texts are bytes in the system's 8-bit code page.
+/// Reads the properties that are stored in a drawing file. Texts are the program's own.
 class DwgPropsX {
 public:
     /// Reads a drawing's properties in place of those held. A drawing that holds none is read as one with

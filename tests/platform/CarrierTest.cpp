@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
+
 namespace zv::test {
 
 namespace {
@@ -95,6 +97,19 @@ TEST_F(Carrier, ArgumentsArriveAsWhatTheyAre)
     EXPECT_TRUE(utility->call("TranslateCoordinates",
                               {AutomationPoint{1, 2.5, 0}, std::monostate{}, std::monostate{}, false}));
     EXPECT_TRUE(wasNoted("call utility TranslateCoordinates [{\"point\":[1.0,2.5,0.0]},null,null,false]"));
+}
+
+TEST_F(Carrier, TextsInAnyScriptArriveAndComeBack)
+{
+    std::setlocale(LC_ALL, "C.UTF-8");
+    place.run("");
+    const AutomationObjectPtr drawing = document();
+    const std::string path = "C:/T\xC3\xBCren/\xE9\x97\xA8 \xF0\xA0\x80\x8B.dwg";
+    EXPECT_TRUE(drawing->call("SendCommand", {path}));
+    EXPECT_TRUE(wasNoted("call document SendCommand [\"" + path + "\"]"));
+    EXPECT_TRUE(drawing->call("SetVariable", {std::string("PROJECTNAME"), path}));
+    EXPECT_EQ(*asText(drawing->call("GetVariable", {std::string("PROJECTNAME")})), path);
+    std::setlocale(LC_ALL, "C");
 }
 
 TEST_F(Carrier, AnswersArriveAsWhatTheyAre)

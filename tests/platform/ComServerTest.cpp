@@ -118,6 +118,7 @@ TEST_F(ComServed, ValuesComeBackAsWhatTheyAre)
     EXPECT_EQ(given(std::int64_t{-7}), AutomationValue(std::int64_t{-7}));
     EXPECT_EQ(given(2.5), AutomationValue(2.5));
     EXPECT_EQ(given("D 1"), AutomationValue(std::string("D 1")));
+    EXPECT_EQ(given("\xE9\x97\xA8 \xC3\x9C"), AutomationValue(std::string("\xE9\x97\xA8 \xC3\x9C")));
     EXPECT_EQ(given(AutomationPoint{1, 2, 3}), AutomationValue(AutomationPoint{1, 2, 3}));
 }
 

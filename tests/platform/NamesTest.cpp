@@ -1,6 +1,7 @@
 #include "platform/ByteSource.h"
 #include "platform/FileCopy.h"
 #include "platform/Files.h"
+#include "platform/FolderWalk.h"
 #include "platform/Folders.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -8,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 
 namespace zv {
@@ -57,6 +59,19 @@ TEST_F(NamesTest, DrawingsInAnyScriptAreCopiedRenamedAndDeleted)
         EXPECT_EQ(filesIn(folder.file(name + " copies"), {}).valueOr(Names{"?"}), Names{});
     }
     EXPECT_EQ(foldersIn(folder.path()).valueOr({}).size(), kNames.size());
+}
+
+TEST_F(NamesTest, DrawingsBelowAFolderAreFoundInAnyScript)
+{
+    ASSERT_TRUE(makeFolder(folder.file("\xE9\x97\xA8")));
+    std::vector<std::string> paths;
+    for (const std::string& name : kNames)
+        paths.push_back(folder.write("\xE9\x97\xA8" + std::string(1, kPathSeparator) + name, "x"));
+    folder.write("a.txt", "x");
+    paths.push_back(folder.write("A.DWG", "x"));
+    std::sort(paths.begin(), paths.end());
+    EXPECT_EQ(filesBelow(folder.path(), ".dwg").valueOr({}), paths);
+    EXPECT_EQ(filesBelow(folder.file("none"), ".dwg").error().code, ErrorCode::NotFound);
 }
 
 TEST_F(NamesTest, TheCurrentFolderMayHaveAnyName)

@@ -9,6 +9,9 @@
 
 #include <windows.h>
 
+#include <aclapi.h>
+#include <sddl.h>
+
 namespace zv {
 namespace {
 
@@ -75,6 +78,38 @@ TEST_F(WindowsProfileTest, AValueIsCutAfter255CharactersInAnyScript)
         chinese += "\xE9\x97\xA8";
     const std::string path = folder.write("long.ini", "[a]\r\nk=" + chinese + "\xE9\x97\xA8\r\n");
     EXPECT_EQ(profileString(path, "a", "k", ""), chinese);
+}
+
+/// The rights to a file, in the system's own words.
+std::wstring rightsOf(const std::string& file)
+{
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    LPWSTR words = nullptr;
+    if (::GetNamedSecurityInfoW(widePath(file).c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
+                                nullptr, nullptr, nullptr, &descriptor) != ERROR_SUCCESS)
+        return {};
+    ::ConvertSecurityDescriptorToStringSecurityDescriptorW(descriptor, SDDL_REVISION_1,
+                                                           DACL_SECURITY_INFORMATION, &words, nullptr);
+    const std::wstring rights = words ? words : L"";
+    ::LocalFree(words);
+    ::LocalFree(descriptor);
+    return rights;
+}
+
+TEST_F(WindowsProfileTest, AReplacedOneKeepsTheRightsThatWereGivenToIt)
+{
+    letGo();
+    const std::wstring asTheFolder = rightsOf(file);
+    PSECURITY_DESCRIPTOR given = nullptr;
+    ASSERT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;WD)(A;;FA;;;BA)",
+                                                                       SDDL_REVISION_1, &given, nullptr));
+    ASSERT_TRUE(::SetFileSecurityW(widePath(file).c_str(), DACL_SECURITY_INFORMATION, given));
+    ::LocalFree(given);
+    const std::wstring before = rightsOf(file);
+    EXPECT_NE(before, asTheFolder);
+    EXPECT_TRUE(writeProfileString(file, "a", "k", "2"));
+    EXPECT_EQ(folder.read("user.ini"), "[a]\r\nk=2\r\n");
+    EXPECT_EQ(rightsOf(file), before);
 }
 
 TEST_F(WindowsProfileTest, AReadOnlyOneStaysAsItIs)

@@ -17,7 +17,7 @@ struct Drawing {
 };
 
 /// Reads a drawing and makes its scene: of the tab that was shown last, or of the first one that shows
-/// something when that is empty, the model before the layouts. `path` is in the system's 8-bit code page, as
+/// something when that is empty, the model before the layouts. `path` is in the program's own text, as
 /// is the folder that fonts are looked for in first. Errors: as readDocument, and those of opening the file.
 Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder);
 /// The scene of a drawing in memory, chosen in the same way.

@@ -7,7 +7,7 @@
 
 namespace zv::dwg {
 
-/// The path in UTF-8, whatever the system's code page is when its bytes are UTF-8 already.
+/// The path in UTF-8, whatever the locale's code page is when its bytes are UTF-8 already.
 std::string shownPath(const std::string& path);
 
 /// What a drawing file holds, as one JSON object: version, size, preview, properties, the model space's

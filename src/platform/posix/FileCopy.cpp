@@ -114,6 +114,17 @@ bool isSameFile(const std::string& a, const std::string& b)
     return first && second && *first && *second && isSame(**first, **second);
 }
 
+bool isMarkedReadOnly(const std::string& path)
+{
+    const auto status = statusOf(path);
+    return status && *status && !((**status).st_mode & kAnyoneMayWrite);
+}
+
+std::string behindLink(const std::string& path)
+{
+    return behindLinks(path).valueOr(path);
+}
+
 Result<void> copyIntoPlace(const std::string& from, const std::string& to)
 {
     const Result<Descriptor> source = openForReading(from);

@@ -12,12 +12,20 @@ namespace zv {
 
 namespace {
 
-/// For a system whose language has no 8-bit code page, or whose administrator has set UTF-8 instead.
 constexpr unsigned kWestern = 1252;
 constexpr std::size_t kLongestCharacter = 4;
 constexpr std::string_view kLineEnds = "\r\n";
 /// Some editors set these bytes before a text in UTF-8.
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+/// The 8-bit code page of a language; 0 when it has none.
+unsigned pageOf(LPCWSTR locale)
+{
+    DWORD page = 0;
+    ::GetLocaleInfoEx(locale, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
+                      reinterpret_cast<LPWSTR>(&page), sizeof page / sizeof(wchar_t));
+    return page;
+}
 
 std::u16string decode(std::string_view bytes, unsigned page)
 {
@@ -59,10 +67,12 @@ std::size_t characterLength(std::string_view bytes, unsigned page)
 unsigned systemCodePage()
 {
     static const unsigned known = [] {
-        DWORD page = 0;
-        ::GetLocaleInfoEx(LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_IDEFAULTANSICODEPAGE | LOCALE_RETURN_NUMBER,
-                          reinterpret_cast<LPWSTR>(&page), sizeof page / sizeof(wchar_t));
-        return page != 0 && page != CP_UTF8 ? unsigned{page} : kWestern;
+        const LPCWSTR locales[] = {LOCALE_NAME_SYSTEM_DEFAULT, LOCALE_NAME_USER_DEFAULT};
+        for (const LPCWSTR locale : locales) {
+            if (const unsigned page = pageOf(locale); page != 0 && page != CP_UTF8)
+                return page;
+        }
+        return kWestern;
     }();
     return known;
 }

@@ -6,8 +6,8 @@
 namespace zv {
 
 /// The system's 8-bit code page, in which programs write that know no other encoding. It is the one of the
-/// language that the computer has for such programs, not of the user's own language, and not of this process,
-/// whose manifest may say something else.
+/// language that the computer has for such programs, and not of this process, whose manifest may say
+/// something else. Where the system has none, or UTF-8 in its place, it is the one of the user's language.
 unsigned systemCodePage();
 
 /// Text in a code page as wide text, and back. A byte that is no text there is escaped as wide() does it; a

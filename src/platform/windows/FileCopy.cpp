@@ -7,6 +7,7 @@ namespace zv {
 
 namespace {
 
+constexpr DWORD kLongestPath = 32 * 1024;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// A short name of its own in the target's folder: the target's may be as long as names can be.
@@ -38,14 +39,31 @@ bool isSameFile(const std::string& a, const std::string& b)
            one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
 }
 
+bool isMarkedReadOnly(const std::string& path)
+{
+    const DWORD attributes = calls::attributes(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY);
+}
+
+std::string behindLink(const std::string& path)
+{
+    // The path of any other file stays as it is: the one of a mapped drive has another root behind it.
+    const DWORD attributes = calls::attributes(path);
+    if (attributes == INVALID_FILE_ATTRIBUTES || !(attributes & FILE_ATTRIBUTE_REPARSE_POINT))
+        return path;
+    const FileHandle file(path, 0, kShareAll, OPEN_EXISTING);
+    std::wstring real(kLongestPath, L'\0');
+    const DWORD length = file ? ::GetFinalPathNameByHandleW(file.get(), real.data(), kLongestPath, 0) : 0;
+    return length > 0 && length < kLongestPath ? pathOf(std::wstring_view(real).substr(0, length)) : path;
+}
+
 Result<void> copyIntoPlace(const std::string& from, const std::string& to)
 {
     if (!fileExists(from))
         return Error{ErrorCode::NotFound, from + ": no such file"};
     if (isSameFile(from, to))
         return {};
-    const DWORD attributes = calls::attributes(to);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+    if (isMarkedReadOnly(to))
         return Error{ErrorCode::Denied, to + ": read-only"};
     const std::string beside = nameBeside(to);
     // A source that is read-only makes a copy that is, so that what a run that was ended by force has left

@@ -1,5 +1,6 @@
 #include "platform/Profile.h"
 
+#include "platform/FileCopy.h"
 #include "platform/Files.h"
 #include "platform/ProfileFile.h"
 #include "platform/Text.h"
@@ -27,8 +28,7 @@ Error profileError(const std::string& path)
 /// the same. Errors: Busy; Denied, it is read-only or others'; Failed.
 Result<bool> canBeReplaced(const std::string& path)
 {
-    const DWORD attributes = calls::attributes(path);
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY))
+    if (isMarkedReadOnly(path))
         return Error{ErrorCode::Denied, path + ": read-only"};
     const FileHandle whole(path, GENERIC_WRITE | DELETE, kShareAll, OPEN_EXISTING);
     if (whole)
@@ -109,10 +109,11 @@ Result<std::string> loadProfile(const std::string& file)
     return std::move(bytes).valueOr({});
 }
 
-Result<void> rewriteProfile(const std::string& file, const ProfileEdit& edit)
+Result<void> rewriteProfile(const std::string& named, const ProfileEdit& edit)
 {
-    if (file.empty())
+    if (named.empty())
         return Error{};
+    const std::string file = behindLink(named);
     Result<std::optional<std::string>> before = bytesBefore(file);
     if (!before)
         return before.error();

@@ -20,23 +20,19 @@ bool isGone(DWORD reason)
     return reason == ERROR_FILE_NOT_FOUND || reason == ERROR_PATH_NOT_FOUND;
 }
 
-/// Whether somebody has given rights to the file itself, beside those of its folder.
-bool hasOwnRights(PSECURITY_DESCRIPTOR descriptor, ACL* rights)
+/// Whether there are rights among these that come from no folder.
+bool hasOwnRights(ACL* rights)
 {
-    SECURITY_DESCRIPTOR_CONTROL control = 0;
-    DWORD revision = 0;
-    if (!::GetSecurityDescriptorControl(descriptor, &control, &revision) || rights == nullptr)
-        return false;
-    bool own = (control & SE_DACL_PROTECTED) != 0;
-    for (DWORD i = 0; i < rights->AceCount && !own; ++i) {
+    for (DWORD i = 0; i < rights->AceCount; ++i) {
         void* entry = nullptr;
-        own = ::GetAce(rights, i, &entry) && !(static_cast<ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE);
+        if (::GetAce(rights, i, &entry) && !(static_cast<ACE_HEADER*>(entry)->AceFlags & INHERITED_ACE))
+            return true;
     }
-    return own;
+    return false;
 }
 
-/// Gives a file the rights that were given to another one itself. Where the system does not allow that it
-/// has those of its folder.
+/// Gives a file the rights that somebody has given to another one itself, beside those of its folder or in
+/// their place. Where the system does not allow that it has those of its folder.
 void takeRights(const std::string& path, const std::string& from)
 {
     ACL* rights = nullptr;
@@ -45,9 +41,16 @@ void takeRights(const std::string& path, const std::string& from)
                                 nullptr, &rights, nullptr, &descriptor) != ERROR_SUCCESS)
         return;
     const std::unique_ptr<void, HLOCAL(WINAPI*)(HLOCAL)> held(descriptor, ::LocalFree);
-    if (hasOwnRights(descriptor, rights))
-        ::SetNamedSecurityInfoW(widePath(path).data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr,
-                                nullptr, rights, nullptr);
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    ::GetSecurityDescriptorControl(descriptor, &control, &revision);
+    const bool isProtected = (control & SE_DACL_PROTECTED) != 0;
+    if (rights && (isProtected || hasOwnRights(rights)))
+        ::SetNamedSecurityInfoW(
+            widePath(path).data(), SE_FILE_OBJECT,
+            DACL_SECURITY_INFORMATION |
+                (isProtected ? PROTECTED_DACL_SECURITY_INFORMATION : UNPROTECTED_DACL_SECURITY_INFORMATION),
+            nullptr, nullptr, rights, nullptr);
 }
 
 /// Deletes what stands under a working copy's name, unless it is one that another program is writing: then
