@@ -127,6 +127,58 @@ TEST_F(PosixFilesTest, WhatIsReadWhileALineIsAddedDoesNotHoldUpOthers)
     EXPECT_TRUE(added);
 }
 
+/// Sees in which way the files of a folder are open when a lock is asked for.
+class LockWatch final : public FileWatch {
+public:
+    explicit LockWatch(std::string folder) : m_folder(std::move(folder)) { watchFiles(this); }
+    LockWatch(const LockWatch&) = delete;
+    LockWatch& operator=(const LockWatch&) = delete;
+    ~LockWatch() override { watchFiles(nullptr); }
+
+    StepOutcome before(FileStep step) override
+    {
+        if (step == FileStep::Lock)
+            look();
+        return StepOutcome::Made;
+    }
+    int locks = 0;
+    std::string openToReadAlone;
+
+private:
+    void look()
+    {
+        ++locks;
+        for (const auto& open : std::filesystem::directory_iterator("/proc/self/fd")) {
+            std::error_code gone;
+            const std::string path = std::filesystem::read_symlink(open, gone).string();
+            const int mode = ::fcntl(std::stoi(open.path().filename().string()), F_GETFL);
+            if (path.starts_with(m_folder) && (mode & O_ACCMODE) == O_RDONLY)
+                openToReadAlone += path + " ";
+        }
+    }
+    std::string m_folder;
+};
+
+// A share on another machine locks a file only for those who have it open to write.
+TEST_F(PosixFilesTest, EveryLockIsAskedForWithTheRightToWrite)
+{
+    const std::string list = folder.write("a.lst", "one\r\n"), copy = folder.write("a.ls$", "left");
+    LockWatch watch(folder.path());
+    ASSERT_TRUE(appendLines(list, "two\r\n", copy));
+    ASSERT_TRUE(rewriteFile(list, copy, kAnySize, [](const std::string& old) { return old + "three\r\n"; }));
+    EXPECT_GT(watch.locks, 3);
+    EXPECT_EQ(watch.openToReadAlone, "");
+    EXPECT_EQ(folder.read("a.lst"), "one\r\ntwo\r\nthree\r\n");
+}
+
+TEST_F(PosixFilesTest, NothingIsToldToAPipeInAFilesPlace)
+{
+    const std::string pipe = folder.file("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    EXPECT_EQ(appendLines(pipe, "one\r\n").error().code, ErrorCode::Failed);
+    EXPECT_EQ(writeFile(pipe, "one\r\n").error().code, ErrorCode::Failed);
+}
+
 TEST_F(PosixFilesTest, AFileThatIsTooLargeIsNotRead)
 {
     std::filesystem::resize_file(victim, std::uint64_t{3} << 30);

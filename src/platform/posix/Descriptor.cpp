@@ -74,11 +74,30 @@ Result<Descriptor> openForWriting(const std::string& path, int flags)
             return writingError(path);
     } else if (isReadOnly(status)) {
         return Error{ErrorCode::Denied, path + ": read-only"};
+    } else if (!S_ISREG(status.st_mode)) {
+        // What a pipe is told is lost.
+        return Error{ErrorCode::Failed, path + ": not a regular file"};
     }
     Descriptor file(calls::open(path.c_str(), O_CREAT | O_CLOEXEC | O_NONBLOCK | flags, 0666));
     if (!file)
         return writingError(path);
     return file;
+}
+
+Descriptor openToLock(const std::string& path, int flags)
+{
+    const int all = O_CLOEXEC | O_NONBLOCK | flags;
+    Descriptor file(calls::open(path.c_str(), O_RDWR | all));
+    if (!file && errno != ENOENT && errno != ELOOP)
+        file = Descriptor(calls::open(path.c_str(), O_RDONLY | all));
+    return file;
+}
+
+Descriptor openUnnamed(const std::string& path, mode_t rights)
+{
+    const std::size_t separator = path.rfind('/');
+    const std::string folder = separator == std::string::npos ? "." : path.substr(0, separator + 1);
+    return Descriptor(calls::open(folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, rights));
 }
 
 Result<std::string> readAll(const Descriptor& file, const std::string& path, std::uint64_t most)

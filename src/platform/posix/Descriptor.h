@@ -43,8 +43,15 @@ bool isReadOnly(const struct stat& status);
 /// Opens a regular file for reading. Errors: NotFound, Denied, Failed (anything but a regular file).
 Result<Descriptor> openForReading(const std::string& path);
 /// Opens a file with `flags` (O_WRONLY or O_RDWR, O_APPEND, O_TRUNC), creating it if it is missing. A file
-/// without any right to write is denied to everybody, the administrator too. Errors: Denied, Failed.
+/// without any right to write is denied to everybody, the administrator too. Errors: Denied, Failed (anything
+/// but a regular file).
 Result<Descriptor> openForWriting(const std::string& path, int flags);
+/// Opens what is there for its lock alone, to write if that is allowed: a network gives no lock to others.
+/// None, with the system's reason, where it cannot be opened. `flags` are further ones, O_NOFOLLOW.
+Descriptor openToLock(const std::string& path, int flags = 0);
+/// A new file without a name in the folder of `path`: wherever the program is ended, it leaves nothing
+/// behind. None where the file system has no such files.
+Descriptor openUnnamed(const std::string& path, mode_t rights);
 
 /// All bytes from the present place on. Errors: TooLarge, there are more than `most`; Failed.
 Result<std::string> readAll(const Descriptor& file, const std::string& path, std::uint64_t most);

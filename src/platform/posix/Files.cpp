@@ -16,12 +16,6 @@ constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kNewEnding = ".new"; ///< Of a file that is being made.
 constexpr int kMostTries = 100;
 
-std::string folderPart(const std::string& path)
-{
-    const std::size_t separator = path.rfind(kPathSeparator);
-    return separator == std::string::npos ? "." : path.substr(0, separator + 1);
-}
-
 /// Takes a line back that did not fit on the disk, so that no half of it stays.
 void takeBack(const Descriptor& file, off_t end, ssize_t count)
 {
@@ -143,10 +137,7 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
-    // A file without a name leaves nothing behind, wherever the program is ended. Not every file system has
-    // them.
-    if (const Descriptor file(calls::open(folderPart(path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-        file) {
+    if (const Descriptor file = openUnnamed(path, 0666)) {
         if (Result<void> written = writeFlushed(file, path, bytes); !written)
             return written;
         if (calls::linkOpen(file.number(), path.c_str()) == 0)

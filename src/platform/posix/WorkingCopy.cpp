@@ -10,7 +10,6 @@ constexpr mode_t kRights = 07777;
 constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
 constexpr std::chrono::milliseconds kNow{0};
 constexpr int kNewFile = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
-constexpr int kOldFile = O_RDONLY | O_CLOEXEC | O_NONBLOCK;
 
 bool deleted(const std::string& path)
 {
@@ -31,7 +30,7 @@ Result<bool> owns(const Descriptor& file, const std::string& path)
 /// false. Errors: Denied, Failed.
 Result<bool> clearAway(const std::string& path)
 {
-    const Descriptor file(calls::open(path.c_str(), kOldFile | O_NOFOLLOW));
+    const Descriptor file = openToLock(path, O_NOFOLLOW);
     if (!file) {
         if (errno == ENOENT)
             return true;
@@ -52,11 +51,12 @@ bool mayHaveNoLinks(int reason)
 
 } // namespace
 
-Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::milliseconds patience)
+Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::milliseconds patience,
+                                      mode_t rights)
 {
     const auto end = std::chrono::steady_clock::now() + patience;
     for (;;) {
-        Descriptor file(calls::open(path.c_str(), kNewFile, 0666));
+        Descriptor file(calls::open(path.c_str(), kNewFile, rights));
         if (!file && errno != EEXIST)
             return writingError(path);
         // Between the two calls another process may have taken the new file for one that was left behind.
@@ -76,6 +76,13 @@ Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::mill
     }
 }
 
+void WorkingCopy::deleteLeft(const std::string& path)
+{
+    const Descriptor file = openToLock(path, O_NOFOLLOW);
+    if (file && calls::flock(file.number(), LOCK_EX | LOCK_NB) == 0 && standsAt(file, path).valueOr(false))
+        deleted(path);
+}
+
 WorkingCopy::~WorkingCopy()
 {
     if (m_file && !m_placed)
@@ -84,7 +91,7 @@ WorkingCopy::~WorkingCopy()
 
 Result<void> WorkingCopy::hold(const std::string& target, std::chrono::milliseconds patience)
 {
-    m_target = Descriptor(calls::open(target.c_str(), kOldFile));
+    m_target = openToLock(target);
     if (m_target)
         return lockFile(m_target, target, patience);
     // One that cannot be read can be replaced all the same.
@@ -112,8 +119,12 @@ Result<void> WorkingCopy::replace(const std::string& target, std::string_view by
 
 Result<void> WorkingCopy::become(const std::string& target, std::string_view bytes)
 {
-    if (Result<void> written = writeFlushed(m_file, m_path, bytes); !written)
-        return written;
+    Result<void> written = writeFlushed(m_file, m_path, bytes);
+    return written ? takeName(target) : written;
+}
+
+Result<void> WorkingCopy::takeName(const std::string& target)
+{
     // A rename would take the place of a file that somebody made meanwhile; a second name does not.
     if (calls::link(m_path.c_str(), target.c_str()) == 0)
         return {};

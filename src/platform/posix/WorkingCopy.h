@@ -17,7 +17,11 @@ public:
     /// Makes the working copy anew; what a crash has left of the name, or a link that somebody has put there,
     /// goes. Waits at most `patience` for another process. Errors: Denied; Busy, that process does not let go
     /// of it; Failed.
-    static Result<WorkingCopy> open(const std::string& path, std::chrono::milliseconds patience);
+    static Result<WorkingCopy> open(const std::string& path, std::chrono::milliseconds patience,
+                                    mode_t rights = 0666);
+    /// Deletes a working copy that a process which has ended left behind. One that another process is writing
+    /// stays, and so does any where the file system has no locks.
+    static void deleteLeft(const std::string& path);
     WorkingCopy(WorkingCopy&&) noexcept = default;
     WorkingCopy& operator=(WorkingCopy&&) = delete;
     /// Deletes what has not taken its place.
@@ -34,10 +38,16 @@ public:
     /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
     Result<void> become(const std::string& target, std::string_view bytes);
 
+    // For one who writes and flushes the file himself.
+
+    const Descriptor& file() const { return m_file; }
+    /// Takes the place of `target` as it is. Errors: Denied, Failed.
+    Result<void> place(const std::string& target);
+    /// The same for a target that is not there. Errors: Busy, when it is; Denied, Failed.
+    Result<void> takeName(const std::string& target);
+
 private:
     WorkingCopy(std::string path, Descriptor file) : m_path(std::move(path)), m_file(std::move(file)) {}
-
-    Result<void> place(const std::string& target);
 
     std::string m_path;
     Descriptor m_file;
