@@ -16,7 +16,7 @@ namespace {
 /// Copies a profile, but over none that another program has made there meanwhile. False when it failed.
 bool copyProfile(const std::string& from, const std::string& to)
 {
-    const Result<std::string> bytes = readFile(from);
+    const Result<std::string> bytes = readFile(from, kMostProfileBytes);
     if (!bytes)
         return bytes.error().code == ErrorCode::NotFound;
     const Result<void> made = createFile(to, *bytes);

@@ -78,7 +78,9 @@ void ProfileText::parseAll()
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t feed = text.find('\n', begin);
         const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
-        m_lines.push_back(parse(text.substr(begin, end - begin), begin, end));
+        const std::string_view line = text.substr(begin, end - begin);
+        if (!trimmed(line).empty())
+            m_lines.push_back(parse(line, begin, end));
         begin = end;
     }
 }
@@ -119,12 +121,6 @@ const ProfileText::Line* ProfileText::findKey(std::string_view section, std::str
 /// Behind the last line of a section that says something, so that blank lines stay between sections.
 std::size_t ProfileText::endOf(Range lines) const
 {
-    while (lines.last > lines.first) {
-        const Line& line = m_lines[lines.last - 1];
-        if (!trimmed(std::string_view(m_text).substr(line.begin, line.end - line.begin)).empty())
-            break;
-        --lines.last;
-    }
     return lines.last == 0 ? 0 : m_lines[lines.last - 1].end;
 }
 
@@ -210,8 +206,9 @@ void ProfileText::removeSection(std::string_view section)
 {
     if (const std::optional<Range> range = find(section)) {
         const std::size_t begin = m_lines[range->first - 1].begin;
+        const std::size_t end = range->last < m_lines.size() ? m_lines[range->last].begin : m_text.size();
         std::string text = m_text;
-        text.erase(begin, m_lines[range->last - 1].end - begin);
+        text.erase(begin, end - begin);
         change(std::move(text));
     }
 }

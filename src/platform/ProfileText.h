@@ -60,7 +60,7 @@ private:
     std::size_t endOf(Range lines) const;
 
     std::string m_text;
-    std::vector<Line> m_lines;
+    std::vector<Line> m_lines; ///< Without those of blanks.
 };
 
 } // namespace zv

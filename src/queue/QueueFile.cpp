@@ -9,6 +9,8 @@ namespace zv {
 
 namespace {
 
+/// More than anybody queues.
+constexpr std::uint64_t kMostQueueBytes = kMostListBytes;
 constexpr const char* kLineEnd = "\r\n";
 
 std::string workingCopyOf(const std::string& queuePath)
@@ -36,7 +38,7 @@ bool isQueuedPath(std::string_view path)
 
 Result<std::vector<std::string>> readQueue(const std::string& queuePath)
 {
-    Result<std::string> bytes = readFile(queuePath);
+    Result<std::string> bytes = readFile(queuePath, kMostQueueBytes);
     if (!bytes)
         return bytes.error();
     const std::string text = textFromFile(std::move(*bytes));

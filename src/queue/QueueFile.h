@@ -21,8 +21,8 @@ Result<void> addToQueue(const std::string& queuePath, const std::string& drawing
 /// Whether a path has the two characters that make it one: shorter ones are neither queued nor read.
 bool isQueuedPath(std::string_view path);
 
-/// The queued drawings in the order of adding, without lines of 0 or 1 characters. Errors: NotFound, Denied,
-/// Failed.
+/// The queued drawings in the order of adding, without lines of 0 or 1 characters. Errors: NotFound, Denied;
+/// TooLarge, before anything is read; Failed.
 Result<std::vector<std::string>> readQueue(const std::string& queuePath);
 
 /// Replaces the whole queue; no drawings leave a file of zero bytes. A crash or a full disk leaves the old

@@ -1,10 +1,11 @@
 #include "queue/QueueFile.h"
 
 #include "platform/Files.h"
-#include "support/TemporaryFolder.h"
+#include "support/FailingFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <clocale>
 
 namespace zv {
@@ -90,6 +91,15 @@ TEST_F(QueueFileTest, AMissingQueueAndAFolderAreErrors)
     EXPECT_FALSE(readQueue(queue));
     EXPECT_FALSE(addToQueue(queue, "a.dwg"));
     EXPECT_FALSE(saveQueue(queue, {}));
+}
+
+TEST_F(QueueFileTest, AFileThatIsLargerThanAnyQueueIsRefusedBeforeItIsRead)
+{
+    ASSERT_TRUE(addToQueue(queue, "a.dwg"));
+    std::filesystem::resize_file(queue, std::uint64_t{3} << 30);
+    const FailingFiles files(Fault::Fails, -1);
+    EXPECT_EQ(readQueue(queue).error().code, ErrorCode::TooLarge);
+    EXPECT_EQ(std::count(files.steps().begin(), files.steps().end(), FileStep::Read), 0);
 }
 
 TEST_F(QueueFileTest, SavingReplacesTheQueue)

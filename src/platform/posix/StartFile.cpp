@@ -20,6 +20,8 @@ namespace zv {
 
 namespace {
 
+constexpr std::uint64_t kMostStartBytes = 0x10000; ///< A start file is one line.
+
 std::string environmentValue(const char* name)
 {
     const char* const value = std::getenv(name);
@@ -118,7 +120,7 @@ std::vector<std::string> startCommand(std::string_view firstLine, const std::str
 Result<StartedProcess> runStartFile(const std::string& progId)
 {
     for (const std::string& folder : startFolders()) {
-        const Result<std::string> text = readFile(joinPath(folder, progId + ".start"));
+        const Result<std::string> text = readFile(joinPath(folder, progId + ".start"), kMostStartBytes);
         if (!text)
             continue;
         const std::vector<std::string> command =
