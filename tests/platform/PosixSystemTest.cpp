@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -74,6 +75,19 @@ TEST_F(PosixSystemTest, AStartedProgramGetsItsArgumentsAsTheyStand)
     ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
     startProgram({"sh", "-c", "printf %s \"$1\" >\"$2\"", "sh", "a b\"c", pipe});
     EXPECT_EQ(folder.read("pipe"), "a b\"c");
+}
+
+TEST_F(PosixSystemTest, AStartedProgramGetsNoFileThatIsOpenHere)
+{
+    const std::string held = folder.write("held", "x"), pipe = folder.file("pipe");
+    ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+    const int open = ::open(held.c_str(), O_RDONLY);
+    ASSERT_GE(open, 0);
+    startProgram({"sh", "-c", "ls -l /proc/$$/fd >\"$1\"", "sh", pipe});
+    const std::string list = folder.read("pipe");
+    ::close(open);
+    EXPECT_NE(list.find("/dev/null"), std::string::npos) << list;
+    EXPECT_EQ(list.find(held), std::string::npos) << list;
 }
 
 } // namespace

@@ -112,6 +112,8 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow)
     if (child == 0) {
         if (::fork() == 0) {
             ::setsid();
+            // Not every library marks what it opens as this program's own.
+            ::close_range(STDERR_FILENO + 1, ~0U, 0);
             ::execvp(arguments[0], arguments.data());
         }
         ::_exit(0);
