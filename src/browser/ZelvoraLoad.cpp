@@ -250,6 +250,7 @@ void Zelvora::appearAfterLoad()
     m_placed = true;
     Timer1->stop();
     Window::appear();
+    m_geometry->settle();
     if (std::exchange(m_lastLibraryTooLong, false))
         tellLongLibrary(fields.LibraryPath);
 }

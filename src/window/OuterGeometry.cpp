@@ -46,6 +46,12 @@ QRect OuterGeometry::get() const
     return m_window->frameGeometry();
 }
 
+void OuterGeometry::settle()
+{
+    if (!m_wanted.isEmpty() && m_window->isVisible())
+        subtractFrame();
+}
+
 void OuterGeometry::subtractFrame()
 {
     const QSize frame = m_window->frameGeometry().size() - m_window->size();
@@ -64,8 +70,7 @@ bool OuterGeometry::eventFilter(QObject* watched, QEvent* event)
     case QEvent::Resize:
     case QEvent::Paint:
     case QEvent::WindowActivate:
-        if (!m_wanted.isEmpty() && m_window->isVisible())
-            subtractFrame();
+        settle();
         break;
     default:
         break;

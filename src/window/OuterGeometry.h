@@ -19,6 +19,9 @@ public:
     /// size that no screen has is cut.
     void set(const QRect& wanted);
     QRect get() const;
+    /// To be called once the window has been shown: puts the size right where the frame is known by now.
+    /// Where it comes later, that is done then.
+    void settle();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

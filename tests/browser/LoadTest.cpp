@@ -317,6 +317,16 @@ TEST_F(LoadTest, GeometryIsSavedInTwipsAndRestoredWithoutDrift)
     EXPECT_EQ(settingsValue("Zelvora", "Settings", "MainHeight", ""), "6000");
 }
 
+TEST_F(LoadTest, TheSizeIsRightAsSoonAsTheWindowIsSeen)
+{
+    setSettingsValue("Zelvora", "Settings", "MainWidth", "7500");
+    setSettingsValue("Zelvora", "Settings", "MainHeight", "6000");
+    program->load("Zelvora");
+    ASSERT_TRUE(QMetaObject::invokeMethod(main().Timer1, "timeout"));
+    ASSERT_TRUE(main().isVisible());
+    EXPECT_EQ(main().frameGeometry().size(), QSize(500, 400)) << "without an event in between";
+}
+
 TEST_F(LoadTest, ASizeThatNoScreenHasIsCut)
 {
     setSettingsValue("Zelvora", "Settings", "MainWidth", "99999999999");
