@@ -264,8 +264,12 @@ Result<AutomationPoint> ActionRun::askPoint()
     const Result<AutomationObjectPtr> utility = asObject(m_document->get("Utility"));
     if (!utility)
         return utility.error();
-    const Result<AutomationPoint> picked =
-        asPoint((*utility)->call("GetPoint", {MissingArgument{}, std::string("Specify insertion point: ")}));
+    const auto pick = [&] {
+        const UserIsAsked asked(m_services.splash);
+        return asPoint(
+            (*utility)->call("GetPoint", {MissingArgument{}, std::string("Specify insertion point: ")}));
+    };
+    const Result<AutomationPoint> picked = pick();
     if (!picked)
         return picked;
     return asPoint(
@@ -306,6 +310,7 @@ Result<std::string> ActionRun::scaleToType() const
 
 Result<void> ActionRun::sendCommand(const std::string& text)
 {
+    const UserIsAsked asked(m_services.splash);
     const Result<AutomationValue> sent = m_document->call("SendCommand", {text});
     if (!sent)
         return sent.error();

@@ -1,7 +1,5 @@
 #include "host/HostSession.h"
 
-#include "platform/Text.h"
-
 #include <array>
 #include <span>
 
@@ -42,6 +40,7 @@ HostSession::HostSession(HostCaller caller, HostWindow& window, HostServices& se
     : m_caller(caller), m_window(window), m_services(services), m_allowActivation(allowActivation)
 {
     m_services.automation.beginAction();
+    m_services.splash.standBy(true);
 }
 
 HostOutcome HostSession::find()
@@ -56,13 +55,10 @@ HostOutcome HostSession::find()
         if (const HostOutcome created = createByRelease(); created != HostOutcome::Found)
             return created;
     }
-    // A host that was started may take calls and answer none, and the calling window is hidden.
-    m_services.splash.standBy(m_startedHost);
     if (m_caller == HostCaller::Newlib)
         static_cast<void>(m_application->get("Version"));
     else
         activateAtAttach();
-    m_services.splash.standBy(false);
     return attachAgain();
 }
 
@@ -73,7 +69,7 @@ HostOutcome HostSession::attachAgain()
     if (m_services.automation.isGivenUp())
         return HostOutcome::Failed;
     if (m_caller == HostCaller::Dialog) {
-        m_window.messages().show({narrow(fromUtf8(m_attachError)), {}, MessageIcon::None});
+        m_window.messages().show({m_attachError, {}, MessageIcon::None});
         return HostOutcome::Failed;
     }
     if (!m_window.messages().ask({secondQuestion(m_caller), kNotLoadedTitle, MessageIcon::Question}))

@@ -15,9 +15,22 @@ public:
     /// Loads and shows the window, its clip playing from the start.
     virtual void show() = 0;
     virtual void unload() = 0;
-    /// While it stands by, a long wait for the host shows it: no other window may be there to give the wait
-    /// up by.
+    /// While it stands by, a long wait for the host shows it where no other window of the program is there to
+    /// give the wait up by.
     virtual void standBy(bool /*standsBy*/) {}
+};
+
+/// Keeps the splash from standing by for as long as it lives: the host asks its user, who answers there and
+/// takes his time.
+class UserIsAsked {
+public:
+    explicit UserIsAsked(LoadSplash& splash) : m_splash(splash) { m_splash.standBy(false); }
+    UserIsAsked(const UserIsAsked&) = delete;
+    UserIsAsked& operator=(const UserIsAsked&) = delete;
+    ~UserIsAsked() { m_splash.standBy(true); }
+
+private:
+    LoadSplash& m_splash;
 };
 
 /// What a session needs of the window that calls. Its message boxes are its own affair: a window that stands
@@ -54,11 +67,15 @@ enum class HostOutcome {
     Failed,      ///< The host has gone, cannot be started without a release's number, or was given up.
 };
 
-/// The CAD host for the length of one action: found or started at its beginning, dropped at its end.
+/// The CAD host for the length of one action: found or started at its beginning, dropped at its end. As long
+/// the splash stands by.
 class HostSession {
 public:
     /// `allowActivation` is the administrator's flag that lets the host come to the front at the attach.
     HostSession(HostCaller caller, HostWindow& window, HostServices& services, bool allowActivation);
+    HostSession(const HostSession&) = delete;
+    HostSession& operator=(const HostSession&) = delete;
+    ~HostSession() { m_services.splash.standBy(false); }
 
     /// Attaches to the running host, or asks the user and starts one.
     HostOutcome find();

@@ -3,17 +3,29 @@
 #include "controls/Clip.h"
 #include "platform/Files.h"
 
+#include <QApplication>
 #include <QCursor>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QScreen>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace zv {
 
 namespace {
 
 const QString kName = QStringLiteral("LoadAcad");
+/// Whether the user has a window by which he can give a wait up.
+bool hasWindowInReach()
+{
+    const QWidgetList all = QApplication::topLevelWidgets();
+    return std::any_of(all.begin(), all.end(), [](const QWidget* window) {
+        const bool isWindow = window->windowType() == Qt::Window || window->windowType() == Qt::Dialog;
+        return isWindow && window->isVisible() && window->isEnabled();
+    });
+}
+
 constexpr int kLeastWidth = 240; ///< The title has room above it.
 
 } // namespace
@@ -59,6 +71,17 @@ void LoadAcad::playClip()
     Animation1->play();
 }
 
+void LoadAcad::tellWaiting()
+{
+    Label1->setText(tr("Waiting for AutoCAD..."));
+}
+
+LoadAcadSplash::LoadAcadSplash(Program& program, int patienceMs) : m_program(program)
+{
+    m_untilShown.setInterval(patienceMs);
+    QObject::connect(&m_untilShown, &QTimer::timeout, &m_untilShown, [this] { showWait(); });
+}
+
 void LoadAcadSplash::show()
 {
     m_program.show(kName);
@@ -74,11 +97,24 @@ void LoadAcadSplash::unload()
 
 void LoadAcadSplash::tellWaiting(bool waiting)
 {
-    if (waiting && m_standsBy)
-        show();
-    else if (m_tellsWait)
+    if (waiting && m_standsBy) {
+        m_untilShown.start();
+        return;
+    }
+    m_untilShown.stop();
+    if (m_tellsWait)
         unload();
-    m_tellsWait = waiting && m_standsBy;
+    m_tellsWait = false;
+}
+
+void LoadAcadSplash::showWait()
+{
+    if (hasWindowInReach())
+        return;
+    show();
+    if (auto* const window = static_cast<LoadAcad*>(m_program.loaded(kName)))
+        window->tellWaiting();
+    m_tellsWait = true;
 }
 
 } // namespace zv

@@ -3,13 +3,15 @@
 #include "host/HostSession.h"
 #include "window/Window.h"
 
+#include <QTimer>
+
 class QLabel;
 
 namespace zv {
 
 class ClipPlayer;
 
-/// The small window that tells that AutoCAD is being loaded.
+/// The small window that tells that AutoCAD is being loaded, or waited for.
 class LoadAcad final : public Window {
     Q_OBJECT
 
@@ -18,6 +20,8 @@ public:
     void load() override;
     /// Starts the clip from its first frame.
     void playClip();
+    /// It is not loaded, but slow.
+    void tellWaiting();
 
 private:
     void standInTheMiddle();
@@ -29,7 +33,8 @@ private:
 /// The window LoadAcad as the splash of a host session.
 class LoadAcadSplash final : public LoadSplash {
 public:
-    explicit LoadAcadSplash(Program& program) : m_program(program) {}
+    /// Standing by, it shows itself after so many milliseconds: sooner it would flicker at each action.
+    explicit LoadAcadSplash(Program& program, int patienceMs = 2000);
     void show() override;
     void unload() override;
     void standBy(bool standsBy) override { m_standsBy = standsBy; }
@@ -37,7 +42,10 @@ public:
     void tellWaiting(bool waiting);
 
 private:
+    void showWait();
+
     Program& m_program;
+    QTimer m_untilShown;
     bool m_standsBy = false;
     bool m_tellsWait = false; ///< Shown for a long wait.
 };

@@ -10,7 +10,8 @@ namespace {
 class PropertiesRun {
 public:
     PropertiesRun(const std::string& drawing, PropertiesWindow& window, HostServices& services)
-        : m_drawing(drawing), m_window(window), m_session(HostCaller::Newlib, window, services, false)
+        : m_drawing(drawing), m_window(window), m_services(services),
+          m_session(HostCaller::Newlib, window, services, false)
     {
     }
 
@@ -26,6 +27,7 @@ private:
 
     const std::string& m_drawing;
     PropertiesWindow& m_window;
+    HostServices& m_services;
     HostSession m_session;
     AutomationObjectPtr m_document;
 };
@@ -88,6 +90,7 @@ Result<void> PropertiesRun::showHost()
 
 Result<void> PropertiesRun::type(const char* command)
 {
+    const UserIsAsked asked(m_services.splash);
     if (const auto typed = m_document->call("SendCommand", {std::string(command)}); !typed)
         return typed.error();
     return {};

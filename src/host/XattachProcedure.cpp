@@ -74,7 +74,7 @@ class XrefRun {
 public:
     XrefRun(const XrefOrder& order, XrefWindow& window, HostServices& services,
             const DialogSettings& settings)
-        : m_order(order), m_window(window), m_action(window, services, settings)
+        : m_order(order), m_window(window), m_services(services), m_action(window, services, settings)
     {
     }
 
@@ -91,6 +91,7 @@ private:
 
     const XrefOrder& m_order;
     XrefWindow& m_window;
+    HostServices& m_services;
     DialogAction m_action;
 };
 
@@ -115,7 +116,11 @@ DialogEnd XrefRun::attach()
         m_order.overlay,  withForwardSlashes(path), m_order.askPoint,
         m_order.askScale, m_order.askRotation,      {numberOf(x), numberOf(y), numberOf(z)},
         *factors,         m_order.rotation};
-    const auto sent = m_action.document()->call("SendCommand", {xrefText(command)});
+    const auto send = [&] {
+        const UserIsAsked asked(m_services.splash);
+        return m_action.document()->call("SendCommand", {xrefText(command)});
+    };
+    const auto sent = send();
     m_action.bracket().restore();
     return sent ? DialogEnd::Done : DialogEnd::Again;
 }
@@ -146,6 +151,7 @@ std::optional<std::array<std::string, 3>> XrefRun::askScale()
     const Result<AutomationObjectPtr> utility = asObject(m_action.document()->get("Utility"));
     if (!utility)
         return std::nullopt;
+    const UserIsAsked asked(m_services.splash);
     std::array<std::string, 3> factors;
     std::string fallback = "1";
     constexpr std::array<const char*, 3> kPrompts = {

@@ -450,6 +450,50 @@ TEST_F(Dispatch, StartedHostThatNeverAnswersCanBeGivenUpByTheSplash)
     EXPECT_EQ(events[events.size() - 2], "show");
 }
 
+/// A host that answers its version and then hangs at one call.
+class HangingHost : public ActionFixture, public testing::WithParamInterface<const char*> {};
+
+TEST_P(HangingHost, CanBeGivenUpByTheSplashWhileTheCallerIsHidden)
+{
+    place.run("variable filedia 1\nfault " + std::string(GetParam()) + "#1 silent");
+    window.check4 = true;
+    bool stoodBy = false;
+    time.givesUp = [&] {
+        stoodBy = stoodBy || splashStandsBy;
+        return splashStandsBy;
+    };
+    act();
+    EXPECT_TRUE(stoodBy);
+    EXPECT_FALSE(splashStandsBy);
+    EXPECT_EQ(events.back(), kLogLine);
+    EXPECT_NE(std::find(events.begin(), events.end(), "show"), events.end());
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryCall, HangingHost,
+                         testing::Values("ActiveDocument", "Visible", "Caption", "ObjectSnapMode",
+                                         "GetVariable", "SetVariable", "Utility", "TranslateCoordinates"));
+
+class AskingHost : public ActionFixture, public testing::WithParamInterface<const char*> {};
+
+TEST_P(AskingHost, IsLeftToItsUserWithoutASplash)
+{
+    place.run("variable filedia 1\nfault " + std::string(GetParam()) + "#1 silent");
+    window.check4 = true;
+    bool asked = false, stoodBy = false;
+    time.givesUp = [&] {
+        if (events.back().find(GetParam()) == std::string::npos)
+            return false;
+        asked = true;
+        stoodBy = splashStandsBy;
+        return true;
+    };
+    act();
+    EXPECT_TRUE(asked);
+    EXPECT_FALSE(stoodBy);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryPrompt, AskingHost, testing::Values("GetPoint", "SendCommand"));
+
 TEST_F(Dispatch, StartThatIsGivenUpHasFailedWithoutAMessage)
 {
     place.install("AutoCAD.Application.20", "later 1000000 AutoCAD.Application.20");

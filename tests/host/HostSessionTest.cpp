@@ -55,6 +55,40 @@ TEST_F(HostSessionTest, TheDialogsTellAHostThatHasGoneInItsOwnWords)
     EXPECT_TRUE(events[8].starts_with("plain [] ") && events[8].size() > 9) << events[8];
 }
 
+/// A host that is there once and cannot be reached again, told in the language of the system.
+class VanishingHost final : public Automation, public AutomationObject {
+public:
+    Result<AutomationObjectPtr> attach(const std::string&) override
+    {
+        if (m_attached)
+            return Error{ErrorCode::NotFound, kWords};
+        m_attached = true;
+        return AutomationObjectPtr(this, [](AutomationObject*) {});
+    }
+    Result<AutomationObjectPtr> create(const std::string&) override { return Error{}; }
+    Result<AutomationValue> get(std::string_view) override { return Error{}; }
+    Result<void> set(std::string_view, const AutomationValue&) override { return Error{}; }
+    Result<AutomationValue> call(std::string_view, const std::vector<AutomationValue>&) override
+    {
+        return Error{};
+    }
+    Result<std::vector<AutomationValue>> items() override { return Error{}; }
+
+    static constexpr const char* kWords = "Vorgang nicht verf\xFCgbar";
+
+private:
+    bool m_attached = false;
+};
+
+TEST_F(HostSessionTest, TheWordsOfAnErrorAreShownByteForByte)
+{
+    VanishingHost host;
+    HostServices own{host, *this, {}};
+    HostSession session(HostCaller::Dialog, window, own, false);
+    EXPECT_EQ(session.find(), HostOutcome::Failed);
+    EXPECT_EQ(events, (Events{std::string("plain [] ") + VanishingHost::kWords}));
+}
+
 TEST_F(HostSessionTest, NewlibReadsTheVersionAndNeverActivates)
 {
     settings.allowActivation = true;

@@ -24,7 +24,15 @@ protected:
     Window* window() { return program.loaded(QStringLiteral("LoadAcad")); }
     ClipPlayer* animation() { return window()->findChild<ClipPlayer*>(QStringLiteral("Animation1")); }
 
-    LoadAcadSplash splash{program};
+    /// Long enough for a timer without a delay.
+    static void turnEvents()
+    {
+        bool turned = false;
+        QTimer::singleShot(1, qApp, [&turned] { turned = true; });
+        ASSERT_TRUE(QTest::qWaitFor([&turned] { return turned; }));
+    }
+
+    LoadAcadSplash splash{program, 0};
 };
 
 TEST_F(LoadAcadTest, TheSplashStandsOnTopWithItsWordsAndItsClipPlaying)
@@ -69,15 +77,36 @@ TEST_F(LoadAcadTest, WithoutAClipTheSplashIsShownAllTheSame)
 
 TEST_F(LoadAcadTest, ALongWaitShowsTheSplashOnlyWhereItStandsBy)
 {
+    const auto isShown = [this] { return window() && window()->isVisible(); };
     splash.tellWaiting(true);
+    turnEvents();
     EXPECT_FALSE(window());
     splash.tellWaiting(false);
     splash.standBy(true);
     splash.tellWaiting(true);
-    ASSERT_TRUE(window());
-    EXPECT_TRUE(window()->isVisible());
+    ASSERT_TRUE(QTest::qWaitFor(isShown));
+    EXPECT_EQ(window()->findChild<QLabel*>()->text(), QStringLiteral("Waiting for AutoCAD..."));
     splash.tellWaiting(false);
     EXPECT_FALSE(window());
+    turnEvents();
+    EXPECT_FALSE(window());
+}
+
+TEST_F(LoadAcadTest, AShortWaitOrOneThatAWindowCanGiveUpShowsNoSplash)
+{
+    splash.standBy(true);
+    splash.tellWaiting(true);
+    splash.tellWaiting(false);
+    turnEvents();
+    EXPECT_FALSE(window());
+    QWidget main;
+    main.show();
+    splash.tellWaiting(true);
+    turnEvents();
+    EXPECT_FALSE(window());
+    main.setEnabled(false);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window() != nullptr; })) << "nobody can close that one";
+    splash.tellWaiting(false);
 }
 
 TEST_F(LoadAcadTest, UnloadingForgetsTheSplash)

@@ -1,4 +1,5 @@
 #include "platform/Automation.h"
+#include "platform/Text.h"
 #include "support/HostProcess.h"
 #include "support/TestCarrier.h"
 
@@ -156,6 +157,16 @@ TEST_F(Carrier, ErrorsKeepTheirKindAndWords)
     const auto failed = drawing->call("GetVariable", {std::string("filedia")});
     EXPECT_EQ(failed.error().code, ErrorCode::Failed);
     EXPECT_EQ(failed.error().text, "out of range");
+}
+
+TEST_F(Carrier, WordsOfAnErrorAreInTheCodePageAsPathsAre)
+{
+    const std::string utf8 = "au\xC3\x9F"
+                             "er Bereich";
+    place.run("fault GetVariable#1 failed " + utf8);
+    const auto failed = document()->call("GetVariable", {std::string("filedia")});
+    ASSERT_FALSE(failed);
+    EXPECT_EQ(failed.error().text, narrow(fromUtf8(utf8)));
 }
 
 TEST_F(Carrier, PromptThatTheUserDoesNotAnswerIsCancelled)

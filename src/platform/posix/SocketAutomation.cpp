@@ -158,7 +158,7 @@ Result<wire::Content> Connection::askOnce(wire::Request& request)
     if (!answer || answer->id != request.id)
         return lost();
     if (const auto* const failure = std::get_if<wire::Failure>(&answer->content))
-        return Error{codeOf(failure->code), failure->description};
+        return Error{codeOf(failure->code), wire::receivedText(failure->description)};
     return std::move(answer->content);
 }
 

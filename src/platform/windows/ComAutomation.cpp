@@ -83,16 +83,7 @@ private:
     }
     template <class Task> auto begin(Task task) -> std::future<decltype(task())>
     {
-        auto promise = std::make_shared<std::promise<decltype(task())>>();
-        // A failure of the language is the caller's, who has a guard for it.
-        thread()->post([promise, task = std::move(task)]() mutable {
-            try {
-                promise->set_value(task());
-            } catch (...) {
-                promise->set_exception(std::current_exception());
-            }
-        });
-        auto answer = promise->get_future();
+        auto answer = thread()->start(std::move(task));
         answer.wait_for(milliseconds(kQuietMs));
         return answer;
     }
@@ -182,7 +173,7 @@ public:
         // Only these two speak of the call itself; the rest is about something inside the program.
         if (error.code != ErrorCode::Busy && error.code != ErrorCode::Cancelled)
             error.code = ErrorCode::Failed;
-        if (std::string told = bstrUtf8(m_info.bstrDescription); !told.empty())
+        if (std::string told = bstrText(m_info.bstrDescription); !told.empty())
             error.text = std::move(told);
         return error;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <memory>
 
 namespace zv {
@@ -17,6 +18,14 @@ public:
     ComThread& operator=(const ComThread&) = delete;
 
     void post(std::function<void()> task);
+    /// The same for a task that somebody waits for. A failure of the language comes out of the future, for
+    /// the caller has a guard for it.
+    template <class Task> auto start(Task task) -> std::future<decltype(task())>
+    {
+        auto started = std::make_shared<std::packaged_task<decltype(task())()>>(std::move(task));
+        post([started] { (*started)(); });
+        return started->get_future();
+    }
 
 private:
     struct State;

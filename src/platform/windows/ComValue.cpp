@@ -200,7 +200,7 @@ Result<AutomationValue> fromVariant(const VARIANT& variant,
     case VT_R8:
         return AutomationValue(v.dblVal);
     case VT_BSTR:
-        return AutomationValue(narrow(std::u16string(v.bstrVal, v.bstrVal + ::SysStringLen(v.bstrVal))));
+        return AutomationValue(bstrText(v.bstrVal));
     case VT_ARRAY | VT_R8:
         return pointOf(v.parray);
     case VT_DISPATCH:
@@ -223,9 +223,9 @@ Result<BSTR> toBstr(std::string_view text)
     return made;
 }
 
-std::string bstrUtf8(BSTR text)
+std::string bstrText(BSTR text)
 {
-    return toUtf8(std::u16string(text, text + ::SysStringLen(text)));
+    return narrow(std::u16string(text, text + ::SysStringLen(text)));
 }
 
 } // namespace zv
