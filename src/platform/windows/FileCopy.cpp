@@ -1,7 +1,11 @@
 #include "platform/FileCopy.h"
 
 #include "platform/Files.h"
+#include "platform/Text.h"
 #include "platform/windows/FileHandle.h"
+
+#include <cstring>
+#include <cwchar>
 
 namespace zv {
 
@@ -10,12 +14,55 @@ namespace {
 constexpr DWORD kLongestPath = 32 * 1024;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
+constexpr const char* kBesideStart = "zelvora-"; ///< Of a copy that has not taken its place.
+
+/// What the names of this machine's copies end in.
+std::string besideEnding()
+{
+    wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
+    DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
+    const bool named = ::GetComputerNameW(name, &size);
+    return "-" + narrow(std::u16string(name, name + (named ? size : 0))) + ".tmp";
+}
+
+std::string folderOf(const std::string& path)
+{
+    const std::size_t separator = path.find_last_of("\\/");
+    return path.substr(0, separator == std::string::npos ? 0 : separator + 1);
+}
+
 /// A short name of its own in the target's folder: the target's may be as long as names can be.
 std::string nameBeside(const std::string& target)
 {
-    const std::size_t separator = target.find_last_of("\\/");
-    return target.substr(0, separator == std::string::npos ? 0 : separator + 1) + "zelvora-" +
-           std::to_string(::GetCurrentProcessId()) + ".tmp";
+    return folderOf(target) + kBesideStart + std::to_string(::GetCurrentProcessId()) + besideEnding();
+}
+
+bool hasEnded(DWORD process)
+{
+    const HANDLE open = ::OpenProcess(SYNCHRONIZE, FALSE, process);
+    if (open == nullptr)
+        return ::GetLastError() == ERROR_INVALID_PARAMETER;
+    const bool ended = ::WaitForSingleObject(open, 0) == WAIT_OBJECT_0;
+    ::CloseHandle(open);
+    return ended;
+}
+
+/// Deletes what programs of this machine have left in the folder that were ended by force in a copy.
+void deleteLeftCopies(const std::string& folder)
+{
+    WIN32_FIND_DATAW found{};
+    const std::wstring names = widePath(folder + kBesideStart + "*" + besideEnding());
+    const HANDLE search = ::FindFirstFileW(names.c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE)
+        return;
+    do {
+        if (!hasEnded(std::wcstoul(found.cFileName + std::strlen(kBesideStart), nullptr, 10)))
+            continue;
+        const std::wstring path = widePath(folder) + found.cFileName;
+        ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+        ::DeleteFileW(path.c_str());
+    } while (::FindNextFileW(search, &found));
+    ::FindClose(search);
 }
 
 /// As NotFound is told of the source, what is missing of the target is a failure.
@@ -65,6 +112,7 @@ Result<void> copyIntoPlace(const std::string& from, const std::string& to)
         return {};
     if (isMarkedReadOnly(to))
         return Error{ErrorCode::Denied, to + ": read-only"};
+    deleteLeftCopies(folderOf(to));
     const std::string beside = nameBeside(to);
     // A source that is read-only makes a copy that is, so that what a run that was ended by force has left
     // could not be written over.

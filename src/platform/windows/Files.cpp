@@ -58,9 +58,13 @@ Result<FileHandle> openForAppending(const std::string& path)
             if (blind)
                 return blind;
         }
-        // A program that has just rewritten the file lets go of it a moment later.
-        if (::GetLastError() != ERROR_SHARING_VIOLATION || std::chrono::steady_clock::now() >= end)
+        // A program that has just rewritten or deleted the file lets go of it a moment later.
+        const DWORD reason = ::GetLastError();
+        if ((reason != ERROR_SHARING_VIOLATION && !isGoing(path, reason)) ||
+            std::chrono::steady_clock::now() >= end) {
+            ::SetLastError(reason);
             return writingError(path);
+        }
         ::Sleep(1);
     }
 }
@@ -94,6 +98,23 @@ void takeBack(const std::string& path, LARGE_INTEGER before, DWORD count)
 bool isThere(DWORD reason)
 {
     return reason == ERROR_FILE_EXISTS || reason == ERROR_ALREADY_EXISTS;
+}
+
+/// Makes a new file once an older one of the name, deleted while another program has it open, is gone. None,
+/// with the system's reason, where that cannot be had in time.
+FileHandle makeNew(const std::string& path)
+{
+    const auto end = std::chrono::steady_clock::now() + kAppendPatience;
+    for (;;) {
+        FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, CREATE_NEW,
+                        FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        const DWORD reason = ::GetLastError();
+        if (file || !isGoing(path, reason) || std::chrono::steady_clock::now() >= end) {
+            ::SetLastError(reason);
+            return file;
+        }
+        ::Sleep(1);
+    }
 }
 
 } // namespace
@@ -174,8 +195,7 @@ Result<void> writeFile(const std::string& path, std::string_view bytes)
 Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 {
     for (int i = 0; i < kMostTries; ++i) {
-        const FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, CREATE_NEW,
-                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        const FileHandle file = makeNew(path);
         if (file)
             return writeAll(file, path, bytes);
         if (!isThere(::GetLastError()))
@@ -190,8 +210,7 @@ Result<void> writeNewFile(const std::string& path, std::string_view bytes)
 Result<void> createFile(const std::string& path, std::string_view bytes)
 {
     if (bytes.empty()) {
-        const FileHandle file(path, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, CREATE_NEW,
-                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
+        const FileHandle file = makeNew(path);
         if (!file && isThere(::GetLastError()))
             return Error{ErrorCode::Busy, path + ": is there already"};
         return file ? Result<void>() : writingError(path);

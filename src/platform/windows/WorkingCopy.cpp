@@ -90,6 +90,14 @@ Result<void> writeAll(const FileHandle& file, const std::string& path, std::stri
     return {};
 }
 
+bool isGoing(const std::string& path, DWORD reason)
+{
+    // Of a file that a user may not write he can still ask for its attributes.
+    return reason == ERROR_DELETE_PENDING ||
+           (reason == ERROR_ACCESS_DENIED && calls::attributes(path) == INVALID_FILE_ATTRIBUTES &&
+            ::GetLastError() == ERROR_ACCESS_DENIED);
+}
+
 void allowWriting(const std::string& path)
 {
     const DWORD attributes = calls::attributes(path);
@@ -107,9 +115,12 @@ Result<WorkingCopy> WorkingCopy::open(const std::string& path, std::chrono::mill
         if (file)
             return WorkingCopy(path, std::move(file));
         const DWORD reason = ::GetLastError();
-        if (reason != ERROR_FILE_EXISTS && reason != ERROR_ALREADY_EXISTS && !isHeld(reason))
+        const bool isUsed = isHeld(reason) || isGoing(path, reason);
+        if (reason != ERROR_FILE_EXISTS && reason != ERROR_ALREADY_EXISTS && !isUsed) {
+            ::SetLastError(reason);
             return writingError(path);
-        const Result<bool> cleared = isHeld(reason) ? Result<bool>(false) : clearAway(path);
+        }
+        const Result<bool> cleared = isUsed ? Result<bool>(false) : clearAway(path);
         if (!cleared)
             return cleared.error();
         if (*cleared)

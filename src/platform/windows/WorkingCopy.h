@@ -15,6 +15,9 @@ Error writingError(const std::string& path);
 bool isHeld(DWORD reason);
 /// Writes all bytes. Errors: Denied, Failed.
 Result<void> writeAll(const FileHandle& file, const std::string& path, std::string_view bytes);
+/// Whether a call failed for this `reason` because the file has been deleted and is still open elsewhere. Its
+/// name is free a moment later.
+bool isGoing(const std::string& path, DWORD reason);
 /// Takes the mark read-only off, where there is one.
 void allowWriting(const std::string& path);
 
