@@ -18,16 +18,17 @@ public:
     /// While it stands by, a long wait for the host shows it where no other window of the program is there to
     /// give the wait up by.
     virtual void standBy(bool /*standsBy*/) {}
+    /// While the host asks its user, who answers there and takes his time, it keeps out of his sight.
+    virtual void userIsAsked(bool /*isAsked*/) {}
 };
 
-/// Keeps the splash from standing by for as long as it lives: the host asks its user, who answers there and
-/// takes his time.
+/// The host asks its user for as long as this lives.
 class UserIsAsked {
 public:
-    explicit UserIsAsked(LoadSplash& splash) : m_splash(splash) { m_splash.standBy(false); }
+    explicit UserIsAsked(LoadSplash& splash) : m_splash(splash) { m_splash.userIsAsked(true); }
     UserIsAsked(const UserIsAsked&) = delete;
     UserIsAsked& operator=(const UserIsAsked&) = delete;
-    ~UserIsAsked() { m_splash.standBy(true); }
+    ~UserIsAsked() { m_splash.userIsAsked(false); }
 
 private:
     LoadSplash& m_splash;

@@ -71,9 +71,13 @@ void LoadAcad::playClip()
     Animation1->play();
 }
 
-void LoadAcad::tellWaiting()
+void LoadAcad::showWaiting(bool minimized)
 {
+    setWindowTitle(tr("Waiting for AutoCAD"));
     Label1->setText(tr("Waiting for AutoCAD..."));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    setWindowState(minimized ? Qt::WindowMinimized : Qt::WindowNoState);
+    setVisible(true);
 }
 
 LoadAcadSplash::LoadAcadSplash(Program& program, int patienceMs) : m_program(program)
@@ -111,9 +115,8 @@ void LoadAcadSplash::showWait()
 {
     if (hasWindowInReach())
         return;
-    show();
-    if (auto* const window = static_cast<LoadAcad*>(m_program.loaded(kName)))
-        window->tellWaiting();
+    if (auto* const window = static_cast<LoadAcad*>(m_program.load(kName)))
+        window->showWaiting(m_userIsAsked);
     m_tellsWait = true;
 }
 

@@ -20,8 +20,8 @@ public:
     void load() override;
     /// Starts the clip from its first frame.
     void playClip();
-    /// It is not loaded, but slow.
-    void tellWaiting();
+    /// Tells that it is not loaded, but slow. The user may be at work in it, so the keys stay with it.
+    void showWaiting(bool minimized);
 
 private:
     void standInTheMiddle();
@@ -34,10 +34,11 @@ private:
 class LoadAcadSplash final : public LoadSplash {
 public:
     /// Standing by, it shows itself after so many milliseconds: sooner it would flicker at each action.
-    explicit LoadAcadSplash(Program& program, int patienceMs = 2000);
+    explicit LoadAcadSplash(Program& program, int patienceMs = 5000);
     void show() override;
     void unload() override;
     void standBy(bool standsBy) override { m_standsBy = standsBy; }
+    void userIsAsked(bool isAsked) override { m_userIsAsked = isAsked; }
     /// A wait for the host has become long, or is over.
     void tellWaiting(bool waiting);
 
@@ -47,6 +48,7 @@ private:
     Program& m_program;
     QTimer m_untilShown;
     bool m_standsBy = false;
+    bool m_userIsAsked = false;
     bool m_tellsWait = false; ///< Shown for a long wait.
 };
 

@@ -136,6 +136,15 @@ TEST_F(OptionsTest, StayingOnTopKeepsPlaceAndVisibility)
     EXPECT_EQ(main().geometry(), QRect(50, 60, 500, 400));
 }
 
+TEST_F(OptionsTest, AnEmptyPanelOfTheStatusBarTellsThatTheHostIsWaitedFor)
+{
+    EXPECT_EQ(text("StatusBar1Panel1"), "");
+    mainWindow(*program)->tellWaiting(true);
+    EXPECT_EQ(text("StatusBar1Panel1"), "Waiting for AutoCAD");
+    mainWindow(*program)->tellWaiting(false);
+    EXPECT_EQ(text("StatusBar1Panel1"), "");
+}
+
 TEST_F(OptionsTest, QueueModeAddsWithoutAnyHost)
 {
     ASSERT_TRUE(click("Option4"));

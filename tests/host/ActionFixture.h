@@ -95,11 +95,12 @@ protected:
     void show() override { events.push_back("splash"); }
     void unload() override { events.push_back("splash off"); }
     void standBy(bool standsBy) override { splashStandsBy = standsBy; }
+    void userIsAsked(bool isAsked) override { userAsked = isAsked; }
 
     HostPlace place;
     TestTime time;
     Events events;
-    bool splashStandsBy = false;
+    bool splashStandsBy = false, userAsked = false;
     RecordingWindow window{events};
     ActionSettings settings;
     std::string selectedDrawing = "C:\\Lib\\Bolt.dwg";

@@ -475,21 +475,20 @@ INSTANTIATE_TEST_SUITE_P(AtEveryCall, HangingHost,
 
 class AskingHost : public ActionFixture, public testing::WithParamInterface<const char*> {};
 
-TEST_P(AskingHost, IsLeftToItsUserWithoutASplash)
+TEST_P(AskingHost, HasTheSplashOutOfItsUsersSight)
 {
     place.run("variable filedia 1\nfault " + std::string(GetParam()) + "#1 silent");
     window.check4 = true;
-    bool asked = false, stoodBy = false;
+    bool outOfSight = false, before = false;
     time.givesUp = [&] {
-        if (events.back().find(GetParam()) == std::string::npos)
-            return false;
-        asked = true;
-        stoodBy = splashStandsBy;
-        return true;
+        outOfSight = splashStandsBy && userAsked;
+        before = before || (userAsked && events.back().find(GetParam()) == std::string::npos);
+        return outOfSight;
     };
     act();
-    EXPECT_TRUE(asked);
-    EXPECT_FALSE(stoodBy);
+    EXPECT_TRUE(outOfSight);
+    EXPECT_FALSE(before);
+    EXPECT_FALSE(userAsked);
 }
 
 INSTANTIATE_TEST_SUITE_P(AtEveryPrompt, AskingHost, testing::Values("GetPoint", "SendCommand"));

@@ -92,6 +92,18 @@ TEST_F(LoadAcadTest, ALongWaitShowsTheSplashOnlyWhereItStandsBy)
     EXPECT_FALSE(window());
 }
 
+TEST_F(LoadAcadTest, WhileTheHostAsksItsUserTheSplashIsThereToBeClosedAndOutOfSight)
+{
+    splash.standBy(true);
+    splash.userIsAsked(true);
+    splash.tellWaiting(true);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return window() && window()->isVisible(); }));
+    EXPECT_TRUE(window()->isMinimized());
+    EXPECT_FALSE(window()->isActiveWindow());
+    splash.tellWaiting(false);
+    EXPECT_FALSE(window());
+}
+
 TEST_F(LoadAcadTest, AShortWaitOrOneThatAWindowCanGiveUpShowsNoSplash)
 {
     splash.standBy(true);

@@ -228,6 +228,41 @@ TEST_F(SocketCarrier, MessageThatIsTooLongFailsAndTheConnectionLives)
     EXPECT_TRUE(drawing->call("SendCommand", {std::string(1'000'000, 'x')}));
 }
 
+/// Gives a wait up as soon as it is told of it.
+class ToldPump final : public EventPump {
+public:
+    void wait(int, int) override { ++waits; }
+    bool isGivenUp() const override { return isTold || waits > 1000; }
+    void showWaiting(bool waiting) override { isTold = isTold || waiting; }
+    bool isTold = false;
+    int waits = 0;
+};
+
+TEST_F(SocketCarrier, WaitForAHostThatTakesNobodyInIsTold)
+{
+    const auto listener = HostListener::open(kHost);
+    ASSERT_TRUE(listener);
+    std::vector<std::unique_ptr<LineChannel>> waiting;
+    ToldPump told;
+    for (int client = 0; client < 200 && !told.isTold; ++client) {
+        auto channel = connectToHost(kHost, told);
+        if (channel)
+            waiting.push_back(std::move(*channel));
+        else
+            EXPECT_EQ(channel.error().code, ErrorCode::Cancelled);
+    }
+    EXPECT_TRUE(told.isTold);
+}
+
+TEST_F(SocketCarrier, WaitForAHostThatStartsIsTold)
+{
+    place.install("Other.Application", "later 1000000 Other.Application");
+    ToldPump told;
+    const std::unique_ptr<Automation> own = testCarrier(told);
+    EXPECT_EQ(own->create("Other.Application").error().code, ErrorCode::Cancelled);
+    EXPECT_TRUE(told.isTold);
+}
+
 TEST_F(SocketCarrier, CreateWithoutAStartFileFailsAtOnce)
 {
     EXPECT_EQ(carrier->create(kHost).error().code, ErrorCode::NotFound);

@@ -255,6 +255,7 @@ Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, Ev
         return Waiting::givenUp();
     auto channel = std::make_unique<LineChannel>(newSocket());
     const auto deadline = Clock::now() + std::chrono::seconds(60);
+    std::optional<ShownWait> shown;
     while (::connect(channel->descriptor(), address.data(), SocketAddress::size()) != 0) {
         if (errno == ECONNREFUSED || errno == ENOENT)
             return Error{ErrorCode::NotFound, progId + " is not running"};
@@ -262,6 +263,8 @@ Result<std::unique_ptr<LineChannel>> connectToHost(const std::string& progId, Ev
             return systemError(progId);
         if (pump.isGivenUp())
             return Waiting::givenUp();
+        if (!shown)
+            shown.emplace(pump);
         pump.wait(-1, 20);
     }
     return channel;

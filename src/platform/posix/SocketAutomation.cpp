@@ -255,6 +255,7 @@ public:
         if (!process)
             return process.error();
         const CarrierPatience& patience = m_waiting->patience;
+        const ShownWait shown(m_waiting->pump);
         const auto deadline = patience.now() + milliseconds(patience.createMs);
         for (milliseconds length{5};; length = std::min(length * 2, milliseconds(100))) {
             // Asked before the attach, so that a host that answers and ends at once is still found.
