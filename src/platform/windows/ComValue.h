@@ -39,7 +39,7 @@ fromVariant(const VARIANT& variant,
 
 /// A text as automation takes it, to be freed by the caller. Errors: Failed, it has no wide form.
 Result<BSTR> toBstr(std::string_view text);
-/// In the system's 8-bit code page; null is an empty text.
+/// In the program's own text; null is an empty one.
 std::string bstrText(BSTR text);
 
 } // namespace zv
