@@ -1,5 +1,6 @@
 #include "queue/QueueFile.h"
 
+#include "platform/FileText.h"
 #include "platform/Files.h"
 #include "support/FailingFiles.h"
 
@@ -70,6 +71,13 @@ TEST_F(QueueFileTest, LinesOfNoneOrOneCharacterAreNotRead)
 {
     folder.write("Ann.crt", "\r\na\r\nab\r\n\r\nlast.dwg");
     EXPECT_EQ(readQueue(queue).valueOr({}), (Drawings{"ab", "last.dwg"}));
+}
+
+TEST_F(QueueFileTest, PathsAreReadInTheProgramsOwnText)
+{
+    folder.write("Ann.crt", "C:\\T\xFCr.dwg\r\nC:\\\xE9\x97\xA8.dwg\r\n");
+    EXPECT_EQ(readQueue(queue).valueOr({}),
+              (Drawings{textFromFile("C:\\T\xFCr.dwg"), "C:\\\xE9\x97\xA8.dwg"}));
 }
 
 TEST_F(QueueFileTest, APathHasTwoCharactersHoweverManyBytesTheyTake)

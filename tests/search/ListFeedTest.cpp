@@ -1,5 +1,6 @@
 #include "search/ListFeed.h"
 
+#include "platform/FileText.h"
 #include "platform/Files.h"
 #include "support/TemporaryFolder.h"
 
@@ -49,6 +50,13 @@ TEST_F(ListFeedTest, KeepsBlankLines)
 {
     auto feed = feedOf("\r\n\r\nx\r\n");
     EXPECT_EQ(lines(feed), (Lines{"", "", "x"}));
+}
+
+TEST_F(ListFeedTest, GivesLinesInTheProgramsOwnText)
+{
+    const std::string old = "C:\\T\xFCr.dwg;T\xFCr", own = "C:\\\xE9\x97\xA8.dwg;\xC3\x9C";
+    auto feed = feedOf(old + "\r\n" + own + "\r\n" + old);
+    EXPECT_EQ(lines(feed), (Lines{textFromFile(old), own, textFromFile(old)}));
 }
 
 TEST_F(ListFeedTest, AnEmptyFileHasNoLine)
