@@ -1,7 +1,6 @@
 #include "platform/FileCopy.h"
 
 #include "platform/Files.h"
-#include "platform/Text.h"
 #include "platform/windows/FileHandle.h"
 
 #include <cstring>
@@ -22,7 +21,7 @@ std::string besideEnding()
     wchar_t name[MAX_COMPUTERNAME_LENGTH + 1];
     DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
     const bool named = ::GetComputerNameW(name, &size);
-    return "-" + narrow(std::u16string(name, name + (named ? size : 0))) + ".tmp";
+    return "-" + textOf(std::wstring_view(name, named ? size : 0)) + ".tmp";
 }
 
 std::string folderOf(const std::string& path)
@@ -58,7 +57,7 @@ void deleteLeftCopies(const std::string& folder)
     do {
         if (!hasEnded(std::wcstoul(found.cFileName + std::strlen(kBesideStart), nullptr, 10)))
             continue;
-        const std::wstring path = widePath(folder) + found.cFileName;
+        const std::wstring path = widePath(folder + textOf(found.cFileName));
         ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
         ::DeleteFileW(path.c_str());
     } while (::FindNextFileW(search, &found));
