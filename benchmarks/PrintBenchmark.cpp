@@ -2,29 +2,20 @@
 // of each drawing and how much memory the process has at each quarter of a run.
 #include "print/SampleOffice.h"
 
-#include <QApplication>
+#include "MemoryInUse.h"
+
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QPrinter>
 #include <QPushButton>
+#include <benchmark/benchmark.h>
 
 #include <algorithm>
-#include <clocale>
 #include <cstdio>
-#include <fstream>
-#include <unistd.h>
 
 namespace {
 
 constexpr int kRuns = 3;
-
-double megabytesInUse()
-{
-    std::ifstream status("/proc/self/statm");
-    long pages = 0, resident = 0;
-    status >> pages >> resident;
-    return double(resident) * double(::sysconf(_SC_PAGESIZE)) / (1024 * 1024);
-}
 
 struct Office : zv::SampleOffice {
     void TestBody() override {}
@@ -46,7 +37,7 @@ struct Office : zv::SampleOffice {
             milliseconds.push_back(double(timer.nsecsElapsed()) / 1e6);
             timer.restart();
             if (milliseconds.size() % (drawings / 4) == 0)
-                std::printf(" %.0f", megabytesInUse());
+                std::printf(" %.0f", zv::memoryInUse());
         });
         for (int run = 1; run <= kRuns; ++run) {
             std::printf("run %d: memory at each quarter in MiB:", run);
@@ -65,14 +56,11 @@ struct Office : zv::SampleOffice {
     }
 };
 
-} // namespace
-
-int main(int argc, char** argv)
+void printOffice(benchmark::State& state)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    std::setlocale(LC_ALL, "");
-    QApplication::setQuitOnLastWindowClosed(false);
-    Office().print();
-    return 0;
+    for ([[maybe_unused]] auto _ : state)
+        Office().print();
 }
+BENCHMARK(printOffice)->Unit(benchmark::kSecond)->Iterations(1);
+
+} // namespace

@@ -1,13 +1,14 @@
 // What a search costs: through the window over warm files, and on a share where every operation on a file of
 // a drawing takes 20 ms, one read after the other and side by side.
 #include "support/OfficeFixture.h"
+#include "support/SilentScan.h"
 
+#include "MemoryInUse.h"
 #include "SlowShare.h"
 #include "controls/PanelPictures.h"
 #include "controls/ThumbnailPicture.h"
 #include "platform/Files.h"
 #include "platform/Workers.h"
-#include "search/KeywordScan.h"
 #include "window/DwgPropsX.h"
 
 #include <QAbstractButton>
@@ -17,7 +18,6 @@
 #include <QLineEdit>
 #include <benchmark/benchmark.h>
 
-#include <fstream>
 #include <thread>
 
 namespace {
@@ -27,14 +27,6 @@ using namespace zv;
 constexpr int kDrawings = 10'000;
 constexpr int kFiles = 500; ///< So many different ones are listed again and again.
 constexpr std::chrono::milliseconds kRoundTrip(20);
-
-/// Memory of the process, in MiB.
-double memoryInUse()
-{
-    double pages = 0, resident = 0;
-    std::ifstream("/proc/self/statm") >> pages >> resident;
-    return resident * 4096 / (1 << 20);
-}
 
 struct Office : OfficeFixture {
     using OfficeFixture::control;
@@ -119,43 +111,19 @@ Result<std::string> keywordsOf(const std::string& path)
     return props.keywords();
 }
 
-/// A window that nobody sees.
-class NoWindow final : public ScanWindow, public Messages {
-public:
-    bool allLibrariesChecked() const override { return false; }
-    std::string library() const override { return "Large"; }
-    Keywords keywords() const override { return {"NOWHERE"}; }
-    std::string masterFolder() const override { return folder; }
-    std::string masterProfile() const override { return {}; }
-    void showRunBegins() override {}
-    void showDrawing(const std::string&, const std::string&, const ScanProgress&) override {}
-    void showHit(const std::string&, int) override {}
-    void showRunEnded(int) override {}
-    Messages& messages() override { return *this; }
-    void show(const Message&) override { std::abort(); }
-    bool ask(const Message&) override { return false; }
-    std::optional<bool> askOrClose(const Message&) override { return false; }
-    bool confirm(const Message&) override { return false; }
-    bool turn(Turn) override { return true; }
-    void closeAllFiles() override {}
-    unsigned filesClosed() const override { return 0; }
-    void unload() override {}
-
-    std::string folder;
-};
-
 /// The argument is how many files are read at once.
 void scanOnSlowShare(benchmark::State& state)
 {
     constexpr int kLines = 400;
     Office office;
     office.openOver(kLines);
-    NoWindow window;
-    window.folder = office.master;
+    SilentScan window(office.master, "Large", "NOWHERE");
     KeywordScan scan(keywordsOf, unsigned(state.range(0)));
     setRoundTrip(kRoundTrip);
     for ([[maybe_unused]] auto _ : state)
         scan.run(window);
+    if (!window.told.empty())
+        state.SkipWithError(window.told.front().c_str());
     state.counters["trips_per_drawing"] = double(roundTrips()) / kLines;
     setRoundTrip({});
     state.SetItemsProcessed(state.iterations() * kLines);

@@ -2,6 +2,7 @@
 
 #include "config/Keys.h"
 #include "drawing/Writer.h"
+#include "library/Catalogue.h"
 #include "library/ListFile.h"
 #include "platform/Files.h"
 #include "platform/Profile.h"
@@ -132,15 +133,25 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
             return made;
     if (const auto added = addTroubled(office, catalogue); !added)
         return added;
-    std::string profile = windowsName.empty() ? "" : "[Path]\r\nZVRpath=" + windowsName + "\r\n";
-    profile += "[Library]\r\nlibnum=" + std::to_string(catalogue.size()) + "\r\n";
-    for (std::size_t i = 0; i < catalogue.size(); ++i) {
-        profile += "lib" + std::to_string(i + 1) + "=" + catalogue[i].name + "\r\n";
-        const std::string list = listFilePath(office.string(), catalogue[i].name);
-        if (const auto written = writeFile(list, listText(catalogue[i], office, windowsName)); !written)
+    // An office that is made anew keeps nothing of an earlier one.
+    if (const auto emptied = writeFile((office / kProfileName).string(), ""); !emptied)
+        return emptied;
+    if (!windowsName.empty())
+        Profiles(office.string(), office.string(), {}).write(keys::zelvora::ZVRpath, windowsName);
+    std::vector<std::string> names;
+    for (const Listed& library : catalogue) {
+        names.push_back(library.name);
+        const std::string list = listFilePath(office.string(), library.name);
+        if (const auto written = writeFile(list, listText(library, office, windowsName)); !written)
             return written;
     }
-    return writeFile((office / kProfileName).string(), profile);
+    if (const auto written = writeCatalogue(office.string(), names, static_cast<int>(names.size())); !written)
+        return written;
+    if (const auto removed = removeCatalogueScratch(office.string()); !removed)
+        return removed;
+    if (readCatalogue((office / kProfileName).string()) != names)
+        return Error{ErrorCode::Failed, "the catalogue of the sample office cannot be written"};
+    return {};
 }
 
 namespace {

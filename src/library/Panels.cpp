@@ -30,14 +30,9 @@ std::string Panels::caption(const std::string& libraryName) const
 
 void Panels::reset()
 {
-    CurrentPage = 1;
+    beginLibrary();
     PageCursor = 2;
-    TurnedForward = 0;
-    TurnedBack = 0;
     EnlargeMode = 0;
-    previousEnabled = false;
-    nextEnabled = false;
-    visibleCells = kPanelCells;
     filledCells = 0;
 }
 

@@ -123,6 +123,15 @@ void addTexts(std::vector<Entity>& out)
     tolerance.text = u"{\\Fgdt;j}%%v0.1";
     tolerance.style = kOfficeDimensions;
     out.push_back(entityOf(tolerance));
+    Shape figure;
+    figure.position = {3, 4, 5};
+    figure.size = 2.5;
+    figure.rotation = 0.75;
+    figure.widthFactor = 1.5;
+    figure.oblique = 0.25;
+    figure.number = 132;
+    figure.style = kNotes;
+    out.push_back(entityOf(figure));
 }
 
 void addFaces(std::vector<Entity>& out)

@@ -7,7 +7,7 @@
 #include "platform/Profile.h"
 #include "platform/System.h"
 #include "platform/Text.h"
-#include "search/KeywordScan.h"
+#include "support/SilentScan.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -197,37 +197,6 @@ TEST_F(Office, ItsUserSeesTheLargeLibraryInTheDesignSize)
     EXPECT_EQ(profileString(user, "LibLoad", "LastLoad", ""), "Site Symbols");
 }
 
-/// Somebody who searches all libraries and reads what comes of it.
-class Searcher final : public ScanWindow, public Messages {
-public:
-    Searcher(std::string office, std::string word) : m_office(std::move(office)), m_word(std::move(word)) {}
-
-    bool allLibrariesChecked() const override { return true; }
-    std::string library() const override { return {}; }
-    Keywords keywords() const override { return {m_word}; }
-    std::string masterFolder() const override { return m_office; }
-    std::string masterProfile() const override { return m_office + "/Zelvora.ini"; }
-    void showRunBegins() override {}
-    void showDrawing(const std::string&, const std::string&, const ScanProgress&) override {}
-    void showHit(const std::string& path, int) override { hits.push_back(fs::path(path).stem()); }
-    void showRunEnded(int count) override { counted = count; }
-    Messages& messages() override { return *this; }
-    void show(const Message& message) override { told.push_back(message.text); }
-    bool ask(const Message&) override { return false; }
-    std::optional<bool> askOrClose(const Message&) override { return false; }
-    bool confirm(const Message&) override { return false; }
-    bool turn(Turn) override { return true; }
-    void closeAllFiles() override {}
-    unsigned filesClosed() const override { return 0; }
-    void unload() override {}
-
-    std::vector<std::string> hits, told;
-    int counted = -1;
-
-private:
-    std::string m_office, m_word;
-};
-
 Result<std::string> storedKeywords(const std::string& path)
 {
     const auto source = openByteSource(path);
@@ -248,7 +217,7 @@ TEST_F(Office, ASearchOfAllLibrariesFindsWhatIsKnownToBeThere)
     };
     for (const auto& [word, hits] :
          {Known{"valve", 5}, Known{"DOOR", 47}, Known{"steel", 52}, Known{"nowhere", 0}}) {
-        Searcher window(office().string(), word);
+        SilentScan window(office().string(), {}, word);
         KeywordScan scan(storedKeywords);
         scan.scanAllLibraries = 1;
         scan.run(window);

@@ -99,12 +99,14 @@ private:
         return std::visit([&](const auto& shape) { return add(entity, place, shape); }, entity.geometry);
     }
 
-    /// Kinds that are one record without parts.
+    /// Kinds that are one record without parts. One whose number depends on the file's classes has none here.
     template <class ShapeType>
     Result<void> add(const Entity& entity, const Place& place, const ShapeType& shape)
     {
-        return addLayout(entity, place, recordType(entity.geometry),
-                         [&](FieldsOut& fields) { layout(fields, shape); });
+        const int type = recordType(entity.geometry);
+        if (type == 0)
+            return refused(entity);
+        return addLayout(entity, place, type, [&](FieldsOut& fields) { layout(fields, shape); });
     }
 
     Result<void> addLayout(const Entity& entity, const Place& place, int type, auto write)
