@@ -3,6 +3,8 @@
 #include "log/ActivityLog.h"
 #include "support/TemporaryFolder.h"
 
+#include <clocale>
+
 namespace zv::test {
 
 namespace {
@@ -34,6 +36,19 @@ TEST_F(BlockInsertion, TypesTheCommandBetweenTheBracketsAndLogs)
     place.run("");
     act();
     EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(kPlainCommand)} + kBracketEnds + kLog));
+}
+
+TEST_F(BlockInsertion, TypesAndLogsADrawingInAnyScript)
+{
+    std::setlocale(LC_ALL, "C.UTF-8");
+    place.run("");
+    act("C:\\T\xC3\xBCren\\\xE9\x97\xA8.dwg");
+    std::string command = kPlainCommand;
+    const std::string plain = "C:/Lib/Bolt.dwg";
+    command.replace(command.find(plain), plain.size(), "C:/T\xC3\xBCren/\xE9\x97\xA8.dwg");
+    EXPECT_EQ(events, (kBlockBegins + kBracketBegins + Events{typed(command)} + kBracketEnds +
+                       Events{"log C:\\T\xC3\xBCren\\\xE9\x97\xA8.dwg, Insert as Block"}));
+    std::setlocale(LC_ALL, "C");
 }
 
 TEST_F(BlockInsertion, GivesTheUsersOwnSettingBack)

@@ -12,6 +12,8 @@
 #include <aclapi.h>
 #include <sddl.h>
 
+#include <algorithm>
+
 namespace zv {
 namespace {
 
@@ -80,7 +82,7 @@ TEST_F(WindowsProfileTest, AValueIsCutAfter255CharactersInAnyScript)
     EXPECT_EQ(profileString(path, "a", "k", ""), chinese);
 }
 
-/// The rights to a file, in the system's own words.
+/// The rights to a file, in the system's own words, without what it says of their origin.
 std::wstring rightsOf(const std::string& file)
 {
     PSECURITY_DESCRIPTOR descriptor = nullptr;
@@ -93,7 +95,7 @@ std::wstring rightsOf(const std::string& file)
     const std::wstring rights = words ? words : L"";
     ::LocalFree(words);
     ::LocalFree(descriptor);
-    return rights;
+    return rights.substr(std::min(rights.find(L'('), rights.size()));
 }
 
 TEST_F(WindowsProfileTest, AReplacedOneKeepsTheRightsThatWereGivenToIt)

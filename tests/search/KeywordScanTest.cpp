@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <clocale>
 #include <condition_variable>
 #include <map>
 #include <mutex>
@@ -247,6 +248,19 @@ TEST_F(KeywordScanTest, FileNameAndLabelTogetherMakeAHitWithoutReadingTheDrawing
     EXPECT_EQ(window.list, Lines{"L\\Oak.dwg"});
     EXPECT_TRUE(drawings.read().empty());
     EXPECT_TRUE(window.shown.empty());
+}
+
+TEST_F(KeywordScanTest, DrawingsAndLibrariesInAnyScriptAreFound)
+{
+    std::setlocale(LC_ALL, "C.UTF-8");
+    window.combo1 = "\xE9\x97\xA8";
+    library("\xE9\x97\xA8", {"L\\T\xC3\xBCr.dwg;\xE9\x97\xA8\xE6\xA1\x86", "L\\Tor.dwg;\xE9\x97\xA8"});
+    drawings.add("L\\Tor.dwg");
+    window.texts = {"T\xC3\x9CR", "\xE6\xA1\x86"};
+    scan.run(window);
+    EXPECT_EQ(window.list, Lines{"L\\T\xC3\xBCr.dwg"});
+    EXPECT_TRUE(window.shown.empty());
+    std::setlocale(LC_ALL, "C");
 }
 
 TEST_F(KeywordScanTest, AKeywordThatIsNowhereHasTheDrawingRead)
