@@ -1,10 +1,11 @@
 #include "browser/Zelvora.h"
 
 #include "browser/RibbonHover.h"
-#include "controls/CaptionFrame.h"
+#include "controls/BoldWidth.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
 #include "controls/FlowLayout.h"
+#include "controls/NamedControls.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "controls/Resizer.h"
@@ -23,20 +24,6 @@
 
 namespace zv {
 namespace {
-
-template <class Control, class... Rest> Control* named(const char* name, QWidget* parent, Rest&&... rest)
-{
-    auto* control = new Control(std::forward<Rest>(rest)..., parent);
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
-CaptionFrame* frame(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* box = named<CaptionFrame>(name, parent);
-    box->setTitle(caption);
-    return box;
-}
 
 PictureButton* button(const char* name, PictureButton::Caption place, const QString& caption,
                       const QString& tip, QWidget* parent)
@@ -77,17 +64,6 @@ void fillRow(QHBoxLayout* row, std::initializer_list<QWidget*> controls)
 {
     for (QWidget* control : controls)
         row->addWidget(control);
-}
-
-/// Width of a control when its caption is bold, as that of a chosen option is.
-int boldWidth(const QAbstractButton* control)
-{
-    QFont bold = control->font();
-    bold.setBold(true);
-    const auto width = [control](const QFont& font) {
-        return QFontMetrics(font).size(Qt::TextShowMnemonic, control->text()).width();
-    };
-    return control->sizeHint().width() + width(bold) - width(control->font());
 }
 
 } // namespace
@@ -196,7 +172,7 @@ void Zelvora::makeLibraryChoice()
 
 void Zelvora::makePanels()
 {
-    Frame4 = frame("Frame4", QStringLiteral("Details/Symbols"), this);
+    Frame4 = namedFrame("Frame4", QStringLiteral("Details/Symbols"), this);
     DwgThumbnails[0] = nullptr;
     for (int cell = 1; cell <= kPanelCells; ++cell)
         DwgThumbnails[cell] =
@@ -206,7 +182,7 @@ void Zelvora::makePanels()
         "Select a Library to Load or Create a New Library using the Settings Tab-Library button"));
     Labelx->setWordWrap(true);
     Labelx->setAlignment(Qt::AlignCenter);
-    Frame8 = frame("Frame8", QStringLiteral("Enlarge Mode"), this);
+    Frame8 = namedFrame("Frame8", QStringLiteral("Enlarge Mode"), this);
     DwgViewX1 = named<DwgViewX>("DwgViewX1", Frame8);
     // It lies over the panel, whose frame must not show through.
     Frame8->setAutoFillBackground(true);
@@ -219,14 +195,14 @@ void Zelvora::makePanels()
     auto* row = layoutOf<QHBoxLayout>(TurnRow);
     fillRow(row, {Command2, Command3});
     row->addStretch(1);
-    Frame1 = frame("Frame1", QStringLiteral("Drawing Label"), this);
+    Frame1 = namedFrame("Frame1", QStringLiteral("Drawing Label"), this);
     List1 = named<PathList>("List1", Frame1);
     List1->setAccessibleName(tr("Drawing labels"));
 }
 
 void Zelvora::makeInformation()
 {
-    Frame2 = frame("Frame2", QStringLiteral("Drawing Information"), this);
+    Frame2 = namedFrame("Frame2", QStringLiteral("Drawing Information"), this);
     Text1 = named<QPlainTextEdit>("Text1", Frame2);
     Text1->setReadOnly(true);
     Text1->setTabChangesFocus(true);

@@ -1,9 +1,9 @@
 #include "config/Options.h"
 
 #include "config/Keys.h"
-#include "controls/CaptionFrame.h"
 #include "controls/DwgViewX.h"
 #include "controls/ImageList.h"
+#include "controls/NamedControls.h"
 #include "help/ProgramHelp.h"
 #include "window/MainWindow.h"
 #include "window/TextBytes.h"
@@ -25,13 +25,6 @@ namespace key = keys::options;
 
 const QString kLogName = QStringLiteral("Zelvora_Log.csv");
 constexpr int kPicture = 32; ///< Pixels.
-
-template <class Control> Control* named(const char* name, QWidget* parent)
-{
-    auto* control = new Control(parent);
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
 
 template <class Control> Control* captioned(const char* name, const char* caption, QWidget* parent)
 {

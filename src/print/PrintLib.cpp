@@ -2,9 +2,9 @@
 
 #include "config/Keys.h"
 #include "config/StartUp.h"
-#include "controls/CaptionFrame.h"
 #include "controls/Clip.h"
 #include "controls/DwgViewX.h"
+#include "controls/NamedControls.h"
 #include "controls/PathList.h"
 #include "help/ProgramHelp.h"
 #include "library/Catalogue.h"
@@ -33,20 +33,6 @@ namespace {
 constexpr int kReadableMs = 1000;
 constexpr int kStatusLines = 2;
 constexpr int kPathLines = 3; ///< A caption and a long path.
-
-template <class Control> Control* named(const char* name, QWidget* parent)
-{
-    auto* control = new Control(parent);
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
-CaptionFrame* frame(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* box = named<CaptionFrame>(name, parent);
-    box->setTitle(caption);
-    return box;
-}
 
 QPushButton* button(const char* name, const QString& caption, const QString& tip, QWidget* parent)
 {
@@ -88,7 +74,7 @@ PrintLib::PrintLib(Program& program)
 
 void PrintLib::makeChoice()
 {
-    Frame1 = frame("Frame1", QStringLiteral("Select Libraries to Print"), this);
+    Frame1 = namedFrame("Frame1", QStringLiteral("Select Libraries to Print"), this);
     List1 = named<PathList>("List1", Frame1);
     List1->setAccessibleName(tr("Libraries to print"));
     List1->setSelectionMode(QAbstractItemView::MultiSelection);
@@ -103,7 +89,7 @@ void PrintLib::makeChoice()
 
 void PrintLib::makeViewer()
 {
-    Frame5 = frame("Frame5", QStringLiteral("Current Drawing"), this);
+    Frame5 = namedFrame("Frame5", QStringLiteral("Current Drawing"), this);
     DwgViewX1 = named<DwgViewX>("DwgViewX1", Frame5);
     DwgViewX1->setMinimumSize(120, 90);
     DwgViewX1->hide();
@@ -111,7 +97,7 @@ void PrintLib::makeViewer()
 
 void PrintLib::makeStatus()
 {
-    Frame3 = frame("Frame3", QStringLiteral("Status"), this);
+    Frame3 = namedFrame("Frame3", QStringLiteral("Status"), this);
     Text1 = status("Text1", tr("Current library"), kStatusLines, Frame3);
     Text3 = status("Text3", tr("Current drawing"), kPathLines, Frame3);
     Label1 = named<QLabel>("Label1", Frame3);

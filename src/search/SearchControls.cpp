@@ -1,9 +1,10 @@
-#include "controls/CaptionFrame.h"
+#include "controls/BoldWidth.h"
 #include "controls/Clip.h"
 #include "controls/DwgThumbnail.h"
 #include "controls/DwgViewX.h"
 #include "controls/ElidedLabel.h"
 #include "controls/LockedCombo.h"
+#include "controls/NamedControls.h"
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "help/ProgramHelp.h"
@@ -26,25 +27,11 @@ constexpr int kLeastPreview = 60;
 constexpr int kFrameGap = 6; ///< Between a frame's edge and what stands in it.
 constexpr QSize kFirstSize(713, 606);
 
-template <class Control, class... Rest> Control* named(const char* name, QWidget* parent, Rest&&... rest)
-{
-    auto* control = new Control(std::forward<Rest>(rest)..., parent);
-    control->setObjectName(QLatin1String(name));
-    return control;
-}
-
 template <class Control> Control* captioned(const char* name, const QString& caption, QWidget* parent)
 {
     auto* made = named<Control>(name, parent);
     made->setText(caption);
     return made;
-}
-
-CaptionFrame* frame(const char* name, const QString& caption, QWidget* parent)
-{
-    auto* box = named<CaptionFrame>(name, parent);
-    box->setTitle(caption);
-    return box;
 }
 
 PictureButton* button(const char* name, const QString& caption, int picture, QWidget* parent)
@@ -90,17 +77,6 @@ QHBoxLayout* rowOf(std::initializer_list<QWidget*> controls)
     return row;
 }
 
-/// Width of a control when its caption is bold, as that of a chosen option is.
-int boldWidth(const QAbstractButton* control)
-{
-    QFont bold = control->font();
-    bold.setBold(true);
-    const auto width = [control](const QFont& font) {
-        return QFontMetrics(font).size(Qt::TextShowMnemonic, control->text()).width();
-    };
-    return control->sizeHint().width() + width(bold) - width(control->font());
-}
-
 } // namespace
 
 Search::Search(Program& program)
@@ -132,7 +108,7 @@ std::array<QLineEdit*, kKeywords> Search::keywordBoxes() const
 
 void Search::makeRequest()
 {
-    Frame1 = frame("Frame1", QStringLiteral("Select Libraries to Search:"), this);
+    Frame1 = namedFrame("Frame1", QStringLiteral("Select Libraries to Search:"), this);
     Combo1 = named<LockedCombo>("Combo1", Frame1);
     Combo1->setAccessibleName(tr("Library to search"));
     Check1 = captioned<QCheckBox>("Check1", QStringLiteral("Search All Libraries"), Frame1);
@@ -176,7 +152,7 @@ void Search::makeRun()
 
 void Search::makePreview()
 {
-    Frame3 = frame("Frame3", QStringLiteral("Drawing Preview  Thumbnail Mode"), this);
+    Frame3 = namedFrame("Frame3", QStringLiteral("Drawing Preview  Thumbnail Mode"), this);
     DwgThumbnail1 = named<DwgThumbnail>("DwgThumbnail1", Frame3);
     DwgThumbnail1->setFocusPolicy(Qt::NoFocus);
     DwgViewX1 = named<DwgViewX>("DwgViewX1", Frame3);
@@ -185,7 +161,7 @@ void Search::makePreview()
     Command5 = button("Command5", QStringLiteral("&Enlarge"), 1, this);
     Command6 = button("Command6", QStringLiteral("&Preview"), 3, this);
     Command6->setToolTip(QStringLiteral("Thumbnail View"));
-    Frame5 = frame("Frame5", QStringLiteral("Drawing Description"), this);
+    Frame5 = namedFrame("Frame5", QStringLiteral("Drawing Description"), this);
     Text2 = named<QPlainTextEdit>("Text2", Frame5);
     Text2->setReadOnly(true);
     Text2->setTabChangesFocus(true);
