@@ -5,11 +5,14 @@
 #include "controls/PathList.h"
 #include "controls/PictureButton.h"
 #include "platform/Files.h"
+#include "window/TextBytes.h"
 
 #include <QApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QTest>
+
+#include <clocale>
 
 namespace zv {
 namespace {
@@ -52,6 +55,22 @@ TEST_F(EditorListTest, TheFirstAddMakesTheListAndTheNextOnesAppend)
     EXPECT_EQ(listBytes("New"), linesOf({paths[0], paths[1], paths[2], paths[2]}));
     EXPECT_EQ(listed(), texts({paths[0], paths[1], paths[2], paths[2]}));
     EXPECT_EQ(shown("Text7"), "4");
+}
+
+TEST_F(EditorListTest, DrawingsAndLibrariesInAnyScriptAreListedAddedAndShown)
+{
+    std::setlocale(LC_ALL, "C.UTF-8");
+    const std::string name = "\xE9\x97\xA8\xE6\xA1\x86 \xC3\x9C", library = "\xE9\x97\xA8";
+    makeDrawing(name);
+    open({});
+    editor().Text1->setText(toText(library)); // Keys of a test type ASCII only.
+    ASSERT_TRUE(add({name + ".dwg"}));
+    EXPECT_TRUE(listBytes(library).ends_with(kPathSeparator + name + ".dwg;" + name + "\r\n"))
+        << listBytes(library);
+    ASSERT_TRUE(select(0));
+    EXPECT_EQ(shown("Text5"), toText(name));
+    EXPECT_TRUE(editor().DwgThumbnail1->dwgFileName().endsWith(toText(name + ".dwg")));
+    std::setlocale(LC_ALL, "");
 }
 
 TEST_F(EditorListTest, ATypedNameOfALibraryThatExistsEmptiesItsList)
