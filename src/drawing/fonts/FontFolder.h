@@ -12,7 +12,7 @@ namespace zv::dwg {
 /// missing. A character that a font lacks comes from its big font, then from the house's lettering.
 class FontFolder : public FontProvider {
 public:
-    /// `folder` is in the system's 8-bit code page; empty: no folder, only the house's lettering.
+    /// `folder` is in the program's own text; empty: no folder, only the house's lettering.
     explicit FontFolder(std::string folder);
     std::shared_ptr<Font> find(const FontRequest& request) override;
 
