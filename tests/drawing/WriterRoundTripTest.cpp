@@ -85,14 +85,19 @@ TEST(WriterRoundTrip, EveryKindThatIsWrittenIsAmongThoseOfTheseTests)
 
 TEST(WriterRoundTrip, TheMarksOfAnEntityComeBack)
 {
-    const RoundTrip trip(test::everyKind());
-    const Entity& entity = trip.back.blocks[trip.back.modelSpace].entities.front();
-    EXPECT_EQ(entity.layer, test::kWallLayer);
-    EXPECT_EQ(entity.linetype, test::kDashed);
-    EXPECT_EQ(entity.linetypeScale, 2);
-    EXPECT_EQ(entity.lineweight, 35);
-    EXPECT_EQ(entity.color.kind, Color::Kind::Index);
-    EXPECT_EQ(entity.color.index, 1);
+    Document document = test::everyKind();
+    Entity& entity = document.blocks[document.modelSpace].entities.front();
+    entity.handle = 0x500;
+    entity.kind = "LINE";
+    entity.layer = test::kWallLayer;
+    entity.linetype = test::kDashed;
+    entity.linetypeScale = 2;
+    entity.lineweight = 35;
+    entity.color = {Color::Kind::Index, 1, 0};
+    entity.invisible = true;
+    const RoundTrip trip(document);
+    EXPECT_EQ(test::describe(trip.back.blocks[trip.back.modelSpace].entities.front()),
+              test::describe(entity));
 }
 
 /// Whether each entry of a table is among those that came back, with all its values.

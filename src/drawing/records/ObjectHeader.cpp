@@ -1,5 +1,7 @@
 #include "drawing/records/ObjectHeader.h"
 
+#include "drawing/records/EntityHeadLayout.h"
+
 #include <algorithm>
 #include <array>
 
@@ -41,40 +43,6 @@ void readStart(RecordReader& in, ObjectHeader& header)
     skipExtendedData(in);
 }
 
-void readReactors(RecordReader& in, ObjectHeader& header)
-{
-    BitReader& handles = in.handles();
-    const std::uint32_t reactors = handles.checkedCount(in.bitLong(), 8);
-    for (std::uint32_t i = 0; i < reactors; ++i)
-        handles.handleReference();
-    const bool none = in.version() >= Version::R2004 && in.bit();
-    if (!none)
-        header.extensionDictionary = in.handle();
-    if (in.version() >= Version::R2013)
-        in.bit(); // It has data in a section of its own.
-}
-
-void readLinetype(RecordReader& in, EntityHeader& header)
-{
-    constexpr unsigned kByHandle = 3;
-    header.linetypeKind = static_cast<EntityHeader::LinetypeKind>(in.bitPair());
-    if (header.linetypeKind == EntityHeader::LinetypeKind::Own)
-        header.linetype = in.handle();
-    if (in.version() >= Version::R2007) {
-        if (in.bitPair() == kByHandle)
-            in.handle(); // Material.
-        in.rawChar();    // Shadows.
-    }
-    if (in.bitPair() == kByHandle)
-        in.handle(); // Plot style.
-    if (in.version() >= Version::R2010) {
-        for (int visualStyle = 0; visualStyle < 3; ++visualStyle) {
-            if (in.bit())
-                in.handle();
-        }
-    }
-}
-
 void skipPicture(RecordReader& in, EntityHeader& header)
 {
     if (!in.bit())
@@ -88,6 +56,19 @@ void skipPicture(RecordReader& in, EntityHeader& header)
 }
 
 } // namespace
+
+void readReactors(RecordReader& in, ObjectHeader& header)
+{
+    BitReader& handles = in.handles();
+    const std::uint32_t reactors = handles.checkedCount(in.bitLong(), 8);
+    for (std::uint32_t i = 0; i < reactors; ++i)
+        handles.handleReference();
+    const bool none = in.version() >= Version::R2004 && in.bit();
+    if (!none)
+        header.extensionDictionary = in.handle();
+    if (in.version() >= Version::R2013)
+        in.bit(); // It has data in a section of its own.
+}
 
 std::optional<OpenRecord> openRecord(std::span<const std::byte> objects, std::uint64_t offset,
                                      Version version, int codePage)
@@ -133,37 +114,8 @@ EntityHeader readEntityHeader(RecordReader& in)
 
 void readEntityMode(RecordReader& in, EntityHeader& header)
 {
-    const Version version = in.version();
-    const unsigned mode = in.bitPair();
-    header.inPaperSpace = mode == 1;
-    header.inModelSpace = mode == 2;
-    if (mode == 0)
-        header.owner = in.handle();
-    readReactors(in, header);
-    if (version <= Version::R14) {
-        header.layer = in.handle();
-        if (!in.bit()) {
-            header.linetypeKind = EntityHeader::LinetypeKind::Own;
-            header.linetype = in.handle();
-        }
-    }
-    if (version <= Version::R2000) {
-        const bool neighbours = in.bit();
-        header.previous = neighbours ? header.handle - 1 : in.handle();
-        header.next = neighbours ? header.handle + 1 : in.handle();
-    }
-    bool named = false;
-    header.color = in.entityColor(header.alpha, header.ownAlpha, named);
-    if (named)
-        header.colorObject = in.handle();
-    header.linetypeScale = in.bitDouble();
-    if (version >= Version::R2000) {
-        header.layer = in.handle();
-        readLinetype(in, header);
-    }
-    header.invisible = (in.bitShort() & 1) != 0;
-    if (version >= Version::R2000)
-        header.lineweight = lineweightFromCode(in.rawChar());
+    FieldsIn fields(in);
+    layoutEntityHead(fields, header);
 }
 
 namespace {

@@ -97,6 +97,14 @@ public:
     }
     void text(Text& value) { value = m_in.text(); }
     void color(Color& value) { value = m_in.color(); }
+    /// That of an entity, which may stand in an object of its own, with its transparency.
+    void entityColor(auto& header)
+    {
+        bool named = false;
+        header.color = m_in.entityColor(header.alpha, header.ownAlpha, named);
+        if (named)
+            header.colorObject = m_in.handle();
+    }
     /// A colour and a linetype that are not told to be those of the layer: the layer's own.
     void ownColor(Color& value) { value = m_in.color(); }
     void ownLinetype(Handle& value) { value = m_in.handle(); }

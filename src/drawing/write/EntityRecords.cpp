@@ -5,6 +5,7 @@
 #include "drawing/entities/InsertLayouts.h"
 #include "drawing/entities/PolylineLayouts.h"
 #include "drawing/entities/TextLayouts.h"
+#include "drawing/records/EntityHeadLayout.h"
 #include "drawing/write/FieldsOut.h"
 
 #include <algorithm>
@@ -64,33 +65,27 @@ public:
 private:
     Record started(int type, const Entity& entity, const Place& place)
     {
+        using Kind = EntityHeader::LinetypeKind;
+        EntityHeader header;
+        header.inModelSpace = place.mode == 2;
+        header.inPaperSpace = place.mode == 1;
+        header.owner = place.owner;
+        header.previous = place.previous;
+        header.next = place.next;
+        header.color = entity.color;
+        header.linetypeScale = entity.linetypeScale;
+        header.linetype = entity.linetype == 0 ? m_plan.byLayer : m_plan.linetype(entity.linetype);
+        header.linetypeKind = header.linetype == m_plan.byLayer      ? Kind::ByLayer
+                              : header.linetype == m_plan.byBlock    ? Kind::ByBlock
+                              : header.linetype == m_plan.continuous ? Kind::Continuous
+                                                                     : Kind::Own;
+        header.layer = entity.layer;
+        header.invisible = entity.invisible;
+        header.lineweight = entity.lineweight;
         Record record(type, entity.handle);
-        BitWriter& fields = record.fields;
-        fields.bit(false); // No picture of a proxy.
-        fields.bitPair(place.mode);
-        fields.bitLong(0);
-        fields.bit(false); // The neighbours are told.
-        fields.bitShort(colorIndex(entity.color));
-        fields.bitDouble(entity.linetypeScale);
-        const Handle linetype = entity.linetype == 0 ? m_plan.byLayer : m_plan.linetype(entity.linetype);
-        const unsigned flags = linetype == m_plan.byLayer      ? 0
-                               : linetype == m_plan.byBlock    ? 1
-                               : linetype == m_plan.continuous ? 2
-                                                               : 3;
-        fields.bitPair(flags);
-        fields.bitPair(0);
-        fields.bitShort(entity.invisible ? 1 : 0);
-        fields.rawChar(lineweightCode(entity.lineweight));
-
-        BitWriter& handles = record.handles;
-        if (place.mode == 0)
-            handles.handle(kSoftPointer, place.owner);
-        handles.handle(kHardOwner, 0);
-        handles.handle(kSoftPointer, place.previous);
-        handles.handle(kSoftPointer, place.next);
-        handles.handle(kHardPointer, m_plan.layer(entity.layer));
-        if (flags == 3)
-            handles.handle(kHardPointer, linetype);
+        FieldsOut fields(record, m_plan);
+        fields.fixedBit(false); // No picture of a proxy.
+        layoutEntityHead(fields, header);
         return record;
     }
 

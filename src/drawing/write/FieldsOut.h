@@ -33,6 +33,7 @@ public:
     void rawFlat(Point3 value, double) { m_fields.rawPoint2({value.x, value.y}); }
     void text(const Text& value) { m_fields.text(encodeText(value)); }
     void color(const Color& value) { m_fields.bitShort(colorIndex(value)); }
+    void entityColor(const auto& header) { color(header.color); }
     void ownColor(const Color& value)
     {
         constexpr std::int16_t kWhite = 7;
