@@ -169,7 +169,7 @@ readProfile(const std::string& file, const std::string& section, const std::vect
     Result<std::string> bytes = loadProfile(file);
     if (!bytes)
         return bytes.error();
-    return ProfileText(decoded(std::move(*bytes))).values(section, keys);
+    return ProfileText::valuesIn(decoded(std::move(*bytes)), section, keys);
 }
 
 } // namespace zv

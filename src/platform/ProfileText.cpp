@@ -132,20 +132,34 @@ std::optional<std::string> ProfileText::value(std::string_view section, std::str
     return valueText(*line->value);
 }
 
-std::vector<std::optional<std::string>> ProfileText::values(std::string_view section,
-                                                            const std::vector<std::string>& keys) const
+std::vector<std::optional<std::string>> ProfileText::valuesIn(std::string_view text, std::string_view section,
+                                                              const std::vector<std::string>& keys)
 {
-    std::unordered_map<std::string, std::string_view> held;
-    const Range range = find(section).value_or(Range{});
-    for (std::size_t i = range.first; i < range.last; ++i) {
-        if (m_lines[i].kind == Line::Kind::Key)
-            held.emplace(foldedName(m_lines[i].name), m_lines[i].value.value_or(std::string_view()));
+    std::unordered_map<std::string, std::optional<std::string_view>> wanted;
+    for (const std::string& key : keys)
+        wanted.emplace(foldedName(trimmed(key)), std::nullopt);
+    section = trimmed(section);
+    bool inSection = false;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t feed = text.find('\n', begin);
+        const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
+        const Line line = parse(text.substr(begin, end - begin), begin, end);
+        begin = end;
+        if (line.kind == Line::Kind::Section) {
+            if (inSection)
+                break;
+            inSection = sameName(line.name, section);
+        } else if (inSection && line.kind == Line::Kind::Key) {
+            const auto found = wanted.find(foldedName(line.name));
+            if (found != wanted.end() && !found->second)
+                found->second = line.value.value_or(std::string_view());
+        }
     }
     std::vector<std::optional<std::string>> values;
     values.reserve(keys.size());
     for (const std::string& key : keys) {
-        const auto found = held.find(foldedName(trimmed(key)));
-        values.push_back(found == held.end() ? std::optional<std::string>() : valueText(found->second));
+        const std::optional<std::string_view> value = wanted.at(foldedName(trimmed(key)));
+        values.push_back(value ? std::optional(valueText(*value)) : std::nullopt);
     }
     return values;
 }

@@ -23,9 +23,9 @@ public:
     /// The value without blanks and without a pair of quotes around it; nothing when the key is absent or its
     /// line has no "=".
     std::optional<std::string> value(std::string_view section, std::string_view key) const;
-    /// The values of many keys, in one walk over the section.
-    std::vector<std::optional<std::string>> values(std::string_view section,
-                                                   const std::vector<std::string>& keys) const;
+    /// The values of many keys of a text, in one walk that keeps nothing of the other lines.
+    static std::vector<std::optional<std::string>> valuesIn(std::string_view text, std::string_view section,
+                                                            const std::vector<std::string>& keys);
     std::vector<std::string> sections() const;
     std::vector<std::string> keys(std::string_view section) const;
 
