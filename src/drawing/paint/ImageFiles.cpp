@@ -13,8 +13,13 @@ namespace {
 
 constexpr qint64 kLargestFile = qint64{256} << 20;
 constexpr int kLongestSide = 2048;
-/// Pixels of all pictures of one drawing.
+/// Pixels of all pictures of one drawing as they are kept.
 constexpr qint64 kMostPixels = 32'000'000;
+
+/// What the pictures of a drawing may still come to.
+struct Room {
+    qint64 kept, stored;
+};
 
 QString qtext(const Text& text)
 {
@@ -54,7 +59,7 @@ QString findPicture(const Text& stored, const QDir& folder)
     return inFolder(folder, name);
 }
 
-QImage readPicture(const QString& path, qint64& pixelsLeft)
+QImage readPicture(const QString& path, Room& left)
 {
     static const QList<QByteArray> kPlain{"bmp", "gif", "jpeg", "pcx", "png", "tga", "tiff", "webp"};
     QImageReader reader(path);
@@ -63,13 +68,15 @@ QImage readPicture(const QString& path, qint64& pixelsLeft)
     QSize size = reader.size();
     if (!kPlain.contains(reader.format()) || size.isEmpty())
         return {};
+    const qint64 stored = qint64{size.width()} * size.height();
     if (std::max(size.width(), size.height()) > kLongestSide)
         size.scale(kLongestSide, kLongestSide, Qt::KeepAspectRatio);
     size = size.expandedTo({1, 1});
-    const qint64 pixels = qint64{size.width()} * size.height();
-    if (pixels > pixelsLeft)
+    const qint64 kept = qint64{size.width()} * size.height();
+    if (kept > left.kept || stored > left.stored)
         return {};
-    pixelsLeft -= pixels;
+    left.kept -= kept;
+    left.stored -= stored;
     if (size != reader.size())
         reader.setScaledSize(size);
     return reader.read();
@@ -77,17 +84,17 @@ QImage readPicture(const QString& path, qint64& pixelsLeft)
 
 } // namespace
 
-void loadImages(Scene& scene, const std::string& drawing)
+void loadImages(Scene& scene, const std::string& drawing, std::int64_t mostStored)
 {
     const QDir folder = QFileInfo(qtext(wide(drawing))).absoluteDir();
     QHash<QString, std::shared_ptr<const LoadedImage>> known;
-    qint64 pixelsLeft = kMostPixels;
+    Room left{kMostPixels, mostStored};
     for (SceneImage& image : scene.images) {
         const QString path = findPicture(image.file, folder);
         if (path.isEmpty())
             continue;
         if (!known.contains(path)) {
-            QImage picture = readPicture(path, pixelsLeft);
+            QImage picture = readPicture(path, left);
             std::shared_ptr<const LoadedImage> loaded;
             if (!picture.isNull())
                 loaded = std::make_shared<const LoadedImage>(LoadedImage{std::move(picture)});

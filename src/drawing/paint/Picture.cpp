@@ -81,7 +81,9 @@ Scene drawingScene(const Document& document, const std::string& fontFolder, bool
     return model;
 }
 
-Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder)
+namespace {
+
+Result<Drawing> open(const std::string& path, const std::string& fontFolder, std::int64_t mostStoredPixels)
 {
     auto source = openByteSource(path);
     if (!source)
@@ -91,8 +93,15 @@ Result<Drawing> openDrawing(const std::string& path, const std::string& fontFold
         return document.error();
     Drawing drawing{std::move(document).value(), {}};
     drawing.scene = drawingScene(drawing.document, fontFolder);
-    loadImages(drawing.scene, path);
+    loadImages(drawing.scene, path, mostStoredPixels);
     return drawing;
+}
+
+} // namespace
+
+Result<Drawing> openDrawing(const std::string& path, const std::string& fontFolder)
+{
+    return open(path, fontFolder, kMostStoredPixels);
 }
 
 QImage paintPicture(const Scene& scene, QSize size, const QColor& background, bool lineweights)
@@ -110,7 +119,7 @@ QImage paintPicture(const Scene& scene, QSize size, const QColor& background, bo
 QImage drawThumbnail(const std::string& path, QSize size, const QColor& background,
                      const std::string& fontFolder)
 {
-    const auto drawing = openDrawing(path, fontFolder);
+    const auto drawing = open(path, fontFolder, kMostStoredForThumbnail);
     if (!drawing || drawing->scene.bounds.empty())
         return {};
     return paintPicture(drawing->scene, size, background);

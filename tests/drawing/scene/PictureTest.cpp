@@ -271,6 +271,25 @@ TEST(Picture, ImagesThatCannotBeShownKeepTheirFrame)
     }
 }
 
+TEST(Picture, ImagesThatHoldTooMuchTogetherKeepTheirFrame)
+{
+    const QTemporaryDir& folder = folderOfPictures();
+    QFile::copy(folder.filePath(QStringLiteral("Logo.png")), folder.filePath(QStringLiteral("Other.png")));
+    SceneMaker m = withImage(u"Logo.png");
+    Wipeout second;
+    second.image = true;
+    second.file = u"Other.png";
+    second.pixels = {4, 2};
+    m.add(second);
+    Scene scene = m.scene();
+    ASSERT_EQ(scene.images.size(), 2u);
+    loadImages(scene, folder.filePath(QStringLiteral("a.dwg")).toStdString(), 15);
+    EXPECT_NE(scene.images[0].loaded, nullptr);
+    EXPECT_EQ(scene.images[1].loaded, nullptr) << "8 pixels each";
+    loadImages(scene, folder.filePath(QStringLiteral("a.dwg")).toStdString(), 16);
+    EXPECT_NE(scene.images[1].loaded, nullptr);
+}
+
 TEST(Picture, EndingsOfPaperCountInAnyCase)
 {
     EXPECT_TRUE(isPaper("a.PDF"));
