@@ -42,11 +42,6 @@ std::string valueText(std::string_view stored)
 
 } // namespace
 
-ProfileText::ProfileText(std::string text) : m_text(std::move(text))
-{
-    parseAll();
-}
-
 ProfileText::Line ProfileText::parse(std::string_view line, std::size_t begin, std::size_t end)
 {
     Line result;
@@ -71,34 +66,37 @@ ProfileText::Line ProfileText::parse(std::string_view line, std::size_t begin, s
     return result;
 }
 
-void ProfileText::parseAll()
+const std::vector<ProfileText::Line>& ProfileText::lines() const
 {
-    m_lines.clear();
+    if (m_lines)
+        return *m_lines;
+    m_lines.emplace();
     const std::string_view text = m_text;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t feed = text.find('\n', begin);
         const std::size_t end = feed == std::string_view::npos ? text.size() : feed + 1;
         const std::string_view line = text.substr(begin, end - begin);
         if (!trimmed(line).empty())
-            m_lines.push_back(parse(line, begin, end));
+            m_lines->push_back(parse(line, begin, end));
         begin = end;
     }
+    return *m_lines;
 }
 
 void ProfileText::change(std::string text)
 {
     m_text = std::move(text);
-    parseAll();
+    m_lines.reset();
 }
 
 std::optional<ProfileText::Range> ProfileText::find(std::string_view section) const
 {
     section = trimmed(section);
-    for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        if (m_lines[i].kind != Line::Kind::Section || !sameName(m_lines[i].name, section))
+    for (std::size_t i = 0; i < lines().size(); ++i) {
+        if (lines()[i].kind != Line::Kind::Section || !sameName(lines()[i].name, section))
             continue;
         Range range{i + 1, i + 1};
-        while (range.last < m_lines.size() && m_lines[range.last].kind != Line::Kind::Section)
+        while (range.last < lines().size() && lines()[range.last].kind != Line::Kind::Section)
             ++range.last;
         return range;
     }
@@ -112,16 +110,16 @@ const ProfileText::Line* ProfileText::findKey(std::string_view section, std::str
         return nullptr;
     key = trimmed(key);
     for (std::size_t i = range->first; i < range->last; ++i) {
-        if (m_lines[i].kind == Line::Kind::Key && sameName(m_lines[i].name, key))
-            return &m_lines[i];
+        if (lines()[i].kind == Line::Kind::Key && sameName(lines()[i].name, key))
+            return &lines()[i];
     }
     return nullptr;
 }
 
 /// Behind the last line of a section that says something, so that blank lines stay between sections.
-std::size_t ProfileText::endOf(Range lines) const
+std::size_t ProfileText::endOf(Range range) const
 {
-    return lines.last == 0 ? 0 : m_lines[lines.last - 1].end;
+    return range.last == 0 ? 0 : lines()[range.last - 1].end;
 }
 
 std::optional<std::string> ProfileText::value(std::string_view section, std::string_view key) const
@@ -167,7 +165,7 @@ std::vector<std::optional<std::string>> ProfileText::valuesIn(std::string_view t
 std::vector<std::string> ProfileText::sections() const
 {
     std::vector<std::string> names;
-    for (const Line& line : m_lines) {
+    for (const Line& line : lines()) {
         if (line.kind == Line::Kind::Section)
             names.emplace_back(line.name);
     }
@@ -179,8 +177,8 @@ std::vector<std::string> ProfileText::keys(std::string_view section) const
     std::vector<std::string> names;
     const Range range = find(section).value_or(Range{});
     for (std::size_t i = range.first; i < range.last; ++i) {
-        if (m_lines[i].kind == Line::Kind::Key)
-            names.emplace_back(m_lines[i].name);
+        if (lines()[i].kind == Line::Kind::Key)
+            names.emplace_back(lines()[i].name);
     }
     return names;
 }
@@ -219,24 +217,24 @@ void ProfileText::removeKey(std::string_view section, std::string_view key)
 void ProfileText::removeSection(std::string_view section)
 {
     if (const std::optional<Range> range = find(section)) {
-        const std::size_t begin = m_lines[range->first - 1].begin;
-        const std::size_t end = range->last < m_lines.size() ? m_lines[range->last].begin : m_text.size();
+        const std::size_t begin = lines()[range->first - 1].begin;
+        const std::size_t end = range->last < lines().size() ? lines()[range->last].begin : m_text.size();
         std::string text = m_text;
         text.erase(begin, end - begin);
         change(std::move(text));
     }
 }
 
-void ProfileText::setLines(std::string_view section, const std::vector<std::string_view>& lines)
+void ProfileText::setLines(std::string_view section, const std::vector<std::string_view>& wanted)
 {
     std::string body;
-    for (std::string_view line : lines) {
+    for (std::string_view line : wanted) {
         if (!trimmed(line).empty())
             body += textForFile(std::string(line)) + std::string(kLineEnd);
     }
     std::string text = m_text;
     if (const std::optional<Range> range = find(section)) {
-        const std::size_t begin = m_lines[range->first - 1].end;
+        const std::size_t begin = lines()[range->first - 1].end;
         if (begin > 0 && text[begin - 1] != '\n')
             body.insert(0, kLineEnd);
         const std::size_t end = endOf(*range);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace zv {
@@ -13,7 +14,7 @@ namespace zv {
 /// Format: the initialization files that Microsoft documents for GetPrivateProfileString.
 class ProfileText {
 public:
-    explicit ProfileText(std::string text);
+    explicit ProfileText(std::string text) : m_text(std::move(text)) {}
     // Its lines point into its text.
     ProfileText(const ProfileText&) = delete;
     ProfileText& operator=(const ProfileText&) = delete;
@@ -34,7 +35,7 @@ public:
     void removeSection(std::string_view section);
     /// Replaces all lines of the section, or adds it at the end when there are lines to add. Lines of blanks
     /// are passed over.
-    void setLines(std::string_view section, const std::vector<std::string_view>& lines);
+    void setLines(std::string_view section, const std::vector<std::string_view>& wanted);
 
 private:
     /// One line: where it stands in the text, and what it says.
@@ -53,14 +54,15 @@ private:
     };
 
     static Line parse(std::string_view line, std::size_t begin, std::size_t end);
-    void parseAll();
+    const std::vector<Line>& lines() const;
     void change(std::string text);
     std::optional<Range> find(std::string_view section) const;
     const Line* findKey(std::string_view section, std::string_view key) const;
-    std::size_t endOf(Range lines) const;
+    std::size_t endOf(Range range) const;
 
     std::string m_text;
-    std::vector<Line> m_lines; ///< Without those of blanks.
+    /// Without those of blanks; none while nobody has asked for those of this text.
+    mutable std::optional<std::vector<Line>> m_lines;
 };
 
 } // namespace zv

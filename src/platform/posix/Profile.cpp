@@ -134,7 +134,9 @@ Result<void> rewriteProfile(const std::string& file, const ProfileEdit& edit)
     Result<std::string> before = readFile(path, kMostProfileBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
-    if (before && edit(*before) == *before)
+    const std::string seen = before.valueOr({});
+    const std::string edited = edit(seen);
+    if (before && edited == seen)
         return {};
     // A file whose owner has marked it read-only stays as it is.
     if (before) {
@@ -149,8 +151,9 @@ Result<void> rewriteProfile(const std::string& file, const ProfileEdit& edit)
     before = readFile(path, kMostProfileBytes);
     if (!before && before.error().code != ErrorCode::NotFound)
         return before.error();
-    const std::string after = edit(before.valueOr({}));
-    return before && after == *before ? Result<void>() : copy->replace(path, after);
+    const std::string now = before.valueOr({});
+    const std::string after = now == seen ? edited : edit(now);
+    return before && after == now ? Result<void>() : copy->replace(path, after);
 }
 
 bool profileExists(const std::string& file)
