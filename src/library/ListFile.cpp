@@ -42,11 +42,15 @@ std::string storedLine(const std::string& path, const std::string& label)
     return textForFile(path + kSeparator + label);
 }
 
-std::string joined(const std::vector<ListEntry>& entries)
+/// The lines of the entries. Errors: Failed, one has a line end in its name, as some systems allow.
+Result<std::string> joined(const std::vector<ListEntry>& entries)
 {
     std::string bytes;
     for (const ListEntry& entry : entries) {
-        bytes += storedLine(entry.path, entry.label);
+        const std::string line = storedLine(entry.path, entry.label);
+        if (line.find_first_of(kLineEnd) != std::string::npos)
+            return Error{ErrorCode::Failed, entry.path + ": no library can hold this name"};
+        bytes += line;
         bytes += kLineEnd;
     }
     return bytes;
@@ -159,7 +163,8 @@ Result<void> createList(const std::string& listPath, const std::vector<ListEntry
 {
     if (entries.size() > kMostListLines)
         return tooManyLines(listPath);
-    return replaceFile(listPath, listWorkingCopy(listPath), joined(entries));
+    const Result<std::string> lines = joined(entries);
+    return lines ? replaceFile(listPath, listWorkingCopy(listPath), *lines) : lines.error();
 }
 
 Result<void> appendToList(const std::string& listPath, const std::vector<ListEntry>& entries)
@@ -169,7 +174,8 @@ Result<void> appendToList(const std::string& listPath, const std::vector<ListEnt
         return old.error();
     if (textLines(old.valueOr({})).size() + entries.size() > kMostListLines)
         return tooManyLines(listPath);
-    return appendLines(listPath, joined(entries), listWorkingCopy(listPath));
+    const Result<std::string> lines = joined(entries);
+    return lines ? appendLines(listPath, *lines, listWorkingCopy(listPath)) : lines.error();
 }
 
 Result<void> removeListLine(const std::string& listPath, std::size_t index,

@@ -51,7 +51,7 @@ Result<std::vector<ListLine>> readListFile(const std::string& listPath);
 std::optional<std::string> listLabel(const std::string& listPath, std::size_t index);
 
 /// Makes a list of the entries; an old list of the name is replaced. Errors: TooLarge, and nothing is
-/// changed; Denied; Failed.
+/// changed; Denied; Failed, a line end in a name among them.
 Result<void> createList(const std::string& listPath, const std::vector<ListEntry>& entries);
 /// Adds the entries at the list's end; a missing list is made. Errors: as createList().
 Result<void> appendToList(const std::string& listPath, const std::vector<ListEntry>& entries);

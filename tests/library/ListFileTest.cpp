@@ -271,6 +271,17 @@ TEST_F(ListFileTest, ErrorsNameTheListInItsOwnBytes)
     EXPECT_TRUE(readListFile(longList).error().text.starts_with(longList));
 }
 
+TEST_F(ListFileTest, ANameThatWouldBeTwoLinesIsRefusedAndChangesNothing)
+{
+    const std::string path = list("/d/a.dwg;A\r\n");
+    for (const char* name : {"/d/x\n/d/evil.dwg", "/d/x\r.dwg"}) {
+        const ListEntry entry{name, "X"};
+        EXPECT_EQ(appendToList(path, {{"/d/b.dwg", "B"}, entry}).error().code, ErrorCode::Failed);
+        EXPECT_EQ(createList(path, {entry}).error().code, ErrorCode::Failed);
+    }
+    EXPECT_EQ(folder.read("a.lst"), "/d/a.dwg;A\r\n");
+}
+
 TEST_F(ListFileTest, OneLineMoreIsRefusedEverywhereAndChangesNothing)
 {
     const std::string bytes = manyLines(kMostListLines);

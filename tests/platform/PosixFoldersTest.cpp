@@ -25,6 +25,16 @@ TEST(PosixFolders, HiddenNamesAreLeftOutLinksAreFollowedAndAnyBytesAreAName)
     EXPECT_EQ(filesIn(folder.path(), ".dwg").valueOr({}), (Names{"z.dwg"}));
 }
 
+TEST(PosixFolders, NamesOfMoreThanOneLineAreLeftOut)
+{
+    const TemporaryFolder folder;
+    folder.write("a\nb.dwg", "");
+    folder.write("c.dwg", "");
+    std::filesystem::create_directory(folder.file("d\re"));
+    EXPECT_EQ(filesIn(folder.path(), ".dwg").valueOr({}), (Names{"c.dwg"}));
+    EXPECT_EQ(foldersIn(folder.path()).valueOr({}), Names());
+}
+
 TEST(PosixFolders, MountedPlacesHoldTheRootAndNothingThatTheSystemMountsForItself)
 {
     const Names places = drives();

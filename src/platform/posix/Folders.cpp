@@ -80,7 +80,9 @@ Result<std::vector<std::string>> namesIn(const std::string& folder, mode_t kind,
         const std::string_view name = entry->d_name;
         const bool fits =
             name.size() >= ending.size() && sameName(name.substr(name.size() - ending.size()), ending);
-        if (!name.starts_with('.') && fits && kindOf(open->get(), *entry) == kind)
+        // A name that ends a line would be two in every list.
+        const bool isOneLine = name.find_first_of("\r\n") == std::string_view::npos;
+        if (!name.starts_with('.') && isOneLine && fits && kindOf(open->get(), *entry) == kind)
             names.emplace_back(name);
         errno = 0;
     }
