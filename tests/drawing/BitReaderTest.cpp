@@ -89,16 +89,6 @@ TEST(BitReader, ReadsTheShortForms)
     EXPECT_TRUE(in.ok());
 }
 
-TEST(BitReader, TripletStopsAtTheFirstZero)
-{
-    const auto data = bitsOf("0 10 110 111");
-    BitReader in(data);
-    EXPECT_EQ(in.bitTriplet(), 0u);
-    EXPECT_EQ(in.bitTriplet(), 2u);
-    EXPECT_EQ(in.bitTriplet(), 6u);
-    EXPECT_EQ(in.bitTriplet(), 7u);
-}
-
 TEST(BitReader, DefaultDoublePatchesLowBytesFirst)
 {
     const double from = std::bit_cast<double>(std::uint64_t{0x1122334455667788});

@@ -475,8 +475,11 @@ TEST_P(EntityRecordTest, Face)
         face.fields.bit(false);
         for (const double value : {0.0, 0.0, 1.0})
             face.fields.rawDouble(value);
-        for (std::size_t i = 1; i < 4; ++i)
-            face.fields.defaultPoint3(corners[i], corners[i - 1]);
+        for (std::size_t i = 1; i < 4; ++i) {
+            face.fields.defaultDouble(corners[i].x, corners[i - 1].x);
+            face.fields.defaultDouble(corners[i].y, corners[i - 1].y);
+            face.fields.defaultDouble(corners[i].z, corners[i - 1].z);
+        }
     }
     face.fields.bitShort(5);
     const Face3D shape = read<Face3D>(face, readShape<Face3D>);

@@ -49,15 +49,6 @@ std::uint64_t BitReader::bitsNearEnd(const std::uint8_t* at, unsigned shift, uns
     return value;
 }
 
-unsigned BitReader::bitTriplet()
-{
-    if (!bit())
-        return 0;
-    if (!bit())
-        return 2;
-    return bit() ? 7 : 6;
-}
-
 std::int16_t BitReader::bitShort()
 {
     switch (bitPair()) {
@@ -213,14 +204,6 @@ Point3 BitReader::bitPoint3()
     point.x = bitDouble();
     point.y = bitDouble();
     point.z = bitDouble();
-    return point;
-}
-
-Point2 BitReader::defaultPoint2(Point2 from)
-{
-    Point2 point;
-    point.x = defaultDouble(from.x);
-    point.y = defaultDouble(from.y);
     return point;
 }
 

@@ -57,7 +57,6 @@ public:
     void skip(std::size_t bits);
     /// Ends the data at a bit, which must not be beyond the end.
     void endAt(std::size_t bit);
-    void alignToByte() { seek((m_position + 7) & ~std::size_t{7}); }
 
     /// The next `count` bits, 0 to 64; the first one read becomes the highest.
     std::uint64_t bits(unsigned count)
@@ -81,10 +80,9 @@ public:
         return word >> (64 - count);
     }
 
-    bool bit() { return bits(1) != 0; }                                   ///< B
-    unsigned bitPair() { return static_cast<unsigned>(bits(2)); }         ///< BB
-    unsigned bitTriplet();                                                ///< 3B: ones up to a zero, 0 to 7.
-    std::uint8_t rawChar() { return static_cast<std::uint8_t>(bits(8)); } ///< RC
+    bool bit() { return bits(1) != 0; }                                                          ///< B
+    unsigned bitPair() { return static_cast<unsigned>(bits(2)); }                                ///< BB
+    std::uint8_t rawChar() { return static_cast<std::uint8_t>(bits(8)); }                        ///< RC
     std::uint16_t rawShort() { return __builtin_bswap16(static_cast<std::uint16_t>(bits(16))); } ///< RS
     std::uint32_t rawLong() { return __builtin_bswap32(static_cast<std::uint32_t>(bits(32))); }  ///< RL
     std::uint64_t rawLongLong() { return __builtin_bswap64(bits(64)); }                          ///< RLL
@@ -103,7 +101,6 @@ public:
     Point3 rawPoint3(); ///< 3RD
     Point2 bitPoint2(); ///< 2BD
     Point3 bitPoint3(); ///< 3BD
-    Point2 defaultPoint2(Point2 from);
 
     /// A number of items (BL), each of at least `minBits` bits (1 or more). Fails the reader when the rest of
     /// the data cannot hold that many, and then gives 0.

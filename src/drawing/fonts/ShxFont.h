@@ -26,7 +26,6 @@ public:
     /// Whether it holds letters, and not only shapes.
     bool isFont() const { return m_isFont; }
     const std::string& name() const { return m_name; }
-    std::size_t figureCount() const { return m_figures.size(); }
     /// The character's figure; for files of 8-bit codes the character is its code, for bigfonts a two-byte
     /// code as well.
     const Glyph* glyph(char32_t character) override;

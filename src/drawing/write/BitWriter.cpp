@@ -156,13 +156,6 @@ void BitWriter::bitPoint3(Point3 point)
     bitDouble(point.z);
 }
 
-void BitWriter::defaultPoint3(Point3 point, Point3 from)
-{
-    defaultDouble(point.x, from.x);
-    defaultDouble(point.y, from.y);
-    defaultDouble(point.z, from.z);
-}
-
 void BitWriter::append(const BitWriter& other)
 {
     std::size_t left = other.m_bits;

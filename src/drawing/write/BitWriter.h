@@ -33,12 +33,10 @@ public:
     void handle(unsigned code, Handle value);            ///< H
     void text(std::string_view bytes);                   ///< TV, in the file's code page; cut at 32767.
     void rawBytes(std::string_view bytes);
-    void rawPoint2(Point2 point);                  ///< 2RD
-    void bitPoint2(Point2 point);                  ///< 2BD
-    void bitPoint3(Point3 point);                  ///< 3BD
-    void defaultPoint3(Point3 point, Point3 from); ///< 3DD
+    void rawPoint2(Point2 point); ///< 2RD
+    void bitPoint2(Point2 point); ///< 2BD
+    void bitPoint3(Point3 point); ///< 3BD
     void append(const BitWriter& other);
-    void alignToByte() { m_bits = m_bytes.size() * 8; }
 
 private:
     std::string m_bytes;
