@@ -66,7 +66,7 @@ Result<void> makeDrawings(const Library& library, const fs::path& office, const 
         if (!file)
             return Error{file.error().code, sample.name + ": " + file.error().text};
         const fs::path path = folder / (sample.name + ".dwg");
-        if (const auto written = writeFile(path.string(), *file); !written)
+        if (auto written = writeFile(path.string(), *file); !written)
             return written;
         listed.drawings.push_back(path);
     }
@@ -99,7 +99,7 @@ Result<void> addTroubled(const fs::path& office, std::vector<Listed>& catalogue)
     fs::create_directories(folder, ignored);
     const fs::path damaged = folder / "Canopy Bracket.dwg";
     // As a copy that stopped in its first part leaves it.
-    if (const auto written = writeFile(damaged.string(), whole->substr(0, 150)); !written)
+    if (auto written = writeFile(damaged.string(), whole->substr(0, 150)); !written)
         return written;
     vendor.drawings.insert(vendor.drawings.begin() + 1, damaged);
     catalogue.push_back(std::move(project));
@@ -129,12 +129,12 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
         return Error{ErrorCode::Failed, installation.string() + ": " + error.message()};
     std::vector<Listed> catalogue;
     for (const Library& library : allLibraries())
-        if (const auto made = makeDrawings(library, office, painter, catalogue); !made)
+        if (auto made = makeDrawings(library, office, painter, catalogue); !made)
             return made;
-    if (const auto added = addTroubled(office, catalogue); !added)
+    if (auto added = addTroubled(office, catalogue); !added)
         return added;
     // An office that is made anew keeps nothing of an earlier one.
-    if (const auto emptied = writeFile((office / kProfileName).string(), ""); !emptied)
+    if (auto emptied = writeFile((office / kProfileName).string(), ""); !emptied)
         return emptied;
     if (!windowsName.empty())
         Profiles(office.string(), office.string(), {}).write(keys::zelvora::ZVRpath, windowsName);
@@ -142,12 +142,12 @@ Result<void> makeOffice(const fs::path& installation, const fs::path& office, co
     for (const Listed& library : catalogue) {
         names.push_back(library.name);
         const std::string list = listFilePath(office.string(), library.name);
-        if (const auto written = writeFile(list, listText(library, office, windowsName)); !written)
+        if (auto written = writeFile(list, listText(library, office, windowsName)); !written)
             return written;
     }
-    if (const auto written = writeCatalogue(office.string(), names, static_cast<int>(names.size())); !written)
+    if (auto written = writeCatalogue(office.string(), names, static_cast<int>(names.size())); !written)
         return written;
-    if (const auto removed = removeCatalogueScratch(office.string()); !removed)
+    if (auto removed = removeCatalogueScratch(office.string()); !removed)
         return removed;
     if (readCatalogue((office / kProfileName).string()) != names)
         return Error{ErrorCode::Failed, "the catalogue of the sample office cannot be written"};

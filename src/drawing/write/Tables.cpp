@@ -45,6 +45,7 @@ void addControl(ObjectStream& objects, int type, Handle handle, const std::vecto
 template <class Entry> std::vector<Handle> handlesOf(const std::vector<Entry>& entries)
 {
     std::vector<Handle> handles;
+    handles.reserve(entries.size());
     for (const Entry& entry : entries)
         handles.push_back(entry.handle);
     return handles;
