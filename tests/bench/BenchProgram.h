@@ -6,8 +6,9 @@
 #include "HostServer.h"
 
 #include "drawing/Writer.h"
-#include "platform/LocalHosts.h"
+#include "support/Environment.h"
 #include "support/TemporaryFolder.h"
+#include "support/TestCarrier.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -16,7 +17,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
 #include <functional>
 #include <thread>
 
@@ -29,8 +29,6 @@ class BenchProgram : public testing::Test {
 protected:
     BenchProgram()
     {
-        ::setenv("XDG_RUNTIME_DIR", folder.path().c_str(), 1);
-        ::setenv("XDG_CONFIG_HOME", folder.path().c_str(), 1);
         window = std::make_unique<BenchWindow>();
         server =
             std::make_unique<HostServer>(HostProgram{window->workshop(), window->commandLine(), *window});
@@ -49,8 +47,8 @@ protected:
     {
         std::atomic<bool> done = false;
         std::thread other([&] {
-            PlainEventPump pump;
-            const auto carrier = socketAutomation(pump, {1'000, 200});
+            const auto pump = test::testPump();
+            const auto carrier = test::testCarrier(*pump, {1'000, 200});
             if (const auto application = carrier->attach(kName))
                 client(**application);
             done = true;
@@ -97,6 +95,7 @@ protected:
     }
 
     TemporaryFolder folder;
+    Environment sockets{"XDG_RUNTIME_DIR", folder.path()}, settings{"XDG_CONFIG_HOME", folder.path()};
     std::unique_ptr<BenchWindow> window;
     std::unique_ptr<HostServer> server;
     bool listens = false;

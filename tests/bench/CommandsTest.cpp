@@ -93,7 +93,7 @@ TEST_F(Commands, OpenSaveAndPropertiesWorkOnFiles)
     const std::string path = makeBolt();
     line.type("OPEN\r" + path + "\r");
     ASSERT_EQ(workshop.drawings().size(), 2U);
-    EXPECT_EQ(drawing().path(), path);
+    EXPECT_EQ(drawing().path(), folder.file("Bolt.dwg"));
     line.type(".DWGPROPS\r");
     EXPECT_TRUE(drawing().isModified());
     line.type(".qsave\r");
@@ -134,7 +134,7 @@ TEST_F(Commands, FileDialogsAreAskedWhenTheyAreOn)
 {
     chosenFile = makeBolt();
     line.type("OPEN\r");
-    EXPECT_EQ(drawing().path(), chosenFile);
+    EXPECT_EQ(drawing().path(), folder.file("Bolt.dwg"));
 }
 
 TEST_F(Commands, FileThatCannotBeReadIsTold)

@@ -29,7 +29,7 @@ protected:
     {
         const WhenThere user([this] { return window->findChild<QFileDialog*>(); },
                              [this, name](QFileDialog& dialog) {
-                                 shownFolder = dialog.directory().absolutePath();
+                                 shownFolder = QDir::toNativeSeparators(dialog.directory().absolutePath());
                                  shownName = nameField(dialog).text();
                                  if (name.empty())
                                      return dialog.reject();
@@ -50,8 +50,8 @@ protected:
 TEST_F(FileDialogs, StartInTheFolderThatWasUsedLastAlsoAfterARestart)
 {
     const std::string used = subfolder("used");
-    choose("CIRCLE 0,0 1 SAVEAS\r", used + "/Plan.dwg");
-    EXPECT_EQ(path(), used + "/Plan.dwg");
+    choose("CIRCLE 0,0 1 SAVEAS\r", joinPath(used, "Plan.dwg"));
+    EXPECT_EQ(path(), joinPath(used, "Plan.dwg"));
     choose("SAVEAS\r", {});
     EXPECT_EQ(shownFolder.toStdString(), used);
     choose("OPEN\r", {});
@@ -74,7 +74,7 @@ TEST_F(FileDialogs, StartWithTheDrawingsName)
 TEST_F(FileDialogs, StartSomewhereElseWhereTheLastFolderIsGone)
 {
     const std::string used = subfolder("used");
-    choose("SAVEAS\r", used + "/Plan.dwg");
+    choose("SAVEAS\r", joinPath(used, "Plan.dwg"));
     std::filesystem::remove_all(used);
     choose("SAVEAS\r", {});
     EXPECT_NE(shownFolder, QString());

@@ -74,17 +74,6 @@ TEST_F(HandOver, TellsThatTheBenchWaitsForItsUser)
     EXPECT_EQ(window->workshop().drawings().size(), 1U);
 }
 
-TEST_F(HandOver, DoesNotWaitForEverForABenchThatIsSilent)
-{
-    server.reset();
-    const auto silent = HostListener::open(kName);
-    ASSERT_TRUE(silent);
-    const Result<void> refused = start(makeRing(1));
-    ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().text,
-              "The bench that is running does not answer; perhaps it waits for its user");
-}
-
 TEST_F(HandOver, IsNotFoundWhereNoneRuns)
 {
     server.reset();

@@ -180,7 +180,10 @@ TEST_F(Saving, ModeOfTheFileIsKeptAndALinkStaysOne)
     const auto mode = fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read;
     fs::permissions(path, mode);
     const std::string link = folder.file("Link.dwg");
-    fs::create_symlink(path, link);
+    std::error_code refused;
+    fs::create_symlink(path, link, refused);
+    if (refused)
+        GTEST_SKIP() << "no link can be made here: " << refused.message();
     keep = Keep::Discard;
     line.type("CLOSE\rOPEN\r" + link + "\rCIRCLE 0,0 2 QSAVE\r");
     EXPECT_FALSE(drawing().isModified()) << history.back();
@@ -193,7 +196,10 @@ TEST_F(Saving, AFileByAnotherPathIsTheSameDrawing)
 {
     const std::string path = makePlan();
     const std::string link = folder.file("Link.dwg");
-    fs::create_symlink(path, link);
+    std::error_code refused;
+    fs::create_symlink(path, link, refused);
+    if (refused)
+        GTEST_SKIP() << "no link can be made here: " << refused.message();
     for (const std::string& other : {link, folder.file("./Plan.dwg")}) {
         line.type("OPEN\r" + other + "\r");
         EXPECT_EQ(workshop.drawings().size(), 1U) << other;

@@ -331,7 +331,9 @@ TEST_F(LoadTest, ASizeThatNoScreenHasIsCut)
 {
     setSettingsValue("Zelvora", "Settings", "MainWidth", "99999999999");
     start();
-    EXPECT_EQ(main().frameGeometry().width(), 8192);
+    // Some systems let no window be larger than the screen.
+    EXPECT_LE(main().frameGeometry().width(), 8192);
+    EXPECT_GE(main().frameGeometry().width(), main().screen()->geometry().width());
 }
 
 TEST_F(LoadTest, AMinimisedWindowKeepsTheGeometryOfBefore)

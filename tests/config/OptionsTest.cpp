@@ -397,6 +397,7 @@ TEST_F(OptionsTest, TheKeyboardAloneReachesEveryControl)
     open();
     QStringList met;
     for (int i = 0; i < 14; ++i) {
+        ASSERT_NE(QApplication::focusWidget(), nullptr);
         met << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     }

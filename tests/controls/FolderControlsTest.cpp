@@ -1,6 +1,7 @@
 #include "controls/DriveBox.h"
 #include "controls/FileList.h"
 #include "controls/FolderList.h"
+#include "platform/Files.h"
 #include "platform/Folders.h"
 #include "support/AnsweredMessages.h"
 #include "support/TemporaryFolder.h"
@@ -176,10 +177,20 @@ TEST_F(FolderControlsTest, HundredsOfFoldersAreAllThereAndALongNameCanBeScrolled
 
 TEST_F(FolderControlsTest, NamesOfAnyBytesCanBeOpened)
 {
-    const std::string strange = folder.file("\xFC\xE4 ;\xF0\x9F\x93\x81");
-    ASSERT_TRUE(makeFolder(strange));
+    const std::string strange = joinPath(folder.path(), "\xFC\xE4 ;\xF0\x9F\x93\x81");
+    if (!makeFolder(strange))
+        GTEST_SKIP() << "a name is a text on this system";
     folders.refresh();
     press(folders, toText("\xFC\xE4 ;\xF0\x9F\x93\x81"), true);
+    EXPECT_EQ(folders.path(), strange);
+}
+
+TEST_F(FolderControlsTest, NamesInAnyScriptCanBeOpened)
+{
+    const std::string strange = folder.file("T\u00FCren ;\u9580\U0001F4C1");
+    ASSERT_TRUE(makeFolder(strange));
+    folders.refresh();
+    press(folders, QStringLiteral("T\u00FCren ;\u9580\U0001F4C1"), true);
     EXPECT_EQ(folders.path(), strange);
 }
 

@@ -502,6 +502,8 @@ TEST_F(EditorCatalogueTest, TheCloseBoxAsksNothingAndTouchesNoFile)
 
 TEST_F(EditorCatalogueTest, NamesThatAreNoTextSurviveARewriteOfTheCatalogue)
 {
+    if (std::filesystem::path::preferred_separator != '/')
+        GTEST_SKIP() << "a file's name is a text on this system";
     open({"caf\xE9", "Doors"});
     typeIn("Text1", "New");
     ASSERT_TRUE(press("Command9"));

@@ -46,7 +46,7 @@ TEST_F(EditorListTest, TheFirstAddMakesTheListAndTheNextOnesAppend)
     EXPECT_EQ(editor().EditMode, Newlib::ModeNewStarted);
     EXPECT_EQ(editor().Dirty, 1);
     EXPECT_EQ(editor().ListPath, listPath("New"));
-    EXPECT_EQ(editor().ScratchPath, master + "/New.ls$");
+    EXPECT_EQ(editor().ScratchPath, joinPath(master, "New.ls$"));
     EXPECT_EQ(shown("Text7"), "2");
     EXPECT_FALSE(usable("Command1"));
     EXPECT_TRUE(editor().File1->selectedItems().isEmpty());
@@ -99,7 +99,7 @@ TEST_F(EditorListTest, AddingToALibraryTellsTheSizeOfWhatWasAddedAlone)
     EXPECT_EQ(shown("Text7"), "3");
     EXPECT_EQ(editor().Dirty, 0);
     EXPECT_EQ(editor().EditMode, Newlib::ModeExisting);
-    EXPECT_EQ(editor().ScratchPath, master + "/Doors.ls$");
+    EXPECT_EQ(editor().ScratchPath, joinPath(master, "Doors.ls$"));
 }
 
 TEST_F(EditorListTest, LabelsAreTheNamesInCapitalsWithoutTheirEnding)
@@ -161,7 +161,8 @@ TEST_F(EditorListTest, ARowWithoutItsDrawingKeepsItsLabelAndTheSizeShown)
     EXPECT_EQ(shown("Text3"), "Error Loading: /NO/SUCH.DWG");
     EXPECT_EQ(shown("Text4"), "NA");
     EXPECT_EQ(shown("Text6"), size);
-    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), QString::fromStdString(installation + "/failed.dwg"));
+    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(),
+              QString::fromStdString(joinPath(installation, "failed.dwg")));
     relabel("gone");
     EXPECT_EQ(listBytes("Doors"), linesOf(drawings(1)) + "/no/such.dwg;gone\r\n");
 }
@@ -405,6 +406,8 @@ TEST_F(EditorListTest, WithoutARowTheLabelButtonOnlyClearsTheGround)
 
 TEST_F(EditorListTest, BytesThatAreNoTextSurviveEveryChange)
 {
+    if (std::filesystem::path::preferred_separator != '/')
+        GTEST_SKIP() << "what is moved is written as the program's own text on this system";
     const std::string odd = "/caf\xE9/\xFF.dwg;\x80\xE9\r\n";
     const auto paths = drawings(2);
     ASSERT_TRUE(writeFile(listPath("Doors"), odd + linesOf(paths)));

@@ -419,7 +419,8 @@ TEST_F(EditorModesTest, AFileThatIsNoDrawingShowsThePlaceholderInRed)
     EXPECT_EQ(shown("Text6"), size) << "the size stays as it was";
     EXPECT_EQ(editor().Text3->palette().color(QPalette::Text), QColor(Qt::red));
     EXPECT_EQ(editor().Text4->palette().color(QPalette::Text), QColor(Qt::red));
-    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(), QString::fromStdString(installation + "/failed.dwg"));
+    EXPECT_EQ(editor().DwgThumbnail1->dwgFileName(),
+              QString::fromStdString(joinPath(installation, "failed.dwg")));
     ASSERT_TRUE(pick({"D1.dwg"}));
     EXPECT_NE(editor().Text3->palette().color(QPalette::Text), QColor(Qt::red));
 }

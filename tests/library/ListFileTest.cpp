@@ -264,7 +264,7 @@ TEST_F(ListFileTest, AFileThatIsLargerThanAnyListIsRefusedBeforeItIsRead)
 
 TEST_F(ListFileTest, ErrorsNameTheListInItsOwnBytes)
 {
-    const std::string path = folder.file("\xE4.lst");
+    const std::string path = joinPath(folder.path(), "\xE4.lst");
     EXPECT_TRUE(readListFile(path).error().text.starts_with(path));
     // What a list cannot hold is told of one whose name every system takes.
     const std::string longList = list(std::string(32768, '\n'));

@@ -228,6 +228,8 @@ TEST_F(CartTest, OpenedOtherwiseItTakesTheSelectedDrawingAlong)
 
 TEST_F(CartTest, PathsOfAnyBytesAreSavedAsTheyWere)
 {
+    if (std::filesystem::path::preferred_separator != '/')
+        GTEST_SKIP() << "a path is a text on this system";
     open(lines({"/a\xFC;b \xFF.dwg", paths[0]}));
     ASSERT_TRUE(click("Command2", "Cart"));
     EXPECT_EQ(queue(), lines({"/a\xFC;b \xFF.dwg", paths[0]}));

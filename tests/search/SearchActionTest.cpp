@@ -81,6 +81,20 @@ private:
     std::unique_ptr<Automation> m_carrier = test::testCarrier(*m_pump);
 
 protected:
+    /// A path as it is typed into an expression.
+    static std::string slashed(const std::string& path)
+    {
+        return std::filesystem::path(path).generic_string();
+    }
+    /// A path as the transcript has it.
+    static std::string marked(const std::string& path)
+    {
+        std::string text;
+        for (const char c : path)
+            text += c == '\\' ? "\\\\" : std::string(1, c);
+        return text;
+    }
+
     ActionServices services{{*m_carrier, m_splash, [](const std::string&) { return true; }},
                             [](const std::string&, const std::function<void()>&) { return Result<void>(); },
                             [this](const std::string& path, std::string_view method) {
@@ -95,7 +109,8 @@ TEST_F(SearchActionTest, ABlockIsTypedAtTheHostWhileTheWindowIsAway)
     ASSERT_TRUE(press("Command3"));
     EXPECT_EQ(events,
               (Events{"hide Search", "show Search", "log " + drawing() + ", Search and Insert as Block"}));
-    EXPECT_TRUE(typed("(command \"_.-insert\" \"" + drawing() + "\"\"X\"\"1.00\"\"Y\"\"1.00\"\"Z\"\"1.00\")"))
+    EXPECT_TRUE(typed("(command \"_.-insert\" \"" + slashed(drawing()) +
+                      "\"\"X\"\"1.00\"\"Y\"\"1.00\"\"Z\"\"1.00\")"))
         << place.transcript();
     EXPECT_EQ(program->fields().selectedDrawing, drawing());
     EXPECT_TRUE(main().isVisible()) << "the main window stays beside";
@@ -128,7 +143,7 @@ TEST_F(SearchActionTest, AnExplodedBlockIsTypedAtThePointThatIsPicked)
     choose("Option2");
     ASSERT_TRUE(press("Check3"));
     ASSERT_TRUE(press("Command3"));
-    EXPECT_TRUE(typed("_.-insert<CR>*" + drawing() + "<CR>3,4,0<CR>1.00<CR>")) << place.transcript();
+    EXPECT_TRUE(typed("_.-insert<CR>*" + slashed(drawing()) + "<CR>3,4,0<CR>1.00<CR>")) << place.transcript();
 }
 
 TEST_F(SearchActionTest, AnXrefIsAttachedByItsDialogWhichBringsTheWindowBack)
@@ -146,7 +161,7 @@ TEST_F(SearchActionTest, AnXrefIsAttachedByItsDialogWhichBringsTheWindowBack)
               (Events{"hide Search", "show Xattach", "log " + drawing() + ", Search and Insert as Xref"}));
     events.clear();
     ASSERT_TRUE(click("Command3", "Xattach"));
-    EXPECT_TRUE(typed("(command \"._xref\" \"Attach\"\"" + drawing() +
+    EXPECT_TRUE(typed("(command \"._xref\" \"Attach\"\"" + slashed(drawing()) +
                       "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\"\"R\"\"0.00\")<CR>"))
         << place.transcript();
     EXPECT_EQ(events, (Events{"hide Xattach", "hide Zelvora", "show Search"}));
@@ -184,7 +199,7 @@ TEST_F(SearchActionTest, OpeningGoesOnInItsDialogWhichBringsTheWindowBack)
     events.clear();
     ASSERT_TRUE(click("Command3", "cmode"));
     EXPECT_TRUE(typed(std::string("Open"))) << place.transcript();
-    EXPECT_TRUE(typed(copy)) << place.transcript();
+    EXPECT_TRUE(typed(marked(copy))) << place.transcript();
     EXPECT_TRUE(fileExists(copy));
     EXPECT_EQ(events, (Events{"hide cmode", "hide Zelvora", "show Search"}));
     EXPECT_EQ(results().size(), 1);

@@ -189,7 +189,9 @@ bool OfficeFixture::appears(const QString& window)
 {
     return waitUntil([&] {
         Window* loaded = program->loaded(window);
-        return loaded && loaded->isVisible() && loaded->isActiveWindow();
+        // A window becomes the active one a moment before it has the keyboard.
+        return loaded && loaded->isVisible() && loaded->isActiveWindow() &&
+               QGuiApplication::focusWindow() == loaded->windowHandle();
     });
 }
 

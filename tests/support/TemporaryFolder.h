@@ -29,7 +29,7 @@ public:
     std::string path() const { return textOf(m_path); }
     std::string file(const std::string& name) const
     {
-        return path() + static_cast<char>(std::filesystem::path::preferred_separator) + name;
+        return textOf((m_path / pathOf(name)).make_preferred());
     }
 
     std::string write(const std::string& name, const std::string& bytes) const

@@ -14,7 +14,7 @@ namespace zv::dwg {
 
 namespace {
 
-constexpr double kPixels = 1000; ///< Outlines are taken at this size, large enough to need no hinting.
+constexpr double kPixels = 1000; ///< Outlines are taken at this size, at which hinting changes nothing.
 /// The common substitute on Linux runs wider than the fonts of drawings, and its texts would overlap.
 constexpr double kSubstituteWidth = 0.88;
 
@@ -162,7 +162,7 @@ std::shared_ptr<Font> SystemFonts::findOther(const FontRequest& request)
     if (byFile) {
         const QByteArray name = file.toUtf8();
         const std::string bytes = fileOfFolder(std::string_view(name.constData(), std::size_t(name.size())));
-        QRawFont font(QByteArray(bytes.data(), qsizetype(bytes.size())), kPixels, QFont::PreferNoHinting);
+        QRawFont font(QByteArray(bytes.data(), qsizetype(bytes.size())), kPixels);
         if (!bytes.empty() && font.isValid())
             return std::make_shared<OutlineFont>(font, 1);
     }
@@ -172,7 +172,6 @@ std::shared_ptr<Font> SystemFonts::findOther(const FontRequest& request)
     wanted.setBold(request.bold || (byFile && request.typeface.empty() &&
                                     file.contains(QLatin1String("bd"), Qt::CaseInsensitive)));
     wanted.setItalic(request.italic);
-    wanted.setHintingPreference(QFont::PreferNoHinting);
     const QRawFont font = QRawFont::fromFont(wanted);
     if (!font.isValid())
         return nullptr;

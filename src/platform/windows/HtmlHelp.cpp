@@ -59,7 +59,7 @@ private:
     HtmlHelpCall entry()
     {
         if (m_module == nullptr)
-            m_module = LoadLibraryW(L"HHCtrl.ocx");
+            m_module = LoadLibraryExW(L"HHCtrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
         if (m_module == nullptr)
             return nullptr;
         return reinterpret_cast<HtmlHelpCall>(

@@ -39,7 +39,9 @@ std::wstring quoted(const std::wstring& argument)
 }
 
 /// Starts what a command line says, without waiting for it.
-void startLine(std::wstring line, ProgramWindow window = ProgramWindow::Normal)
+/// `program` is the file to start where the line itself does not name it by its whole path.
+void startLine(std::wstring line, ProgramWindow window = ProgramWindow::Normal,
+               const wchar_t* program = nullptr)
 {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -48,7 +50,7 @@ void startLine(std::wstring line, ProgramWindow window = ProgramWindow::Normal)
         startup.wShowWindow = SW_SHOWMINNOACTIVE;
     }
     PROCESS_INFORMATION process{};
-    if (line.empty() || !::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+    if (line.empty() || !::CreateProcessW(program, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
                                           &startup, &process))
         return;
     ::CloseHandle(process.hThread);
@@ -136,8 +138,13 @@ void startProgram(const std::vector<std::string>& command, ProgramWindow window)
 
 void showFolder(const std::string& folder)
 {
-    // The explorer takes quotes as they stand, without the marks that other programs need before them.
-    startLine(L"explorer.exe /n,/e,\"" + shortForm(folder) + L"\"");
+    // A program of this name in the current folder, which may be a shared one, must not be taken for the
+    // system's.
+    wchar_t place[MAX_PATH] = {};
+    ::GetWindowsDirectoryW(place, MAX_PATH);
+    const std::wstring explorer = std::wstring(place) + L"\\explorer.exe";
+    // It takes quotes as they stand, without the marks that other programs need before them.
+    startLine(L"explorer.exe /n,/e,\"" + shortForm(folder) + L"\"", ProgramWindow::Normal, explorer.c_str());
 }
 
 const bool kSystemHasPrintDialog = true;
