@@ -104,7 +104,7 @@ Result<void> ActionRun::queue(const std::string& selectedDrawing)
         const Message added = {"Added: " + selectedDrawing + "\r\n" + m_words.addedLine,
                                "File Added to Queue", MessageIcon::Information};
         const auto tell = [this, &added] { m_window.messages().show(added); };
-        if (const Result<void> written = m_services.addToQueue(selectedDrawing, tell); !written)
+        if (Result<void> written = m_services.addToQueue(selectedDrawing, tell); !written)
             return written;
     }
     const bool refused = m_words.queuesAnything ? selectedDrawing.empty() : !isQueuedPath(selectedDrawing);
@@ -248,7 +248,7 @@ Result<void> ActionRun::typeInsertion()
         point = *picked;
     }
     if (m_window.autoScale()) {
-        if (const Result<void> computed = computeScale(); !computed)
+        if (Result<void> computed = computeScale(); !computed)
             return computed;
     }
     const Result<std::string> scale = scaleToType();
@@ -269,7 +269,7 @@ Result<AutomationPoint> ActionRun::askPoint()
         return asPoint(
             (*utility)->call("GetPoint", {MissingArgument{}, std::string("Specify insertion point: ")}));
     };
-    const Result<AutomationPoint> picked = pick();
+    Result<AutomationPoint> picked = pick();
     if (!picked)
         return picked;
     return asPoint(

@@ -67,7 +67,7 @@ Result<void> PropertiesRun::open()
 
 Result<AutomationObjectPtr> PropertiesRun::documents()
 {
-    const Result<AutomationObjectPtr> application = asObject(m_document->get("Application"));
+    Result<AutomationObjectPtr> application = asObject(m_document->get("Application"));
     if (!application)
         return application;
     return asObject((*application)->get("Documents"));

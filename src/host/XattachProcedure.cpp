@@ -129,7 +129,7 @@ DialogEnd XrefRun::attach()
 std::string XrefRun::copyToFolder()
 {
     m_action.activate();
-    const std::string target = xrefCopyTarget(m_order.folder, m_order.drawing);
+    std::string target = xrefCopyTarget(m_order.folder, m_order.drawing);
     if (!isDriveRoot(m_order.folder))
         m_window.rememberFolder(m_order.folder);
     static_cast<void>(copyIntoPlace(m_order.drawing, target));

@@ -31,6 +31,8 @@ struct FontRequest {
     bool vertical = false;
     bool shapes = false; ///< A file of figures that are called by number.
 
+    // The checker takes what the compiler makes here for a comparison with a null pointer.
+    // NOLINTNEXTLINE(modernize-use-nullptr)
     auto operator<=>(const FontRequest&) const = default;
 };
 

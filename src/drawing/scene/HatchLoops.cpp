@@ -182,7 +182,8 @@ bool Family::draw(Path& out, std::size_t& work)
     std::size_t next = 0;
     std::vector<std::size_t> active;
     std::vector<double> crossings;
-    for (double n = 0; n <= last - first; ++n) {
+    for (std::int64_t line = 0; static_cast<double>(line) <= last - first; ++line) {
+        const double n = static_cast<double>(line);
         const double k = up ? first + n : last - n;
         // Lines that run exactly through corners are moved by less than a hair.
         const double y = baseY + k * stepY + m_box.height() * 1e-10;

@@ -164,11 +164,11 @@ Text Parser::argument()
 {
     const std::size_t end = m_text.find(u';', m_at);
     if (end == Text::npos) {
-        const Text rest = m_text.substr(m_at);
+        Text rest = m_text.substr(m_at);
         m_at = m_text.size();
         return rest;
     }
-    const Text found = m_text.substr(m_at, end - m_at);
+    Text found = m_text.substr(m_at, end - m_at);
     m_at = end + 1;
     return found;
 }
@@ -418,7 +418,8 @@ std::u32string characters(const Text& text)
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char16_t c = text[i];
         if (c >= 0xd800 && c < 0xdc00 && i + 1 < text.size() && text[i + 1] >= 0xdc00 && text[i + 1] < 0xe000)
-            out += 0x10000 + (static_cast<char32_t>(c - 0xd800) << 10) + (text[++i] - 0xdc00u);
+            out += static_cast<char32_t>(0x10000 + (static_cast<char32_t>(c - 0xd800) << 10) +
+                                         (text[++i] - 0xdc00u));
         else
             out += c;
     }

@@ -300,7 +300,7 @@ private:
                 m_standard.emplace_back(control, entry.handle);
                 continue;
             }
-            if (const auto taken = take(m_tables, entry.handle); !taken)
+            if (auto taken = take(m_tables, entry.handle); !taken)
                 return taken;
             addEntry(*changed(control), entry.handle);
         }
@@ -322,7 +322,7 @@ private:
             };
             if (std::none_of(m_changed.begin(), m_changed.end(), refers))
                 continue;
-            if (const auto taken = take(m_tables, entry); !taken)
+            if (auto taken = take(m_tables, entry); !taken)
                 return taken;
             addEntry(*changed(control), entry);
         }
@@ -360,7 +360,7 @@ private:
             RawRecord* const dictionary = changed(m_plan.mlineStyles);
             if (dictionary == nullptr)
                 return notSo("it has no multiline styles");
-            if (const auto taken = take(m_tables, style.handle); !taken)
+            if (auto taken = take(m_tables, style.handle); !taken)
                 return taken;
             changeCount(*dictionary, readStart(*dictionary).at, 1);
             BitWriter name;
@@ -377,7 +377,7 @@ private:
             const auto found = m_before.blockIndex.find(m_plan.document.blocks[i].handle);
             const BlockRecord* const before =
                 found == m_before.blockIndex.end() ? nullptr : &m_before.blocks[found->second];
-            if (const auto done = before != nullptr ? block(i, *before) : newBlock(i); !done)
+            if (auto done = before != nullptr ? block(i, *before) : newBlock(i); !done)
                 return done;
         }
         for (const BlockRecord& before : m_before.blocks) {
@@ -390,7 +390,7 @@ private:
     Result<void> newBlock(std::size_t index)
     {
         ObjectStream content;
-        if (const auto added = addBlockContent(content, m_plan, index); !added)
+        if (auto added = addBlockContent(content, m_plan, index); !added)
             return added;
         return takeAll(content, {});
     }
@@ -399,7 +399,7 @@ private:
         for (const auto& [handle, bytes] : content.records) {
             if (but.contains(handle))
                 continue;
-            if (const auto taken = take(content, handle); !taken)
+            if (auto taken = take(content, handle); !taken)
                 return taken;
         }
         return {};
@@ -433,7 +433,7 @@ private:
             const auto chained = chain(before.handle);
             if (!chained)
                 return chained.error();
-            if (const auto done = content(index, *chained, old, now, headChanged); !done)
+            if (auto done = content(index, *chained, old, now, headChanged); !done)
                 return done;
         }
         return inserts(index, before.handle);
@@ -470,9 +470,9 @@ private:
     {
         const BlockRecord& after = m_plan.document.blocks[index];
         ObjectStream made;
-        if (const auto added = addBlockContent(made, m_plan, index, old); !added)
+        if (auto added = addBlockContent(made, m_plan, index, old); !added)
             return added;
-        if (const auto taken = takeAll(made, {m_plan.blocks[index].begin, m_plan.blocks[index].end}); !taken)
+        if (auto taken = takeAll(made, {m_plan.blocks[index].begin, m_plan.blocks[index].end}); !taken)
             return taken;
         for (const Handle handle : order) {
             if (old.contains(handle) && !now.contains(handle))
@@ -489,7 +489,7 @@ private:
             link(order[i], previous, next);
         }
         if (headChanged) {
-            if (const auto taken = take(m_tables, after.handle); !taken)
+            if (auto taken = take(m_tables, after.handle); !taken)
                 return taken;
         }
         RawRecord& head = *changed(after.handle);
@@ -535,6 +535,7 @@ private:
             marks.rawChar(1);
         }
         std::vector<HandleReference> references;
+        references.reserve(added.size());
         for (const Handle insert : added)
             references.push_back({std::uint8_t{kSoftPointer}, insert});
         head.handles.insert(at, references.begin(), references.end());
