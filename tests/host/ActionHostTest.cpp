@@ -460,7 +460,8 @@ TEST_P(HangingHost, CanBeGivenUpByTheSplashWhileTheCallerIsHidden)
     window.check4 = true;
     bool stoodBy = false;
     time.givesUp = [&] {
-        stoodBy = stoodBy || (splashStandsBy && events.back().find(GetParam()) != std::string::npos);
+        stoodBy = stoodBy ||
+                  (splashStandsBy && !events.empty() && events.back().find(GetParam()) != std::string::npos);
         return stoodBy;
     };
     act();
@@ -483,7 +484,8 @@ TEST_P(AskingHost, HasTheSplashOutOfItsUsersSight)
     bool outOfSight = false, before = false;
     time.givesUp = [&] {
         outOfSight = outOfSight || (splashStandsBy && userAsked);
-        before = before || (userAsked && events.back().find(GetParam()) == std::string::npos);
+        before =
+            before || (userAsked && (events.empty() || events.back().find(GetParam()) == std::string::npos));
         return outOfSight;
     };
     act();
@@ -510,7 +512,7 @@ TEST_F(Dispatch, WaitThatIsGivenUpAtThePickStillGivesTheSettingBack)
 {
     place.run("variable filedia 1\nfault GetPoint#1 silent");
     window.check4 = true;
-    time.givesUp = [this] { return events.back().starts_with("Utility.GetPoint"); };
+    time.givesUp = [this] { return !events.empty() && events.back().starts_with("Utility.GetPoint"); };
     act();
     EXPECT_EQ(events.back(), kLogLine);
     const std::string transcript = place.transcript();

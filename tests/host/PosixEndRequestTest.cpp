@@ -29,7 +29,7 @@ TEST_F(EndedAction, GivesTheSettingBackBeforeASignalEndsTheProgram)
     window.check4 = true;
     bool endedInThePick = false;
     time.givesUp = [&] {
-        if (!events.back().starts_with("Utility.GetPoint"))
+        if (events.empty() || !events.back().starts_with("Utility.GetPoint"))
             return false;
         std::raise(SIGTERM);
         endedInThePick = g_ended != 0;
