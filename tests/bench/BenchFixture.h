@@ -9,10 +9,10 @@
 #include "platform/Files.h"
 #include "platform/Text.h"
 #include "support/TemporaryFolder.h"
+#include "support/TypedPath.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -71,10 +71,8 @@ protected:
         document.header.insertionUnits = units;
         document.blocks[document.modelSpace].entities.push_back(
             newEntity(document, "LINE", dwg::Line{{1, 1, 0}, {2, 1, 0}, 0, dwg::kZAxis}, steel));
-        return typed(folder.write(name, dwg::writeDocument(document, {}).valueOr("")));
+        return typedPath(folder.write(name, dwg::writeDocument(document, {}).valueOr("")));
     }
-    /// A path as it can be typed into an expression, where a backslash is a mark.
-    static std::string typed(const std::string& path) { return std::filesystem::path(path).generic_string(); }
 
     TemporaryFolder folder;
     std::vector<std::string> history;

@@ -197,7 +197,8 @@ TEST_F(Insert, DrafterIsToldWhenAFileOfATakenNameIsAnotherOne)
     dwg::Document other = emptyDocument();
     other.blocks[other.modelSpace].entities.push_back(
         newEntity(other, "CIRCLE", dwg::Circle{{0, 0, 0}, 5, 0, dwg::kZAxis}, 0));
-    const std::string second = typed(folder.write("B/Bolt.dwg", dwg::writeDocument(other, {}).valueOr("")));
+    const std::string second =
+        typedPath(folder.write("B/Bolt.dwg", dwg::writeDocument(other, {}).valueOr("")));
     line.type(command(first, "1") + "0,0\r0\r");
     line.type(command(first, "1") + "0,0\r0\r");
     const std::string told = "Block Bolt is in the drawing already; " + second + " was not read";
@@ -225,7 +226,7 @@ TEST_F(Insert, EqualsInAFoldersNameIsNoOtherName)
 {
     std::filesystem::create_directory(folder.file("a=b"));
     makeBolt("a=b/Bolt.dwg");
-    line.type(command(typed(folder.file("a=b/Bolt.dwg")), "1") + "0,0\r0\r");
+    line.type(command(typedPath(folder.file("a=b/Bolt.dwg")), "1") + "0,0\r0\r");
     ASSERT_EQ(entities().size(), 1U);
     EXPECT_NE(findBlock(drawing().document(), u"Bolt"), nullptr);
 }

@@ -44,8 +44,8 @@ TEST_F(SavedReferences, AreWhatWasTypedToTheOwnReader)
     const dwg::BlockRecord *const site = findBlock(document, u"Site"), *const grid =
                                                                            findBlock(document, u"Grid");
     ASSERT_TRUE(site && grid);
-    EXPECT_EQ(site->xrefPath, wide(typed(folder.file("Site.dwg"))));
-    EXPECT_EQ(grid->xrefPath, wide(typed(folder.file("Grid.dwg"))));
+    EXPECT_EQ(site->xrefPath, wide(typedPath(folder.file("Site.dwg"))));
+    EXPECT_EQ(grid->xrefPath, wide(typedPath(folder.file("Grid.dwg"))));
     EXPECT_TRUE(site->xref && !site->xrefOverlay);
     EXPECT_TRUE(grid->xref && grid->xrefOverlay);
     ASSERT_EQ((*again)->modelSpace().entities.size(), 2U);

@@ -40,7 +40,7 @@ protected:
                 newEntity(document, "INSERT", std::move(insert), layer.handle));
         }
         reindex(document);
-        return typed(folder.write(name, dwg::writeDocument(document, {}).valueOr("")));
+        return typedPath(folder.write(name, dwg::writeDocument(document, {}).valueOr("")));
     }
     void attach(const std::string& path, const std::string& option = "A")
     {

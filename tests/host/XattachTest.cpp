@@ -5,13 +5,14 @@
 #include "host/HostDialogs.h"
 #include "support/OneStepFails.h"
 #include "support/PlainHost.h"
-#include <QPushButton>
+#include "support/TypedPath.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QWheelEvent>
@@ -25,9 +26,6 @@ using enum ProfileFile;
 
 class XattachTest : public HostDialogFixture {
 protected:
-    /// A path as it is typed into an expression.
-    static std::string typed(const std::string& path) { return std::filesystem::path(path).generic_string(); }
-
     /// From the main window, as a user comes to it.
     Xattach& open()
     {
@@ -285,7 +283,7 @@ TEST_F(XattachTest, AFreshOfficeAttachesFromWhereTheDrawingLies)
     window.Check3->setChecked(true);
     ASSERT_TRUE(click("Command3", "Xattach"));
     ASSERT_EQ(host.typed.size(), 1u);
-    EXPECT_NE(host.typed[0].find(typed(paths[0])), std::string::npos);
+    EXPECT_NE(host.typed[0].find(typedPath(paths[0])), std::string::npos);
 }
 
 TEST_F(XattachTest, TheCopyIsAttachedAndItsFolderRemembered)
@@ -297,7 +295,7 @@ TEST_F(XattachTest, TheCopyIsAttachedAndItsFolderRemembered)
     ASSERT_TRUE(click("Command3", "Xattach"));
     EXPECT_EQ(folder.read("project/D1.DWG"), folder.read("drawings/D1.dwg"));
     ASSERT_EQ(host.typed.size(), 1u);
-    EXPECT_NE(host.typed[0].find(typed(folder.file("project/D1.DWG"))), std::string::npos);
+    EXPECT_NE(host.typed[0].find(typedPath(folder.file("project/D1.DWG"))), std::string::npos);
     EXPECT_EQ(key(User, "settings", "projectpath"), folder.file("project"));
 }
 
@@ -321,7 +319,7 @@ TEST_F(XattachTest, AfterTheAttachTheMainWindowComesBack)
     openWithScale("48");
     ASSERT_TRUE(click("Command3", "Xattach"));
     ASSERT_EQ(host.typed.size(), 1u);
-    EXPECT_EQ(host.typed[0], "(command \"._xref\" \"Attach\"\"" + typed(paths[0]) +
+    EXPECT_EQ(host.typed[0], "(command \"._xref\" \"Attach\"\"" + typedPath(paths[0]) +
                                  "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\"\"R\"\"0.00\")\r");
     EXPECT_EQ(program->loaded("Xattach"), nullptr);
     EXPECT_TRUE(appears("Zelvora"));

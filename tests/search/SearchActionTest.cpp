@@ -4,6 +4,7 @@
 #include "search/SearchFixture.h"
 #include "support/HostProcess.h"
 #include "support/TestCarrier.h"
+#include "support/TypedPath.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -81,20 +82,6 @@ private:
     std::unique_ptr<Automation> m_carrier = test::testCarrier(*m_pump);
 
 protected:
-    /// A path as it is typed into an expression.
-    static std::string slashed(const std::string& path)
-    {
-        return std::filesystem::path(path).generic_string();
-    }
-    /// A path as the transcript has it.
-    static std::string marked(const std::string& path)
-    {
-        std::string text;
-        for (const char c : path)
-            text += c == '\\' ? "\\\\" : std::string(1, c);
-        return text;
-    }
-
     ActionServices services{{*m_carrier, m_splash, [](const std::string&) { return true; }},
                             [](const std::string&, const std::function<void()>&) { return Result<void>(); },
                             [this](const std::string& path, std::string_view method) {
@@ -109,7 +96,7 @@ TEST_F(SearchActionTest, ABlockIsTypedAtTheHostWhileTheWindowIsAway)
     ASSERT_TRUE(press("Command3"));
     EXPECT_EQ(events,
               (Events{"hide Search", "show Search", "log " + drawing() + ", Search and Insert as Block"}));
-    EXPECT_TRUE(typed("(command \"_.-insert\" \"" + slashed(drawing()) +
+    EXPECT_TRUE(typed("(command \"_.-insert\" \"" + typedPath(drawing()) +
                       "\"\"X\"\"1.00\"\"Y\"\"1.00\"\"Z\"\"1.00\")"))
         << place.transcript();
     EXPECT_EQ(program->fields().selectedDrawing, drawing());
@@ -143,7 +130,8 @@ TEST_F(SearchActionTest, AnExplodedBlockIsTypedAtThePointThatIsPicked)
     choose("Option2");
     ASSERT_TRUE(press("Check3"));
     ASSERT_TRUE(press("Command3"));
-    EXPECT_TRUE(typed("_.-insert<CR>*" + slashed(drawing()) + "<CR>3,4,0<CR>1.00<CR>")) << place.transcript();
+    EXPECT_TRUE(typed("_.-insert<CR>*" + typedPath(drawing()) + "<CR>3,4,0<CR>1.00<CR>"))
+        << place.transcript();
 }
 
 TEST_F(SearchActionTest, AnXrefIsAttachedByItsDialogWhichBringsTheWindowBack)
@@ -161,7 +149,7 @@ TEST_F(SearchActionTest, AnXrefIsAttachedByItsDialogWhichBringsTheWindowBack)
               (Events{"hide Search", "show Xattach", "log " + drawing() + ", Search and Insert as Xref"}));
     events.clear();
     ASSERT_TRUE(click("Command3", "Xattach"));
-    EXPECT_TRUE(typed("(command \"._xref\" \"Attach\"\"" + slashed(drawing()) +
+    EXPECT_TRUE(typed("(command \"._xref\" \"Attach\"\"" + typedPath(drawing()) +
                       "\"\"X\"\"2\"\"Y\"\"2\"\"Z\"\"2\"\"R\"\"0.00\")<CR>"))
         << place.transcript();
     EXPECT_EQ(events, (Events{"hide Xattach", "hide Zelvora", "show Search"}));
@@ -199,7 +187,8 @@ TEST_F(SearchActionTest, OpeningGoesOnInItsDialogWhichBringsTheWindowBack)
     events.clear();
     ASSERT_TRUE(click("Command3", "cmode"));
     EXPECT_TRUE(typed(std::string("Open"))) << place.transcript();
-    EXPECT_TRUE(typed(marked(copy))) << place.transcript();
+    const QString marked = QString::fromStdString(copy).replace(QLatin1String("\\"), QLatin1String("\\\\"));
+    EXPECT_TRUE(typed(marked)) << place.transcript() << "where each backslash has a mark before it";
     EXPECT_TRUE(fileExists(copy));
     EXPECT_EQ(events, (Events{"hide cmode", "hide Zelvora", "show Search"}));
     EXPECT_EQ(results().size(), 1);

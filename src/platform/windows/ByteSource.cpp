@@ -13,8 +13,7 @@ constexpr std::size_t kChunk = 1u << 30;
 class FileSource final : public ByteSource {
 public:
     explicit FileSource(const std::string& path)
-        : m_file(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING),
-          m_path(path)
+        : m_file(path, GENERIC_READ, kShareAll, OPEN_EXISTING), m_path(path)
     {
     }
 

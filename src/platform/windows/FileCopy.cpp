@@ -11,7 +11,6 @@ namespace zv {
 namespace {
 
 constexpr DWORD kLongestPath = 32 * 1024;
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 constexpr const char* kBesideStart = "zelvora-"; ///< Of a copy that has not taken its place.
 

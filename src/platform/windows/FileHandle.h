@@ -6,6 +6,9 @@
 
 namespace zv {
 
+/// Whatever another program does with the file meanwhile.
+inline constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
 /// An open file of the system, closed at the end of its life.
 class FileHandle {
 public:

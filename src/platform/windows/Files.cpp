@@ -9,7 +9,6 @@ namespace zv {
 
 namespace {
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kChunk = 1u << 20;
 /// How long another program's rewrite of the same list is waited for.
 constexpr std::chrono::milliseconds kRewritePatience{2000};

@@ -12,7 +12,6 @@ namespace zv {
 namespace {
 
 constexpr const char* kWorkingEnding = ".new";
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// The system's last failure for a profile that is to be written: Busy where another program has it.
 Error profileError(const std::string& path)
